@@ -1,0 +1,97 @@
+// The connection to the window server: the screens, the surfaces that windows are made of, and the
+// background blur. AppKit speaks to the screen through these classes alone; the X11 folder
+// implements them on a real server, HeadlessSession in memory.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "CoreGraphics/CGColor.h"
+#include "CoreGraphics/CGGeometry.h"
+
+namespace WindowServer {
+
+/// A rectangle in device pixels, y down, as the window server counts them.
+struct PixelRect {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const PixelRect&) const = default;
+};
+
+/// One connected monitor.
+struct Display {
+    uint32_t number = 0; ///< Stable across restarts and never shared by two connected displays.
+    std::string name;    ///< The output's name, "DP-1".
+    PixelRect pixels;
+    double scale = 1;    ///< Device pixels in a point.
+    CGRect frame;        ///< In points, y up, origin at the lower left of the first display.
+    bool operator==(const Display&) const = default;
+};
+
+/// What a surface shows, back to front.
+struct Look {
+    bool material = false; ///< A blurred picture of what lies behind, taken as the surface appears.
+    CGColor overlay;       ///< All layers of the window flattened into one colour.
+    bool operator==(const Look&) const = default;
+};
+
+/// One native window without a frame of its own, drawn by the window server. It stands on the screen
+/// while it is ordered front and its alpha is above 0. What changes within one turn of the event
+/// loop reaches the screen together at the turn's end.
+class Surface {
+public:
+    virtual ~Surface() = default;
+
+    virtual int number() const = 0; ///< The window number, above 0; 0 where the server refused one.
+
+    virtual void setTitle(const std::string& title) = 0;
+    virtual void setFrame(const CGRect& frame) = 0;
+    virtual void setLevel(int level) = 0;
+    virtual void setIgnoresMouseEvents(bool ignores) = 0;
+    virtual void setAlpha(double alpha) = 0; ///< From 0 to 1.
+    virtual void setLook(const Look& look) = 0;
+    virtual void orderFront() = 0;
+    virtual void orderOut() = 0;
+};
+
+class Session {
+public:
+    virtual ~Session() = default;
+
+    /// Opens the session on the server that DISPLAY names, before the application object exists, or
+    /// in memory where the `offscreen` platform is asked for. False where no server answers.
+    static bool open();
+
+    /// The open session. Tests put their own in place with `install`.
+    static Session& current();
+    static void install(std::unique_ptr<Session> session);
+
+    /// Joins the running application's event loop. Called once, when the application object exists.
+    virtual void attach() = 0;
+
+    /// The connected displays, the main one first. Empty while no monitor is on.
+    virtual const std::vector<Display>& displays() const = 0;
+
+    /// Called after `displays` has come to differ.
+    std::function<void()> onDisplaysChanged;
+
+    /// Whether a panel on the server itself takes status icons.
+    virtual bool hasTray() const { return false; }
+
+    /// Called after `hasTray` has come to differ.
+    std::function<void()> onTrayChanged;
+
+    virtual std::unique_ptr<Surface> makeSurface() = 0;
+
+    /// Blurs what lies behind a surface with a Gaussian of standard deviation radius/2 points, live,
+    /// while the surface is visible. A radius of 1 or less ends it. 0 on success; any other value
+    /// is a refusal: no such surface, or a server that lacks what a live blur takes.
+    virtual int setBackgroundBlurRadius(int surfaceNumber, int radius) = 0;
+};
+
+} // namespace WindowServer

@@ -1,0 +1,168 @@
+#include "WindowServer/X11/Connection.h"
+
+#include <QAbstractEventDispatcher>
+#include <QSocketNotifier>
+
+#include <bit>
+#include <cstring>
+
+#include <unistd.h>
+
+#include <xcb/composite.h>
+#include <xcb/damage.h>
+#include <xcb/randr.h>
+#include <xcb/shape.h>
+#include <xcb/xfixes.h>
+
+namespace WindowServer {
+
+namespace {
+
+const xcb_screen_t* screenAt(xcb_connection_t* connection, int number) {
+    auto it = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; it.rem && number > 0; --number)
+        xcb_screen_next(&it);
+    return it.data;
+}
+
+} // namespace
+
+std::unique_ptr<Connection> Connection::open() {
+    int screenNumber = 0;
+    xcb_connection_t* connection = xcb_connect(nullptr, &screenNumber);
+    if (xcb_connection_has_error(connection)) {
+        xcb_disconnect(connection);
+        return nullptr;
+    }
+    return std::unique_ptr<Connection>(new Connection(connection, screenNumber));
+}
+
+Connection::Connection(xcb_connection_t* connection, int screenNumber)
+    : m_xcb(connection), m_screenNumber(screenNumber), m_screen(screenAt(connection, screenNumber)) {
+    findExtensions();
+}
+
+Connection::~Connection() { xcb_disconnect(m_xcb); }
+
+void Connection::findExtensions() {
+    for (auto* extension : {&xcb_composite_id, &xcb_damage_id, &xcb_render_id, &xcb_xfixes_id,
+                            &xcb_randr_id, &xcb_shape_id})
+        xcb_prefetch_extension_data(m_xcb, extension);
+    const auto find = [this](xcb_extension_t& id) {
+        const auto* data = xcb_get_extension_data(m_xcb, &id);
+        return data && data->present ? data : nullptr;
+    };
+    const auto* composite = find(xcb_composite_id);
+    const auto* damage = find(xcb_damage_id);
+    const auto* render = find(xcb_render_id);
+    const auto* xfixes = find(xcb_xfixes_id);
+    const auto* randr = find(xcb_randr_id);
+    const auto* shape = find(xcb_shape_id);
+    if (damage) m_events.damage = damage->first_event;
+    if (damage) m_damageError = damage->first_error;
+    if (randr) m_events.randr = randr->first_event;
+    if (shape) m_events.shape = shape->first_event;
+
+    // An extension answers only once its version is agreed on.
+    if (composite) xcb_composite_query_version(m_xcb, 0, 4);
+    if (damage) xcb_damage_query_version(m_xcb, 1, 1);
+    if (xfixes) xcb_xfixes_query_version(m_xcb, 5, 0);
+    if (randr) xcb_randr_query_version(m_xcb, 1, 5);
+    if (render) {
+        xcb_render_query_version(m_xcb, 0, 11);
+        findFormats();
+    }
+    m_canBlurLive = composite && damage && xfixes && canScale() &&
+                    formatOf(m_screen->root_visual) != 0 && hasPlainPixels();
+}
+
+void Connection::findFormats() {
+    m_formats = reply(xcb_render_query_pict_formats_reply, xcb_render_query_pict_formats(m_xcb));
+    if (!m_formats) return;
+    auto it = xcb_render_query_pict_formats_formats_iterator(m_formats.get());
+    for (; it.rem; xcb_render_pictforminfo_next(&it)) {
+        const auto& direct = it.data->direct;
+        if (it.data->depth == 24 && it.data->type == XCB_RENDER_PICT_TYPE_DIRECT &&
+            direct.red_shift == 16 && direct.green_shift == 8 && direct.blue_shift == 0)
+            m_rgbFormat = it.data->id;
+    }
+}
+
+bool Connection::hasPlainPixels() const {
+    const auto* setup = xcb_get_setup(m_xcb);
+    const bool serverIsLittle = setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
+    if (serverIsLittle != (std::endian::native == std::endian::little)) return false;
+    for (auto it = xcb_setup_pixmap_formats_iterator(setup); it.rem; xcb_format_next(&it))
+        if (it.data->depth == 24) return it.data->bits_per_pixel == 32;
+    return false;
+}
+
+xcb_render_pictformat_t Connection::formatOf(xcb_visualid_t visual) const {
+    if (!m_formats) return 0;
+    auto screens = xcb_render_query_pict_formats_screens_iterator(m_formats.get());
+    for (; screens.rem; xcb_render_pictscreen_next(&screens)) {
+        auto depths = xcb_render_pictscreen_depths_iterator(screens.data);
+        for (; depths.rem; xcb_render_pictdepth_next(&depths)) {
+            auto visuals = xcb_render_pictdepth_visuals_iterator(depths.data);
+            for (; visuals.rem; xcb_render_pictvisual_next(&visuals))
+                if (visuals.data->visual == visual) return visuals.data->format;
+        }
+    }
+    return 0;
+}
+
+bool Connection::hasAlpha(xcb_render_pictformat_t format) const {
+    auto it = xcb_render_query_pict_formats_formats_iterator(m_formats.get());
+    for (; it.rem; xcb_render_pictforminfo_next(&it))
+        if (it.data->id == format) return it.data->direct.alpha_mask != 0;
+    return false;
+}
+
+xcb_atom_t Connection::atom(const char* name) {
+    const auto [known, isNew] = m_atoms.try_emplace(name, XCB_ATOM_NONE);
+    if (isNew) {
+        const auto length = static_cast<uint16_t>(strlen(name));
+        const auto answer =
+            reply(xcb_intern_atom_reply, xcb_intern_atom(m_xcb, false, length, name));
+        if (answer) known->second = answer->atom;
+    }
+    return known->second;
+}
+
+void Connection::attach() {
+    auto* notifier = new QSocketNotifier(xcb_get_file_descriptor(m_xcb), QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this] { dispatch(xcb_poll_for_event); });
+    // Waiting for a reply may have read events already, and those no longer wake the notifier.
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+            [this] { dispatch(xcb_poll_for_queued_event); });
+}
+
+void Connection::dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*)) {
+    while (const Owned<xcb_generic_event_t> event{poll(m_xcb)}) {
+        if (event->response_type == 0) {
+            const auto& error = reinterpret_cast<const xcb_generic_error_t&>(*event);
+            if (isRace(error)) continue;
+#ifndef NDEBUG
+            if (error.error_code != XCB_ALLOC)
+                qFatal("unexpected X error %d on request %d.%d for 0x%x", error.error_code,
+                       error.major_code, error.minor_code, error.resource_id);
+#endif
+            if (onRefusal) onRefusal();
+            continue;
+        }
+        if (onEvent) onEvent(*event);
+    }
+    if (xcb_connection_has_error(m_xcb)) ::_exit(1);
+    flush();
+}
+
+/// An error about something of another program is a race that the program lost: a window died
+/// between an event and our request. A damage object of ours dies with the window it watches.
+bool Connection::isRace(const xcb_generic_error_t& error) const {
+    const auto* setup = xcb_get_setup(m_xcb);
+    const bool ours =
+        (error.resource_id & ~setup->resource_id_mask) == setup->resource_id_base;
+    return !ours || (m_damageError && error.error_code == m_damageError);
+}
+
+} // namespace WindowServer

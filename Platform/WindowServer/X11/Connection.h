@@ -1,0 +1,89 @@
+// The program's own connection to the X server: apart from Qt's, so that the errors that come of
+// other programs' windows dying under a capture never reach Qt.
+#pragma once
+
+#include "WindowServer/X11/Reply.h"
+
+#include <QObject>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include <xcb/render.h>
+#include <xcb/xcb.h>
+
+namespace WindowServer {
+
+class Connection : public QObject {
+public:
+    /// Null where no server answers at DISPLAY.
+    static std::unique_ptr<Connection> open();
+    ~Connection() override;
+
+    xcb_connection_t* xcb() const { return m_xcb; }
+    const xcb_screen_t& screen() const { return *m_screen; }
+    int screenNumber() const { return m_screenNumber; }
+    xcb_window_t root() const { return m_screen->root; }
+
+    /// First event code of each extension; 0 where the server lacks it.
+    struct Events {
+        uint8_t damage = 0;
+        uint8_t randr = 0;
+        uint8_t shape = 0;
+    };
+    const Events& events() const { return m_events; }
+
+    /// Whether the server has all that a live blur takes: Composite, Damage, Render, XFixes and plain
+    /// pixels.
+    bool canBlurLive() const { return m_canBlurLive; }
+    /// Whether Render can scale pictures here.
+    bool canScale() const { return m_rgbFormat != 0; }
+    bool hasShape() const { return m_events.shape != 0; }
+    /// Whether pixels of depth 24 take 32 bits in the byte order of this machine.
+    bool hasPlainPixels() const;
+
+    xcb_render_pictformat_t rgbFormat() const { return m_rgbFormat; } ///< Depth 24, no alpha.
+    /// The picture format of a visual; 0 where Render knows none.
+    xcb_render_pictformat_t formatOf(xcb_visualid_t visual) const;
+    bool hasAlpha(xcb_render_pictformat_t format) const;
+
+    xcb_atom_t atom(const char* name);
+    uint32_t newId() const { return xcb_generate_id(m_xcb); }
+    void flush() const { xcb_flush(m_xcb); }
+
+    template <typename Reply, typename Cookie>
+    Owned<Reply> reply(Reply* (*fetch)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
+                       Cookie cookie) const {
+        return await(m_xcb, fetch, cookie);
+    }
+
+    /// Delivers events from the running event loop to `onEvent`. A lost server ends the process at
+    /// once with status 1.
+    void attach();
+    std::function<void(const xcb_generic_event_t&)> onEvent;
+    /// Called where the server refused something of ours that it was not expected to refuse: what
+    /// was drawn since cannot be trusted.
+    std::function<void()> onRefusal;
+
+private:
+    Connection(xcb_connection_t* connection, int screenNumber);
+
+    void findExtensions();
+    void findFormats();
+    void dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*));
+    bool isRace(const xcb_generic_error_t& error) const;
+
+    xcb_connection_t* m_xcb;
+    int m_screenNumber;
+    const xcb_screen_t* m_screen;
+    Events m_events;
+    uint8_t m_damageError = 0;
+    std::map<std::string, xcb_atom_t> m_atoms;
+    bool m_canBlurLive = false;
+    Owned<xcb_render_query_pict_formats_reply_t> m_formats;
+    xcb_render_pictformat_t m_rgbFormat = 0;
+};
+
+} // namespace WindowServer

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace WindowServer {
+
+/// Pixels of four channels, row after row: blue, green, red and one that is not used, 0 to 255.
+struct SmallImage {
+    int width = 0;
+    int height = 0;
+    std::vector<float> values;
+
+    SmallImage() = default;
+    SmallImage(int w, int h) : width(w), height(h), values(static_cast<size_t>(w) * h * 4) {}
+    float* row(int y) { return values.data() + static_cast<size_t>(y) * width * 4; }
+    const float* row(int y) const { return values.data() + static_cast<size_t>(y) * width * 4; }
+};
+
+/// How a wide Gaussian is split: the picture is halved `halvings` times by box filters, blurred
+/// there with `deviation`, and enlarged again by linear interpolation. The three together have the
+/// variance that was asked for.
+struct BlurPlan {
+    int halvings = 1;     ///< At least 1.
+    double deviation = 0; ///< In pixels of the small picture.
+
+    /// For a Gaussian of that standard deviation in full-size pixels.
+    static BlurPlan forDeviation(double pixels);
+    int factor() const { return 1 << halvings; }
+};
+
+/// A separable Gaussian with the picture's edge pixels continued outwards. The plan bounds the
+/// deviation, so the cost grows with the number of pixels alone.
+class GaussianBlur {
+public:
+    /// A standard deviation in pixels; 0 leaves pictures as they are.
+    explicit GaussianBlur(double deviation);
+
+    void apply(SmallImage& image);
+
+private:
+    void blurRows(SmallImage& image);
+    void blurColumns(const SmallImage& from, SmallImage& to) const;
+
+    std::vector<float> m_kernel; ///< From the centre outwards.
+    std::vector<float> m_paddedRow;
+    SmallImage m_scratch;
+};
+
+} // namespace WindowServer

@@ -1,0 +1,55 @@
+#include "WindowServer/X11/LiveBlur.h"
+
+#include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/ScreenPicture.h"
+
+#include <optional>
+
+namespace WindowServer {
+
+std::vector<LiveBlur::Pending> LiveBlur::request(const std::vector<Behind>& behinds,
+                                                 const std::vector<PixelRect>& areas) {
+    std::optional<ScreenPicture> screen;
+    if (!m_scene) screen.emplace(m_connection);
+    Drawable& desktop = m_scene ? static_cast<Drawable&>(*m_scene) : *screen;
+    std::vector<Pending> pending;
+    for (const Behind& behind : behinds) {
+        PixelRect dirty;
+        for (const PixelRect& area : areas)
+            dirty = united(dirty, intersection(area, behind.pixels));
+        if (isEmpty(dirty)) continue;
+        Pyramid& pyramid = pyramidFor(behind.backdrop);
+        pending.push_back({behind.backdrop, pyramid,
+                           pyramid.request(desktop, dirty, behind.pixels.x, behind.pixels.y)});
+    }
+    return pending;
+}
+
+std::vector<Backdrop*> LiveBlur::receive(const std::vector<Pending>& pending) const {
+    std::vector<Backdrop*> received;
+    for (const Pending& one : pending)
+        if (one.pyramid.receive(one.request, one.backdrop.source()))
+            received.push_back(&one.backdrop);
+    return received;
+}
+
+void LiveBlur::hold() { m_redirection = std::make_unique<Redirection>(m_connection); }
+
+void LiveBlur::exempt(xcb_window_t cover) {
+    if (m_exempted.insert(cover).second) m_redirection->exempt(cover);
+}
+
+void LiveBlur::follow(std::function<bool(xcb_window_t)> hidden) {
+    m_scene = std::make_unique<Scene>(m_connection, std::move(hidden));
+}
+
+Pyramid& LiveBlur::pyramidFor(const Backdrop& backdrop) {
+    const int halvings = backdrop.plan().halvings;
+    auto& pyramid = m_pyramids[{halvings, backdrop.width(), backdrop.height()}];
+    if (!pyramid)
+        pyramid = std::make_unique<Pyramid>(m_connection, backdrop.width(), backdrop.height(),
+                                            halvings);
+    return *pyramid;
+}
+
+} // namespace WindowServer

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "WindowServer/Session.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace WindowServer {
+
+class Connection;
+
+/// Asks the server for its monitors and makes displays of them: the main one first, then by name.
+/// Clones, monitors that lie wholly within another, have no display of their own.
+class Monitors {
+public:
+    /// Device pixels in a point on the output of that name.
+    using ScaleOf = std::function<double(const std::string& output)>;
+
+    explicit Monitors(Connection& connection) : m_connection(connection) {}
+
+    std::vector<Display> query(const ScaleOf& scaleOf);
+
+private:
+    struct Monitor {
+        std::string name;
+        PixelRect pixels;
+        bool primary = false;
+        std::string identity; ///< The EDID, or the name where the monitor gives none.
+    };
+
+    std::vector<Monitor> connected();
+    std::string identityOf(uint32_t output, const std::string& name);
+    uint32_t numberOf(const Monitor& monitor);
+
+    Connection& m_connection;
+    std::map<std::pair<std::string, std::string>, uint32_t> m_numbers; ///< By identity and name.
+};
+
+} // namespace WindowServer

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <map>
+
+#include <xcb/xcb.h>
+
+namespace WindowServer {
+
+class Connection;
+
+/// Keeps windows of ours above every window of other programs, in the order of their levels. Window
+/// managers know nothing of levels, so it watches the screen and puts back what comes above.
+class Stacking {
+public:
+    explicit Stacking(Connection& connection);
+
+    void add(xcb_window_t window, int level);
+    void remove(xcb_window_t window);
+    bool holds(xcb_window_t window) const { return m_levels.contains(window); }
+
+    /// Puts all windows in their order on top of the screen.
+    void restack();
+
+    /// Restacks where the event tells of another program's window above ours: at once, but in small
+    /// steps of time against a program that keeps raising itself.
+    void handle(const xcb_generic_event_t& event);
+
+private:
+    bool isIntrusion(const xcb_generic_event_t& event) const;
+    void putBack();
+
+    Connection& m_connection;
+    std::map<xcb_window_t, int> m_levels;
+    QElapsedTimer m_spell; ///< Since the current count of restackings began.
+    int m_count = 0;
+    QTimer m_later;
+};
+
+} // namespace WindowServer

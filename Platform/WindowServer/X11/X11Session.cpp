@@ -1,0 +1,247 @@
+#include "WindowServer/X11/X11Session.h"
+
+#include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/X11Surface.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+#include <xcb/randr.h>
+
+namespace WindowServer {
+
+namespace {
+
+constexpr int frameMilliseconds = 33; ///< At most 30 frames a second.
+
+// Return codes of the window server's calls.
+constexpr int illegalArgument = 1001;
+constexpr int notImplemented = 1006;
+
+double scaleOf(const std::string& output) {
+    for (const QScreen* screen : QGuiApplication::screens())
+        if (screen->name().toStdString() == output) return screen->devicePixelRatio();
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    return primary ? primary->devicePixelRatio() : 1;
+}
+
+} // namespace
+
+std::unique_ptr<X11Session> X11Session::connect() {
+    auto connection = Connection::open();
+    if (!connection) return nullptr;
+    return std::unique_ptr<X11Session>(new X11Session(std::move(connection)));
+}
+
+X11Session::X11Session(std::unique_ptr<Connection> connection)
+    : m_connection(std::move(connection)), m_monitors(*m_connection), m_stacking(*m_connection),
+      m_tray(*m_connection) {
+    for (QTimer* timer : {&m_commit, &m_frame, &m_displayRefresh}) {
+        timer->setSingleShot(true);
+        timer->setTimerType(Qt::PreciseTimer);
+    }
+    QObject::connect(&m_commit, &QTimer::timeout, &m_commit, [this] { commit(); });
+    QObject::connect(&m_frame, &QTimer::timeout, &m_frame, [this] { drawFrame(); });
+    QObject::connect(&m_displayRefresh, &QTimer::timeout, &m_displayRefresh,
+                     [this] { refreshDisplays(); });
+}
+
+X11Session::~X11Session() = default;
+
+void X11Session::attach() {
+    m_connection->onEvent = [this](const xcb_generic_event_t& event) { handle(event); };
+    m_connection->onRefusal = [this] { coverPlainly(); };
+    m_connection->attach();
+    m_tray.onChanged = [this] {
+        if (onTrayChanged) onTrayChanged();
+    };
+    watchDisplays();
+    m_displays = m_monitors.query(scaleOf);
+}
+
+/// The server tells of its monitors; Qt, in its own time, of their scales.
+void X11Session::watchDisplays() {
+    if (m_connection->events().randr)
+        xcb_randr_select_input(m_connection->xcb(), m_connection->root(),
+                               XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE |
+                                   XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
+                                   XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
+    const auto refresh = [this] { m_displayRefresh.start(0); };
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &m_displayRefresh, refresh);
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &m_displayRefresh, refresh);
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &m_displayRefresh, refresh);
+}
+
+void X11Session::refreshDisplays() {
+    auto displays = m_monitors.query(scaleOf);
+    if (displays == m_displays) return;
+    m_displays = std::move(displays);
+    for (X11Surface* surface : m_surfaces)
+        surface->place();
+    if (onDisplaysChanged) onDisplaysChanged();
+}
+
+std::unique_ptr<Surface> X11Session::makeSurface() {
+    auto surface = std::make_unique<X11Surface>(*this, *m_connection);
+    m_surfaces.push_back(surface.get());
+    return surface;
+}
+
+void X11Session::forget(X11Surface& surface) {
+    std::erase(m_surfaces, &surface);
+    m_stacking.remove(surface.window());
+    scheduleCommit();
+}
+
+int X11Session::setBackgroundBlurRadius(int surfaceNumber, int radius) {
+    if (!canBlurLive()) return notImplemented;
+    for (X11Surface* surface : m_surfaces) {
+        if (surface->number() != surfaceNumber) continue;
+        surface->setRadius(radius);
+        return 0;
+    }
+    return illegalArgument;
+}
+
+const Display* X11Session::displayAt(const CGRect& frame) const {
+    const auto same = std::ranges::find(m_displays, frame, &Display::frame);
+    if (same != m_displays.end()) return &*same;
+    const double x = frame.origin.x + frame.size.width / 2;
+    const double y = frame.origin.y + frame.size.height / 2;
+    const auto holder = std::ranges::find_if(m_displays, [=](const Display& display) {
+        const CGRect& f = display.frame;
+        return x >= f.origin.x && x < f.origin.x + f.size.width && y >= f.origin.y &&
+               y < f.origin.y + f.size.height;
+    });
+    return holder == m_displays.end() ? nullptr : &*holder;
+}
+
+void X11Session::handle(const xcb_generic_event_t& event) {
+    m_tray.handle(event);
+    const int type = event.response_type & 0x7f;
+    if (m_connection->events().randr && (type == m_connection->events().randr ||
+                                         type == m_connection->events().randr + XCB_RANDR_NOTIFY))
+        m_displayRefresh.start(0);
+    if (type == XCB_EXPOSE) {
+        const auto& expose = reinterpret_cast<const xcb_expose_event_t&>(event);
+        for (X11Surface* surface : m_surfaces)
+            if (surface->window() == expose.window) surface->expose(expose);
+        return;
+    }
+    m_stacking.handle(event);
+    if (m_live && m_live->handle(event)) scheduleFrame();
+}
+
+void X11Session::commit() {
+    hideUnwanted();
+    const auto wantsLive = [](const X11Surface* surface) { return surface->wantsLiveBlur(); };
+    const bool live = canBlurLive() && std::ranges::any_of(m_surfaces, wantsLive);
+    const bool any = std::ranges::any_of(m_surfaces, &X11Surface::wantsToShow);
+    watchScreen(any);
+    if (live && !m_live) m_live = std::make_unique<LiveBlur>(*m_connection);
+
+    std::vector<X11Surface*> stale;
+    for (X11Surface* surface : m_surfaces)
+        if (surface->isStale() && surface->wantsToShow()) stale.push_back(surface);
+    if (!stale.empty()) showAll(stale);
+    if (!live) {
+        m_live.reset();
+        m_frame.stop();
+    }
+    m_connection->flush();
+}
+
+void X11Session::hideUnwanted() {
+    for (X11Surface* surface : m_surfaces) {
+        if (surface->wantsToShow() || !surface->isMapped()) continue;
+        m_stacking.remove(surface->window());
+        surface->hide();
+    }
+    m_connection->flush();
+}
+
+void X11Session::showAll(const std::vector<X11Surface*>& surfaces) {
+    for (X11Surface* surface : surfaces) {
+        surface->prepare();
+        m_stacking.add(surface->window(), surface->level());
+    }
+    captureSources(surfaces);
+    // Nobody else draws or looks between the first window's appearance and the last one's picture.
+    xcb_grab_server(m_connection->xcb());
+    m_stacking.restack();
+    for (X11Surface* surface : surfaces)
+        surface->show();
+    xcb_ungrab_server(m_connection->xcb());
+    m_connection->flush();
+    if (m_live && !m_live->isFollowing()) followDesktop();
+}
+
+void X11Session::captureSources(const std::vector<X11Surface*>& surfaces) {
+    if (!m_live) return;
+    std::vector<LiveBlur::Behind> behinds;
+    std::vector<PixelRect> areas;
+    for (const X11Surface* surface : surfaces) {
+        if (!surface->awaitsSource()) continue;
+        behinds.push_back({*surface->backdrop(), surface->pixels()});
+        areas.push_back(surface->pixels());
+    }
+    const auto pending = m_live->request(behinds, areas);
+    // The server redirects while this process blurs.
+    if (!m_live->isFollowing()) m_live->hold();
+    for (X11Surface* surface : surfaces)
+        m_live->exempt(surface->window());
+    m_connection->flush();
+    const auto received = m_live->receive(pending);
+    for (X11Surface* surface : surfaces)
+        if (std::ranges::find(received, surface->backdrop()) != received.end())
+            surface->sourceArrived();
+}
+
+void X11Session::followDesktop() {
+    m_live->follow([this](xcb_window_t window) {
+        return std::ranges::any_of(m_surfaces, [window](const X11Surface* surface) {
+            return surface->window() == window;
+        });
+    });
+    m_sinceFrame.start();
+    scheduleFrame();
+}
+
+void X11Session::watchScreen(bool watch) {
+    if (m_watching == watch) return;
+    m_watching = watch;
+    const uint32_t mask =
+        watch ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE : 0;
+    xcb_change_window_attributes(m_connection->xcb(), m_connection->root(), XCB_CW_EVENT_MASK,
+                                 &mask);
+}
+
+void X11Session::scheduleFrame() {
+    if (m_frame.isActive()) return;
+    const auto wait = frameMilliseconds - m_sinceFrame.elapsed();
+    m_frame.start(static_cast<int>(std::max<qint64>(wait, 0)));
+}
+
+void X11Session::drawFrame() {
+    m_sinceFrame.start();
+    const auto changed = m_live->update();
+    std::vector<LiveBlur::Behind> behinds;
+    for (const X11Surface* surface : m_surfaces)
+        if (surface->isMapped() && surface->isLive())
+            behinds.push_back({*surface->backdrop(), surface->pixels()});
+    const auto received = m_live->receive(m_live->request(behinds, changed));
+    for (X11Surface* surface : m_surfaces)
+        if (std::ranges::find(received, surface->backdrop()) != received.end())
+            surface->refresh();
+    m_connection->flush();
+}
+
+void X11Session::coverPlainly() {
+    for (X11Surface* surface : m_surfaces)
+        if (surface->isMapped()) surface->showPlain();
+    m_connection->flush();
+}
+
+} // namespace WindowServer

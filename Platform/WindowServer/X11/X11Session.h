@@ -1,0 +1,72 @@
+#pragma once
+
+#include "WindowServer/Session.h"
+#include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/LiveBlur.h"
+#include "WindowServer/X11/Monitors.h"
+#include "WindowServer/X11/Stacking.h"
+#include "WindowServer/X11/TrayWatch.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+namespace WindowServer {
+
+class X11Surface;
+
+/// The session on an X server: carries out at the end of each turn of the event loop what the
+/// surfaces were told in it, and keeps their blur, order and displays current.
+class X11Session : public Session {
+public:
+    /// Null where no server answers.
+    static std::unique_ptr<X11Session> connect();
+    ~X11Session() override;
+
+    void attach() override;
+    const std::vector<Display>& displays() const override { return m_displays; }
+    bool hasTray() const override { return m_tray.isPresent(); }
+    std::unique_ptr<Surface> makeSurface() override;
+    int setBackgroundBlurRadius(int surfaceNumber, int radius) override;
+
+    bool canBlurLive() const { return m_connection->canBlurLive(); }
+    /// The display that a frame belongs to: the one of that very frame, else the one that holds the
+    /// frame's middle. Null where there is none.
+    const Display* displayAt(const CGRect& frame) const;
+    void scheduleCommit() { m_commit.start(0); }
+    void forget(X11Surface& surface);
+
+private:
+    explicit X11Session(std::unique_ptr<Connection> connection);
+
+    void handle(const xcb_generic_event_t& event);
+    void refreshDisplays();
+    void watchDisplays();
+
+    void commit();
+    void hideUnwanted();
+    void showAll(const std::vector<X11Surface*>& surfaces);
+    void captureSources(const std::vector<X11Surface*>& surfaces);
+    void followDesktop();
+    void watchScreen(bool watch);
+    void scheduleFrame();
+    void drawFrame();
+    void coverPlainly();
+
+    std::unique_ptr<Connection> m_connection;
+    Monitors m_monitors;
+    Stacking m_stacking;
+    TrayWatch m_tray;
+    std::vector<Display> m_displays;
+    std::vector<X11Surface*> m_surfaces;
+    std::unique_ptr<LiveBlur> m_live;
+    bool m_watching = false;
+    QTimer m_commit;
+    QTimer m_frame;
+    QTimer m_displayRefresh;
+    QElapsedTimer m_sinceFrame;
+};
+
+} // namespace WindowServer

@@ -1,0 +1,251 @@
+#include "WindowServer/X11/X11Surface.h"
+
+#include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/ScreenGrab.h"
+#include "WindowServer/X11/X11Session.h"
+
+#include <cmath>
+#include <utility>
+
+#include <xcb/shape.h>
+
+namespace WindowServer {
+
+namespace {
+
+/// The material blurs as strongly as the strongest background blur that windows ask for.
+constexpr double materialDeviation = 84;
+
+void setText(Connection& connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+             const std::string& text) {
+    xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
+                        static_cast<uint32_t>(text.size()), text.data());
+}
+
+uint32_t pixelOf(const CGColor& color) {
+    const auto part = [&color](double value) {
+        return static_cast<uint32_t>(std::lround(value * color.alpha * 255));
+    };
+    return part(color.red) << 16 | part(color.green) << 8 | part(color.blue);
+}
+
+} // namespace
+
+X11Surface::X11Surface(X11Session& session, Connection& connection)
+    : m_session(session), m_connection(connection), m_window(connection.newId()) {
+    xcb_connection_t* const xcb = connection.xcb();
+    const uint32_t values[] = {connection.screen().black_pixel, true, XCB_EVENT_MASK_EXPOSURE};
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_window, connection.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    // An opaque full-screen window is no reason for a compositor to stop compositing.
+    const uint32_t keepCompositing = 2;
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window,
+                        connection.atom("_NET_WM_BYPASS_COMPOSITOR"), XCB_ATOM_CARDINAL, 32, 1,
+                        &keepCompositing);
+}
+
+X11Surface::~X11Surface() {
+    m_backdrop.reset();
+    m_session.forget(*this);
+    xcb_destroy_window(m_connection.xcb(), m_window);
+    m_connection.flush();
+}
+
+void X11Surface::changed() {
+    m_stale = true;
+    m_session.scheduleCommit();
+}
+
+void X11Surface::setTitle(const std::string& title) {
+    setText(m_connection, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
+    setText(m_connection, m_window, m_connection.atom("_NET_WM_NAME"),
+            m_connection.atom("UTF8_STRING"), title);
+}
+
+void X11Surface::setFrame(const CGRect& frame) {
+    m_frame = frame;
+    place();
+}
+
+void X11Surface::place() {
+    const Display* display = m_session.displayAt(m_frame);
+    if (!display) return;
+    const double top = display->frame.origin.y + display->frame.size.height;
+    const auto edge = [scale = display->scale](double points) {
+        return static_cast<int>(std::lround(points * scale));
+    };
+    const int left = edge(m_frame.origin.x - display->frame.origin.x);
+    const int right = edge(m_frame.origin.x + m_frame.size.width - display->frame.origin.x);
+    const int upper = edge(top - m_frame.origin.y - m_frame.size.height);
+    const int lower = edge(top - m_frame.origin.y);
+    const PixelRect pixels{display->pixels.x + left, display->pixels.y + upper, right - left,
+                           lower - upper};
+    m_scale = display->scale;
+    if (m_frame == display->frame) {
+        const std::string name = "cover:" + display->name + '\0' + "nimbrel-lite" + '\0';
+        setText(m_connection, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, name);
+    }
+    if (pixels == m_pixels) return;
+    m_pixels = pixels;
+    changed();
+}
+
+void X11Surface::setLevel(int level) {
+    if (m_level == level) return;
+    m_level = level;
+    changed();
+}
+
+void X11Surface::setIgnoresMouseEvents(bool ignores) {
+    if (ignores) setEmptyInput();
+}
+
+/// A region of no rectangles at all; no region would mean the whole window.
+void X11Surface::setEmptyInput() {
+    if (!m_connection.hasShape()) return;
+    xcb_shape_rectangles(m_connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
+                         XCB_CLIP_ORDERING_UNSORTED, m_window, 0, 0, 0, nullptr);
+}
+
+void X11Surface::setAlpha(double alpha) {
+    if (m_alpha == alpha) return;
+    m_alpha = alpha;
+    changed();
+}
+
+void X11Surface::setLook(const Look& look) {
+    if (m_look == look) return;
+    m_look = look;
+    changed();
+}
+
+void X11Surface::setRadius(int radius) {
+    if (m_radius == radius) return;
+    m_radius = radius;
+    changed();
+}
+
+void X11Surface::orderFront() {
+    if (m_ordered) return;
+    m_ordered = true;
+    changed();
+}
+
+void X11Surface::orderOut() {
+    if (!m_ordered) return;
+    m_ordered = false;
+    changed();
+}
+
+bool X11Surface::wantsLiveBlur() const {
+    return wantsToShow() && m_radius > 1 && m_look.overlay.alpha < 1;
+}
+
+void X11Surface::prepare() {
+    m_stale = false;
+    m_live = wantsLiveBlur() && m_session.canBlurLive();
+    const bool still = !m_live && m_look.material && m_look.overlay.alpha < 1;
+    if (still) return prepareStill(materialDeviation * m_scale);
+    if (!m_live) {
+        m_backdrop.reset();
+        return;
+    }
+    m_backdrop = std::make_unique<Backdrop>(m_connection, m_window, m_pixels.width,
+                                            m_pixels.height, m_radius / 2.0 * m_scale);
+    m_awaitsSource = true;
+}
+
+/// A still picture can be taken only while nothing of ours lies over the screen; afterwards the one
+/// taken is kept, stretched where the size changes.
+void X11Surface::prepareStill(double deviation) {
+    const auto former = std::move(m_backdrop);
+    auto next = std::make_unique<Backdrop>(m_connection, m_window, m_pixels.width, m_pixels.height,
+                                           deviation);
+    if (!m_mapped) {
+        if (!grabScreen(m_connection, m_pixels, next->plan().factor(), next->source())) return;
+    } else if (former) {
+        next->source() = resized(former->source(), next->source().width, next->source().height);
+    } else {
+        return;
+    }
+    next->develop(m_look.overlay);
+    m_backdrop = std::move(next);
+}
+
+void X11Surface::sourceArrived() {
+    m_awaitsSource = false;
+    m_backdrop->develop(m_look.overlay);
+}
+
+void X11Surface::refresh() {
+    const PixelRect area = m_backdrop->develop(m_look.overlay);
+    if (!isEmpty(area)) paint(area);
+}
+
+void X11Surface::configure() {
+    const uint32_t values[] = {static_cast<uint32_t>(m_pixels.x), static_cast<uint32_t>(m_pixels.y),
+                               static_cast<uint32_t>(m_pixels.width),
+                               static_cast<uint32_t>(m_pixels.height)};
+    xcb_configure_window(m_connection.xcb(), m_window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values);
+}
+
+void X11Surface::setBackground(uint32_t mask, uint32_t value) {
+    xcb_change_window_attributes(m_connection.xcb(), m_window, mask, &value);
+}
+
+void X11Surface::show() {
+    configure();
+    if (!m_backdrop || m_awaitsSource) {
+        showPlain();
+        return;
+    }
+    // With no background the server leaves the old pixels until the picture is painted, so no plain
+    // frame is ever seen; later exposures start from the picture's mean.
+    if (!m_mapped) {
+        setBackground(XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
+        xcb_map_window(m_connection.xcb(), m_window);
+        m_mapped = true;
+    }
+    m_paintedAt = paint(sized(m_pixels.width, m_pixels.height));
+    setBackground(XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
+}
+
+uint32_t X11Surface::plainPixel() const {
+    return m_connection.screen().root_depth == 24 ? pixelOf(m_look.overlay)
+                                                  : m_connection.screen().black_pixel;
+}
+
+void X11Surface::showPlain() {
+    m_backdrop.reset();
+    m_live = false;
+    setBackground(XCB_CW_BACK_PIXEL, plainPixel());
+    if (!std::exchange(m_mapped, true)) xcb_map_window(m_connection.xcb(), m_window);
+    xcb_clear_area(m_connection.xcb(), false, m_window, 0, 0, 0, 0);
+}
+
+void X11Surface::hide() {
+    m_stale = false;
+    m_mapped = false;
+    m_live = false;
+    m_backdrop.reset();
+    xcb_unmap_window(m_connection.xcb(), m_window);
+}
+
+uint32_t X11Surface::paint(const PixelRect& area) {
+    m_backdrop->paint(area);
+    return xcb_no_operation(m_connection.xcb()).sequence;
+}
+
+void X11Surface::expose(const xcb_expose_event_t& event) {
+    const auto& generic = reinterpret_cast<const xcb_generic_event_t&>(event);
+    if (!m_backdrop || static_cast<int32_t>(generic.full_sequence - m_paintedAt) < 0) return;
+    paint({event.x, event.y, event.width, event.height});
+    m_connection.flush();
+}
+
+} // namespace WindowServer

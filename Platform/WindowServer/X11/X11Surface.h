@@ -1,0 +1,92 @@
+#pragma once
+
+#include "WindowServer/Session.h"
+#include "WindowServer/X11/Backdrop.h"
+
+#include <memory>
+#include <string>
+
+#include <xcb/xcb.h>
+
+namespace WindowServer {
+
+class Connection;
+class X11Session;
+
+/// An override-redirect window without a frame: no window manager moves or decorates it. It keeps
+/// what it is told and reaches the screen when the session commits.
+class X11Surface : public Surface {
+public:
+    X11Surface(X11Session& session, Connection& connection);
+    ~X11Surface() override;
+
+    int number() const override { return static_cast<int>(m_window); }
+    void setTitle(const std::string& title) override;
+    void setFrame(const CGRect& frame) override;
+    void setLevel(int level) override;
+    void setIgnoresMouseEvents(bool ignores) override;
+    void setAlpha(double alpha) override;
+    void setLook(const Look& look) override;
+    void orderFront() override;
+    void orderOut() override;
+
+    void setRadius(int radius);
+
+    xcb_window_t window() const { return m_window; }
+    const PixelRect& pixels() const { return m_pixels; }
+    int level() const { return m_level; }
+    Backdrop* backdrop() const { return m_backdrop.get(); }
+
+    bool wantsToShow() const { return m_ordered && m_alpha > 0 && m_pixels.width > 0; }
+    bool wantsLiveBlur() const;
+    bool isMapped() const { return m_mapped; }
+    bool isLive() const { return m_live; }
+
+    /// Whether a commit has anything to do here.
+    bool isStale() const { return m_stale; }
+
+    /// Puts the frame onto the displays as they are now.
+    void place();
+    /// Makes the picture to show anew, with its source still to be filled where the blur is live.
+    void prepare();
+    /// Whether `prepare` left a live source to be filled.
+    bool awaitsSource() const { return m_live && m_awaitsSource; }
+    void sourceArrived();
+    /// Blurs a source that changed, and paints what came to differ.
+    void refresh();
+    /// Puts the window and its whole picture on the screen.
+    void show();
+    void hide();
+    /// Covers with a plain dark colour: the answer to everything that goes wrong.
+    void showPlain();
+    void expose(const xcb_expose_event_t& event);
+
+private:
+    void changed();
+    void setEmptyInput();
+    void prepareStill(double deviation);
+    void configure();
+    void setBackground(uint32_t mask, uint32_t value);
+    uint32_t plainPixel() const;
+    uint32_t paint(const PixelRect& area);
+
+    X11Session& m_session;
+    Connection& m_connection;
+    xcb_window_t m_window;
+    CGRect m_frame;
+    PixelRect m_pixels;
+    double m_scale = 1;
+    int m_level = 0;
+    double m_alpha = 1;
+    int m_radius = 0;
+    Look m_look;
+    bool m_ordered = false;
+    bool m_mapped = false;
+    bool m_stale = false;
+    bool m_live = false;
+    bool m_awaitsSource = false;
+    uint32_t m_paintedAt = 0; ///< The request that painted all; earlier exposures are dealt with.
+    std::unique_ptr<Backdrop> m_backdrop;
+};
+
+} // namespace WindowServer
