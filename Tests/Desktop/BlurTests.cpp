@@ -1,0 +1,145 @@
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/TestWindow.h"
+
+#include <cmath>
+#include <csignal>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+constexpr double tint = 0.6;  // what the dark glass lets through
+constexpr double spread = 84; // the blur's standard deviation in pixels
+constexpr int smoothStep = 3; // the steepest slope of such a blur, and rounding
+
+bool hasCompositor(const Desktop& desktop) {
+    return desktop.screen.selectionOwner("_NET_WM_CM_S0") != XCB_NONE;
+}
+
+std::unique_ptr<Process> startCompositor(const Desktop& desktop) {
+    auto picom = std::make_unique<Process>(
+        std::vector<std::string>{"picom", "--backend", "xrender", "--config", "/dev/null"},
+        desktop.environment());
+    EXPECT_TRUE(await([&] { return hasCompositor(desktop); })) << picom->errors();
+    return picom;
+}
+
+double meanOf(const Desktop& desktop, const Area& area) { return desktop.screen.grab(area).mean(); }
+
+class Blur : public testing::TestWithParam<bool> {
+protected:
+    Blur() : paper(desktop.display(), desktop.screen.bounds()) {
+        paper.paint(white);
+        paper.lower();
+        paper.show();
+        if (GetParam()) compositor = startCompositor(desktop);
+    }
+
+    Desktop desktop;
+    TestWindow paper;
+    std::unique_ptr<Process> compositor;
+};
+
+} // namespace
+
+TEST_P(Blur, MakesChecksOneDarkGrey) {
+    for (const int size : {1, 2, 8, 20}) {
+        paper.paintChecks(size);
+        Agent agent(desktop);
+        agent.cover();
+        for (const Area& monitor : {Desktop::left, Desktop::right}) {
+            const Area inside = {monitor.x + 200, monitor.y + 200, monitor.width - 400,
+                                 monitor.height - 400};
+            const Picture picture = desktop.screen.grab(inside);
+            EXPECT_LE(picture.sharpestStep(), smoothStep) << "checks of " << size;
+            EXPECT_NEAR(picture.mean(), 255 / 2.0 * tint, 4) << "checks of " << size;
+        }
+    }
+}
+
+TEST_P(Blur, SpreadsAnEdgeAsAGaussianDoes) {
+    const int edge = 960;
+    paper.paint(3200, 1, [](int x, int) { return x < edge ? white : black; });
+    Agent agent(desktop);
+    agent.cover();
+
+    for (const double sigmas : {-2.0, -1.0, -0.5, 0.0, 0.5, 1.0, 2.0}) {
+        const int x = edge + static_cast<int>(sigmas * spread);
+        const double expected = 255 * tint * std::erfc(sigmas / std::sqrt(2)) / 2;
+        EXPECT_NEAR(meanOf(desktop, {x - 2, 500, 4, 40}), expected, 6) << sigmas << " sigmas";
+    }
+}
+
+TEST_P(Blur, FollowsTheWindowsBelow) {
+    Agent agent(desktop);
+    agent.cover();
+    for (const uint32_t colour : {black, white, black}) {
+        paper.paint(colour);
+        const double expected = colour == white ? 255 * tint : 0;
+        for (const Area& monitor : {Desktop::left, Desktop::right})
+            EXPECT_TRUE(
+                await([&] { return std::abs(meanOf(desktop, monitor) - expected) < 6; }, 5s))
+                << monitor << " has stayed at " << meanOf(desktop, monitor);
+    }
+}
+
+TEST_P(Blur, FollowsAWindowThatComesMovesAndGoes) {
+    const Area from = {100, 100, 700, 700};
+    const Area to = {1000, 200, 800, 800};
+    paper.paint(black);
+    TestWindow visitor(desktop.display(), from);
+    visitor.paint(white);
+    visitor.lower();
+    paper.lower();
+    Agent agent(desktop);
+    agent.cover();
+    const auto isBright = [&](const Area& area) {
+        return meanOf(desktop, {area.x + 300, area.y + 300, 50, 50}) > 80;
+    };
+
+    visitor.show();
+    EXPECT_TRUE(await([&] { return isBright(from) && !isBright(to); }, 5s));
+    visitor.place(to);
+    EXPECT_TRUE(await([&] { return !isBright(from) && isBright(to); }, 5s));
+    visitor.hide();
+    EXPECT_TRUE(await([&] { return !isBright(from) && !isBright(to); }, 5s));
+}
+
+TEST_P(Blur, DoesNotFeedOnItself) {
+    Agent agent(desktop);
+    agent.cover();
+    const double before = meanOf(desktop, Desktop::left);
+    EXPECT_TRUE(
+        holdsFor(1500ms, [&] { return std::abs(meanOf(desktop, Desktop::left) - before) < 2; }))
+        << before << " has become " << meanOf(desktop, Desktop::left);
+}
+
+INSTANTIATE_TEST_SUITE_P(Desktop, Blur, testing::Bool(), [](const auto& each) {
+    return each.param ? "WithACompositor" : "WithoutACompositor";
+});
+
+TEST(BlurUnderChange, SurvivesACompositorThatComesAndGoes) {
+    Desktop desktop;
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    paper.paint(white);
+    paper.lower();
+    paper.show();
+    Agent agent(desktop);
+    agent.cover();
+    const auto shows = [&](uint32_t colour) {
+        const double expected = colour == white ? 255 * tint : 0;
+        paper.paint(colour);
+        return await([&] { return std::abs(meanOf(desktop, Desktop::left) - expected) < 6; }, 5s);
+    };
+
+    for (const int end : {SIGTERM, SIGKILL}) {
+        const auto compositor = startCompositor(desktop);
+        EXPECT_TRUE(shows(black) && shows(white)) << "with a compositor";
+        compositor->send(end);
+        EXPECT_TRUE(compositor->awaitEnd());
+        EXPECT_TRUE(shows(black) && shows(white)) << "after signal " << end;
+    }
+}

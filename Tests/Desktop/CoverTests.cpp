@@ -1,0 +1,114 @@
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/TestWindow.h"
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+// White below the tint, however much of it is blurred.
+constexpr int brightestCovered = 160;
+
+struct Layout {
+    const char* name;
+    std::vector<std::pair<const char*, const char*>> monitors; // RandR's geometry, and its output
+    Area clear = {};                                           // on no monitor
+};
+
+class CoverLayouts : public testing::TestWithParam<Layout> {};
+
+} // namespace
+
+TEST_P(CoverLayouts, EveryPixelOfEveryMonitorAndNoOther) {
+    auto server = XServer::framebuffer();
+    int number = 0;
+    for (const auto& [geometry, output] : GetParam().monitors)
+        server->xrandr({"--setmonitor", std::to_string(number++), geometry, output});
+    Desktop desktop(std::move(server));
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    paper.paint(white);
+    paper.lower();
+    paper.show();
+    Agent agent(desktop);
+
+    agent.cover();
+
+    for (const Area& monitor : desktop.screen.monitors())
+        EXPECT_LE(desktop.screen.grab(monitor).brightest(), brightestCovered) << monitor;
+    if (const Area& clear = GetParam().clear; clear.width > 0) {
+        EXPECT_TRUE(desktop.screen.grab(clear).isAll(white)) << clear;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, CoverLayouts,
+    testing::Values(
+        Layout{"OneForTheWholeScreen", {}},
+        Layout{"DifferentHeights",
+               {{"1920/500x1080/290+0+0", "screen"}, {"1280/340x1024/270+1920+0", "none"}},
+               Desktop::deadZone},
+        Layout{"FirstNotAtTheOrigin",
+               {{"1280/340x800/270+1920+280", "screen"}, {"1920/500x1080/290+0+0", "none"}},
+               {1920, 0, 1280, 280}},
+        Layout{"OddSizes",
+               {{"1367/340x769/270+0+0", "screen"}, {"801/340x601/270+1367+13", "none"}},
+               {0, 800, 500, 200}},
+        Layout{"EightSmall",
+               {{"800/200x540/140+0+0", "screen"},
+                {"800/200x540/140+800+0", "none"},
+                {"800/200x540/140+1600+0", "none"},
+                {"800/200x540/140+2400+0", "none"},
+                {"800/200x540/140+0+540", "none"},
+                {"800/200x540/140+800+540", "none"},
+                {"800/200x540/140+1600+540", "none"},
+                {"800/200x540/140+2400+540", "none"}}}),
+    [](const auto& each) { return each.param.name; });
+
+TEST(Cover, HasGoneWithoutATraceAfterTheSecondClick) {
+    Desktop desktop;
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    paper.paintChecks(8);
+    paper.lower();
+    paper.show();
+    Agent agent(desktop);
+    const Area aboveTheTray = {0, 0, 3200, 1080 - Tray::iconSize};
+    const Picture before = desktop.screen.grab(aboveTheTray);
+
+    agent.cover();
+    agent.uncover();
+
+    EXPECT_EQ(desktop.screen.grab(aboveTheTray), before);
+}
+
+TEST(Cover, FollowsEveryOneOfThreeQuickClicks) {
+    Desktop desktop;
+    Agent agent(desktop);
+
+    agent.toggle();
+    agent.toggle();
+    agent.toggle();
+
+    EXPECT_TRUE(await([&] { return agent.isCovered(); }));
+    EXPECT_TRUE(holdsFor(500ms, [&] { return agent.isCovered(); }));
+}
+
+TEST(Cover, TakesNothingMoreFromTheServerHoweverOftenItIsToggled) {
+    Desktop desktop;
+    Agent agent(desktop);
+    const auto toggleTimes = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            agent.cover();
+            agent.uncover();
+        }
+    };
+
+    toggleTimes(5);
+    const size_t before = desktop.screen.pixmaps();
+    toggleTimes(30);
+
+    EXPECT_TRUE(await([&] { return desktop.screen.pixmaps() <= before; }))
+        << before << " pixmaps have become " << desktop.screen.pixmaps();
+    EXPECT_EQ(agent.covers().size(), desktop.screen.monitors().size());
+}

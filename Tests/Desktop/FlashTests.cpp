@@ -1,0 +1,73 @@
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/TestWindow.h"
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+enum class Sight { Clear, Covered, Bare };
+
+// Four rows of a monitor stand for the whole of it, so that many samples fit between two frames.
+Sight look(const Screen& screen, const Area& monitor) {
+    Sight result = Sight::Covered;
+    for (int quarter = 0; quarter < 4; ++quarter) {
+        const Picture row =
+            screen.grab({monitor.x, monitor.y + quarter * monitor.height / 4, monitor.width, 1});
+        if (row.count(white) > 0) return Sight::Clear;
+        // White under dark glass is a grey of 153: whatever is darker was never a blurred picture.
+        if (row.mean() < 120) result = Sight::Bare;
+    }
+    return result;
+}
+
+} // namespace
+
+TEST(Flash, NothingReadableOrBareEverShowsOnceAMonitorIsCovered) {
+    Desktop desktop;
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    paper.paint(white);
+    paper.lower();
+    paper.show();
+    Agent agent(desktop);
+    const std::vector<Area> monitors = desktop.screen.monitors();
+    size_t samples = 0;
+
+    for (int round = 0; round < 20; ++round) {
+        std::vector<bool> seenCovered(monitors.size(), false);
+        agent.toggle();
+        const auto end = Clock::now() + 20s;
+        auto stop = end;
+        while (Clock::now() < stop) {
+            for (size_t i = 0; i < monitors.size(); ++i) {
+                const Sight sight = look(desktop.screen, monitors[i]);
+                ++samples;
+                ASSERT_NE(sight, Sight::Bare) << "monitor " << i << " in round " << round;
+                ASSERT_FALSE(seenCovered[i] && sight == Sight::Clear) << "monitor " << i;
+                seenCovered[i] = sight == Sight::Covered;
+            }
+            const bool all =
+                std::find(seenCovered.begin(), seenCovered.end(), false) == seenCovered.end();
+            if (all && stop == end) stop = Clock::now() + 200ms;
+        }
+        ASSERT_NE(stop, end) << "not covered";
+        agent.uncover();
+    }
+    std::cout << samples << " samples\n";
+}
+
+TEST(Flash, ThePictureIsOfThisMomentAndNotOfTheLastTime) {
+    Desktop desktop;
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    paper.lower();
+    paper.show();
+    Agent agent(desktop);
+    for (const uint32_t colour : {white, black, white}) {
+        paper.paint(colour);
+        agent.cover();
+        EXPECT_NEAR(desktop.screen.grab(Desktop::left).mean(), colour == white ? 153 : 0, 6);
+        agent.uncover();
+    }
+}

@@ -1,0 +1,44 @@
+#include "Harness/Desktop.h"
+
+namespace Harness {
+
+namespace {
+
+// Beside the middle of the left monitor's lower edge, clear of every corner.
+constexpr int trayX = 600;
+
+} // namespace
+
+Desktop::Desktop() : Desktop(twoMonitors()) {}
+
+Desktop::Desktop(std::unique_ptr<XServer> xServer)
+    : server(std::move(xServer)), bus(std::in_place), screen(display()), input(display()) {
+    tray.emplace(display(), trayX, screen.bounds().height - Tray::iconSize);
+}
+
+std::unique_ptr<XServer> Desktop::twoMonitors(const std::vector<std::string>& arguments) {
+    auto server = XServer::framebuffer(arguments);
+    server->xrandr({"--setmonitor", "A", "1920/500x1080/290+0+0", "screen"});
+    server->xrandr({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"});
+    return server;
+}
+
+Environment Desktop::environment() const {
+    Environment result = {
+        {"PATH", inheritedEnvironment()["PATH"]},
+        {"LANG", "C.UTF-8"},
+        {"DISPLAY", display()},
+        {"HOME", m_home.path().string()},
+        {"XDG_CONFIG_HOME", m_home.make("config").string()},
+        {"XDG_DATA_HOME", m_home.make("data").string()},
+        {"XDG_CACHE_HOME", m_home.make("cache").string()},
+        {"XDG_RUNTIME_DIR", m_home.make("runtime").string()},
+        {"DBUS_SESSION_BUS_ADDRESS", bus ? bus->address() : "unix:path=/nonexistent"},
+        // The leak check traces the program, which does not let itself be traced.
+        {"ASAN_OPTIONS", "detect_leaks=0"},
+        {"UBSAN_OPTIONS", "print_stacktrace=1"},
+    };
+    return result;
+}
+
+} // namespace Harness

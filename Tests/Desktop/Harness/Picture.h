@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Harness/Area.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace Harness {
+
+/// What stands on a piece of the screen: opaque pixels, 0xRRGGBB.
+class Picture {
+public:
+    Picture(Area area, std::vector<uint32_t> pixels);
+
+    const Area& area() const { return m_area; }
+
+    /// The pixel at these coordinates of the screen.
+    uint32_t at(int x, int y) const;
+    int luminance(int x, int y) const; ///< 0 to 255
+
+    Picture cut(const Area& area) const;
+
+    double mean() const;                 ///< The mean luminance, 0 to 255.
+    int brightest() const;               ///< The greatest luminance.
+    int sharpestStep() const;            ///< The greatest step in luminance between neighbours.
+    size_t count(uint32_t colour) const; ///< How many pixels have just this colour.
+    bool isAll(uint32_t colour) const { return count(colour) == m_pixels.size(); }
+    bool operator==(const Picture&) const = default;
+
+private:
+    Area m_area;
+    std::vector<uint32_t> m_pixels;
+};
+
+} // namespace Harness

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QDBusVariant>
+#include <QObject>
+
+#include <string>
+
+namespace Harness {
+
+/// The desktop's settings as programs ask for them on the session bus: the wish for contrast alone.
+class Portal : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+    Q_PROPERTY(uint version READ version)
+
+public:
+    Portal(const std::string& busAddress, bool highContrast);
+    ~Portal() override;
+
+    void setHighContrast(bool highContrast); ///< Told to everyone who listens.
+
+    uint version() const { return 2; }
+
+public slots:
+    QDBusVariant ReadOne(const QString& space, const QString& key);
+    QDBusVariant Read(const QString& space, const QString& key); ///< Wraps its answer once more.
+
+signals:
+    void SettingChanged(const QString& space, const QString& key, const QDBusVariant& value);
+
+private:
+    QDBusVariant contrast() const { return QDBusVariant(m_highContrast ? 1U : 0U); }
+
+    QDBusConnection m_bus;
+    bool m_highContrast;
+};
+
+} // namespace Harness

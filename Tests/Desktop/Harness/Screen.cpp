@@ -1,0 +1,115 @@
+#include "Harness/Screen.h"
+
+#include <cstring>
+#include <stdexcept>
+
+#include <xcb/randr.h>
+#include <xcb/res.h>
+#include <xcb/shape.h>
+
+namespace Harness {
+
+namespace {
+
+Area areaOf(const xcb_get_geometry_reply_t& geometry) {
+    return {geometry.x, geometry.y, geometry.width, geometry.height};
+}
+
+} // namespace
+
+Area Screen::bounds() const {
+    return areaOf(
+        *m_client.ask(xcb_get_geometry_reply, xcb_get_geometry(m_client, m_client.root())));
+}
+
+Picture Screen::grab(const Area& area) const {
+    const auto image = m_client.ask(
+        xcb_get_image_reply,
+        xcb_get_image(m_client, XCB_IMAGE_FORMAT_Z_PIXMAP, m_client.root(),
+                      static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
+                      static_cast<uint16_t>(area.width), static_cast<uint16_t>(area.height), ~0U));
+    if (!image) throw std::runtime_error("no such area of the screen");
+    std::vector<uint32_t> pixels(static_cast<size_t>(area.width) *
+                                 static_cast<size_t>(area.height));
+    std::memcpy(pixels.data(), xcb_get_image_data(image.get()), pixels.size() * sizeof(uint32_t));
+    return {area, std::move(pixels)};
+}
+
+std::vector<Area> Screen::monitors() const {
+    const auto reply = m_client.ask(xcb_randr_get_monitors_reply,
+                                    xcb_randr_get_monitors(m_client, m_client.root(), 1));
+    std::vector<Area> result;
+    for (auto i = xcb_randr_get_monitors_monitors_iterator(reply.get()); i.rem != 0;
+         xcb_randr_monitor_info_next(&i))
+        result.push_back({i.data->x, i.data->y, i.data->width, i.data->height});
+    return result;
+}
+
+std::vector<ScreenWindow> Screen::windows() const {
+    const auto tree = m_client.ask(xcb_query_tree_reply, xcb_query_tree(m_client, m_client.root()));
+    const xcb_window_t* children = xcb_query_tree_children(tree.get());
+    std::vector<ScreenWindow> result;
+    for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i)
+        result.push_back(describe(children[i]));
+    return result;
+}
+
+ScreenWindow Screen::describe(xcb_window_t window) const {
+    ScreenWindow result;
+    result.number = window;
+    const auto geometry = m_client.ask(xcb_get_geometry_reply, xcb_get_geometry(m_client, window));
+    const auto attributes =
+        m_client.ask(xcb_get_window_attributes_reply, xcb_get_window_attributes(m_client, window));
+    const auto property = m_client.ask(
+        xcb_get_property_reply,
+        xcb_get_property(m_client, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 64));
+    // Any of them is missing where the window has gone since the tree was asked for.
+    if (!geometry || !attributes || !property) return result;
+    result.area = areaOf(*geometry);
+    result.viewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    result.overrideRedirect = attributes->override_redirect;
+    const std::string names(static_cast<const char*>(xcb_get_property_value(property.get())),
+                            static_cast<size_t>(xcb_get_property_value_length(property.get())));
+    const size_t end = names.find('\0');
+    if (end == std::string::npos) return result;
+    result.instance = names.substr(0, end);
+    result.className = names.substr(end + 1).c_str();
+    return result;
+}
+
+size_t Screen::inputRectangles(xcb_window_t window) const {
+    const auto reply = m_client.ask(xcb_shape_get_rectangles_reply,
+                                    xcb_shape_get_rectangles(m_client, window, XCB_SHAPE_SK_INPUT));
+    if (!reply) throw std::runtime_error("no such window");
+    return static_cast<size_t>(xcb_shape_get_rectangles_rectangles_length(reply.get()));
+}
+
+xcb_window_t Screen::focus() const {
+    return m_client.ask(xcb_get_input_focus_reply, xcb_get_input_focus(m_client))->focus;
+}
+
+xcb_window_t Screen::selectionOwner(const std::string& selection) const {
+    return m_client
+        .ask(xcb_get_selection_owner_reply,
+             xcb_get_selection_owner(m_client, m_client.atom(selection)))
+        ->owner;
+}
+
+size_t Screen::pixmaps() const {
+    const xcb_atom_t pixmap = m_client.atom("PIXMAP");
+    const auto clients = m_client.ask(xcb_res_query_clients_reply, xcb_res_query_clients(m_client));
+    size_t result = 0;
+    for (auto i = xcb_res_query_clients_clients_iterator(clients.get()); i.rem != 0;
+         xcb_res_client_next(&i)) {
+        const auto types =
+            m_client.ask(xcb_res_query_client_resources_reply,
+                         xcb_res_query_client_resources(m_client, i.data->resource_base));
+        if (!types) continue;
+        for (auto type = xcb_res_query_client_resources_types_iterator(types.get()); type.rem != 0;
+             xcb_res_type_next(&type))
+            if (type.data->resource_type == pixmap) result += type.data->count;
+    }
+    return result;
+}
+
+} // namespace Harness

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Harness/Picture.h"
+#include "Harness/XClient.h"
+
+#include <string>
+#include <vector>
+
+namespace Harness {
+
+/// A child of the root window.
+struct ScreenWindow {
+    xcb_window_t number = 0;
+    Area area;
+    bool viewable = false;
+    bool overrideRedirect = false;
+    std::string instance; ///< Both halves of WM_CLASS.
+    std::string className;
+};
+
+/// What anyone at the server can see.
+class Screen {
+public:
+    explicit Screen(const std::string& display) : m_client(display) {}
+
+    Area bounds() const;
+    Picture grab(const Area& area) const;
+
+    std::vector<Area> monitors() const;
+    std::vector<ScreenWindow> windows() const; ///< From the bottom to the top.
+
+    /// How many rectangles a window's input region has: one, the whole window, unless it was set.
+    size_t inputRectangles(xcb_window_t window) const;
+
+    xcb_window_t focus() const;
+    xcb_window_t selectionOwner(const std::string& selection) const;
+
+    /// How many pixmaps all clients of the server hold together.
+    size_t pixmaps() const;
+
+private:
+    ScreenWindow describe(xcb_window_t window) const;
+
+    XClient m_client;
+};
+
+} // namespace Harness

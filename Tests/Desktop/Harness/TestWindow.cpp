@@ -1,0 +1,131 @@
+#include "Harness/TestWindow.h"
+
+namespace Harness {
+
+namespace {
+
+constexpr uint32_t heard = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
+                           XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+                           XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_FOCUS_CHANGE;
+
+uint16_t extent(int pixels) { return static_cast<uint16_t>(pixels); }
+
+} // namespace
+
+TestWindow::TestWindow(const std::string& display, const Area& area, Kind kind)
+    : m_client(display), m_window(xcb_generate_id(m_client)) {
+    const uint32_t values[] = {marker, kind == Kind::Popup ? 1U : 0U, heard};
+    xcb_create_window(m_client, XCB_COPY_FROM_PARENT, m_window, m_client.root(),
+                      static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
+                      extent(area.width), extent(area.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    m_client.settle();
+}
+
+void TestWindow::paint(uint32_t colour) {
+    xcb_change_window_attributes(m_client, m_window, XCB_CW_BACK_PIXEL, &colour);
+    xcb_clear_area(m_client, 0, m_window, 0, 0, 0, 0);
+    m_client.settle();
+}
+
+void TestWindow::paint(int width, int height,
+                       const std::function<uint32_t(int x, int y)>& colourAt) {
+    std::vector<uint32_t> pixels;
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            pixels.push_back(colourAt(x, y));
+
+    const xcb_pixmap_t tile = xcb_generate_id(m_client);
+    const xcb_gcontext_t context = xcb_generate_id(m_client);
+    const uint8_t depth = m_client.screen().root_depth;
+    xcb_create_pixmap(m_client, depth, tile, m_window, extent(width), extent(height));
+    xcb_create_gc(m_client, context, tile, 0, nullptr);
+    xcb_put_image(m_client, XCB_IMAGE_FORMAT_Z_PIXMAP, tile, context, extent(width), extent(height),
+                  0, 0, 0, depth, static_cast<uint32_t>(pixels.size() * sizeof(uint32_t)),
+                  reinterpret_cast<const uint8_t*>(pixels.data()));
+    xcb_change_window_attributes(m_client, m_window, XCB_CW_BACK_PIXMAP, &tile);
+    xcb_clear_area(m_client, 0, m_window, 0, 0, 0, 0);
+    xcb_free_gc(m_client, context);
+    xcb_free_pixmap(m_client, tile);
+    m_client.settle();
+}
+
+void TestWindow::paintChecks(int size) {
+    paint(2 * size, 2 * size,
+          [size](int x, int y) { return (x < size) == (y < size) ? white : black; });
+}
+
+void TestWindow::setStates(const std::vector<std::string>& states) {
+    std::vector<xcb_atom_t> atoms;
+    for (const std::string& state : states)
+        atoms.push_back(m_client.atom(state));
+    xcb_change_property(m_client, XCB_PROP_MODE_REPLACE, m_window, m_client.atom("_NET_WM_STATE"),
+                        XCB_ATOM_ATOM, 32, static_cast<uint32_t>(atoms.size()), atoms.data());
+}
+
+void TestWindow::show() {
+    xcb_map_window(m_client, m_window);
+    m_client.settle();
+}
+
+bool TestWindow::isViewable() const {
+    const auto attributes = m_client.ask(xcb_get_window_attributes_reply,
+                                         xcb_get_window_attributes(m_client, m_window));
+    return attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+void TestWindow::hide() {
+    xcb_unmap_window(m_client, m_window);
+    m_client.settle();
+}
+
+void TestWindow::raise() { stack(XCB_STACK_MODE_ABOVE); }
+
+void TestWindow::lower() { stack(XCB_STACK_MODE_BELOW); }
+
+void TestWindow::stack(uint32_t mode) {
+    xcb_configure_window(m_client, m_window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
+    m_client.settle();
+}
+
+void TestWindow::place(const Area& area) {
+    const int32_t values[] = {area.x, area.y, area.width, area.height};
+    xcb_configure_window(m_client, m_window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values);
+    m_client.settle();
+}
+
+void TestWindow::takeFocus() {
+    xcb_set_input_focus(m_client, XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME);
+    m_client.settle();
+}
+
+std::vector<TestWindow::Event> TestWindow::takeEvents() {
+    m_client.settle();
+    std::vector<Event> result;
+    while (const auto event = m_client.nextEvent()) {
+        const uint8_t type = event->response_type & 0x7F;
+        if (type == XCB_MAPPING_NOTIFY) continue; // every client gets these
+        Event heardNow;
+        heardNow.type = type;
+        heardNow.detail = event->pad0;
+        // Keys, buttons and motion share one layout.
+        if (type >= XCB_KEY_PRESS && type <= XCB_MOTION_NOTIFY) {
+            const auto& input = reinterpret_cast<const xcb_button_press_event_t&>(*event);
+            heardNow.x = input.root_x;
+            heardNow.y = input.root_y;
+        }
+        result.push_back(heardNow);
+    }
+    return result;
+}
+
+std::ostream& operator<<(std::ostream& out, const TestWindow::Event& event) {
+    return out << "type " << int{event.type} << " detail " << int{event.detail} << " at " << event.x
+               << "," << event.y;
+}
+
+} // namespace Harness

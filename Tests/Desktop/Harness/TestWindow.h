@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Harness/Area.h"
+#include "Harness/XClient.h"
+
+#include <functional>
+#include <vector>
+
+namespace Harness {
+
+/// Colours that no blurred and darkened picture of anything holds.
+constexpr uint32_t marker = 0xFF00FF;
+constexpr uint32_t white = 0xFFFFFF;
+constexpr uint32_t black = 0x000000;
+
+/// A program's window on the desktop: it shows what it is told to and keeps what it hears.
+class TestWindow {
+public:
+    enum class Kind {
+        Popup,  ///< Placed by itself, as menus and notifications are.
+        Managed ///< Left to the window manager, if there is one.
+    };
+
+    struct Event {
+        uint8_t type = 0; ///< As the core protocol numbers them: XCB_BUTTON_PRESS.
+        uint8_t detail = 0;
+        int x = 0; ///< Of the screen; 0 for events without a place.
+        int y = 0;
+        bool operator==(const Event&) const = default;
+    };
+
+    /// The window is made unmapped and plain `marker`.
+    TestWindow(const std::string& display, const Area& area, Kind kind = Kind::Popup);
+
+    xcb_window_t number() const { return m_window; }
+    const XClient& client() const { return m_client; }
+
+    void paint(uint32_t colour);
+    /// Covers the window with a repeated tile whose pixels the function tells.
+    void paint(int width, int height, const std::function<uint32_t(int x, int y)>& colourAt);
+    void paintChecks(int size); ///< Black and white.
+
+    void
+    setStates(const std::vector<std::string>& states); ///< "_NET_WM_STATE_ABOVE"; before `show`
+    void show();
+    bool isViewable() const; ///< A window manager takes its time to show a window.
+    void hide();
+    void raise();
+    void lower();
+    void place(const Area& area);
+    void takeFocus();
+
+    /// What was heard since the last call.
+    std::vector<Event> takeEvents();
+
+private:
+    void stack(uint32_t mode);
+
+    XClient m_client;
+    xcb_window_t m_window;
+};
+
+std::ostream& operator<<(std::ostream& out, const TestWindow::Event& event);
+
+} // namespace Harness

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Harness/Area.h"
+#include "Harness/XClient.h"
+
+#include <vector>
+
+namespace Harness {
+
+/// A system tray of the XEmbed kind: icons dock in a row, from the left.
+class Tray {
+public:
+    static constexpr int iconSize = 24;
+
+    Tray(const std::string& display, int x, int y);
+
+    /// Where the icons stand on the screen, the newest last.
+    std::vector<Area> icons();
+
+private:
+    void handle(const xcb_generic_event_t& event);
+    void dock(xcb_window_t icon);
+
+    XClient m_client;
+    Area m_area;
+    xcb_window_t m_window;
+    xcb_atom_t m_opcode;
+    xcb_atom_t m_embedding;
+    std::vector<xcb_window_t> m_icons;
+};
+
+} // namespace Harness

@@ -1,0 +1,42 @@
+#include "Harness/XClient.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace Harness {
+
+XClient::XClient(const std::string& display) : m_connection(xcb_connect(display.c_str(), nullptr)) {
+    checkAlive();
+    m_screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
+}
+
+XClient::~XClient() { xcb_disconnect(m_connection); }
+
+void XClient::checkAlive() const {
+    if (xcb_connection_has_error(m_connection)) throw std::runtime_error("no X server");
+}
+
+xcb_atom_t XClient::atom(const std::string& name) const {
+    const auto length = static_cast<uint16_t>(name.size());
+    return ask(xcb_intern_atom_reply, xcb_intern_atom(m_connection, 0, length, name.c_str()))->atom;
+}
+
+void XClient::settle() const { ask(xcb_get_input_focus_reply, xcb_get_input_focus(m_connection)); }
+
+Received<xcb_generic_event_t> XClient::nextEvent() const {
+    return Received<xcb_generic_event_t>(xcb_poll_for_event(m_connection));
+}
+
+void XClient::send(xcb_window_t window, xcb_atom_t type, uint32_t mask,
+                   const uint32_t (&data)[5]) const {
+    xcb_client_message_event_t message = {};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = type;
+    std::copy(std::begin(data), std::end(data), message.data.data32);
+    xcb_send_event(m_connection, 0, window, mask, reinterpret_cast<const char*>(&message));
+    xcb_flush(m_connection);
+}
+
+} // namespace Harness

@@ -1,0 +1,127 @@
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/TestWindow.h"
+
+#include <csignal>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+struct OnPaper : testing::Test {
+    OnPaper() : paper(desktop.display(), desktop.screen.bounds()) {
+        paper.lower();
+        paper.show();
+    }
+
+    bool isClear() { return desktop.screen.grab({0, 0, 3200, 1000}).isAll(marker); }
+
+    Desktop desktop;
+    TestWindow paper;
+};
+
+} // namespace
+
+TEST_F(OnPaper, IsClearAtEveryStart) {
+    for (int i = 0; i < 2; ++i) {
+        Agent agent(desktop);
+        EXPECT_TRUE(isClear());
+        agent.cover();
+    }
+    EXPECT_TRUE(isClear());
+}
+
+TEST_F(OnPaper, IsClearAfterAPoliteEnd) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        for (const bool covered : {true, false}) {
+            Agent agent(desktop);
+            if (covered) agent.cover();
+            agent.process().send(signal);
+            EXPECT_EQ(agent.process().awaitEnd(), 0) << "signal " << signal;
+            EXPECT_TRUE(isClear());
+        }
+}
+
+TEST_F(OnPaper, IsClearAfterAViolentEnd) {
+    {
+        Agent agent(desktop);
+        agent.cover();
+        agent.process().send(SIGKILL);
+        ASSERT_TRUE(agent.process().awaitEnd());
+        EXPECT_TRUE(await([&] { return agent.covers().empty() && isClear(); }));
+    }
+    Agent next(desktop);
+    next.cover();
+}
+
+TEST_F(OnPaper, BelongsToTheNewestStart) {
+    Agent first(desktop);
+    first.cover();
+
+    Agent second(desktop);
+
+    EXPECT_EQ(first.process().awaitEnd(), 0);
+    EXPECT_TRUE(await([&] { return isClear(); }));
+    second.cover();
+    EXPECT_FALSE(second.process().status());
+}
+
+TEST_F(OnPaper, NeedsNoSessionBus) {
+    desktop.bus.reset();
+    Agent agent(desktop);
+    agent.cover();
+    agent.uncover();
+}
+
+TEST_F(OnPaper, GoesOnWhenTheSessionBusDies) {
+    Agent agent(desktop);
+    agent.cover();
+    desktop.bus.reset();
+    agent.uncover();
+    agent.cover();
+}
+
+TEST_F(OnPaper, GetsItsStatusItemInATrayThatComesLater) {
+    desktop.tray.reset();
+    Agent agent(desktop);
+    for (int i = 0; i < 3; ++i) {
+        desktop.tray.emplace(desktop.display(), 600, 1050);
+        ASSERT_TRUE(await([&] { return !desktop.tray->icons().empty(); })) << "tray " << i;
+        agent.cover();
+        agent.uncover();
+        desktop.tray.reset();
+    }
+}
+
+TEST(Lifetime, EndsWithTheServer) {
+    for (const bool covered : {true, false}) {
+        Desktop desktop;
+        Agent agent(desktop);
+        if (covered) agent.cover();
+        desktop.server->process().send(SIGKILL);
+        const auto status = agent.process().awaitEnd();
+        ASSERT_TRUE(status) << "still running";
+        EXPECT_GT(*status, 0);
+        EXPECT_LT(*status, 128) << "died of a signal: " << agent.process().errors();
+    }
+}
+
+TEST(Lifetime, SaysInOneSentenceThatThereIsNoDisplay) {
+    Folder home;
+    Environment environment = {{"PATH", inheritedEnvironment()["PATH"]},
+                               {"HOME", home.path().string()},
+                               {"XDG_RUNTIME_DIR", home.make("runtime").string()}};
+    for (const char* display : {"", ":987654"}) {
+        environment.erase("DISPLAY");
+        if (*display) environment["DISPLAY"] = display;
+        Process process(Agent::command(), environment);
+        const auto status = process.awaitEnd();
+        ASSERT_TRUE(status) << "still running";
+        EXPECT_GT(*status, 0);
+        EXPECT_LT(*status, 128) << "died of a signal";
+        const std::string errors = process.errors();
+        EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+    }
+}

@@ -1,0 +1,140 @@
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/TestWindow.h"
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+constexpr int brightestCovered = 160;
+
+bool isDarkEverywhere(const Desktop& desktop) {
+    for (const Area& monitor : desktop.screen.monitors())
+        if (desktop.screen.grab(monitor).brightest() > brightestCovered) return false;
+    return true;
+}
+
+void layPaper(const Desktop& desktop, TestWindow& paper) {
+    paper.place(desktop.screen.bounds());
+    paper.paint(white);
+    paper.lower();
+    paper.show();
+}
+
+using Change = std::vector<std::string>;
+
+struct Step {
+    const char* name;
+    std::vector<Change> changes; ///< xrandr's arguments, one call after the other
+};
+
+// A server's monitors as its clients name them: no output has to come or go for these.
+const std::vector<Step> monitorSteps = {
+    {"one more", {{"--setmonitor", "C", "400/100x300/80+2500+100", "none"}}},
+    {"one less", {{"--delmonitor", "C"}}},
+    {"smaller", {{"--delmonitor", "B"}, {"--setmonitor", "B", "1024/270x768/200+1920+0", "none"}}},
+    {"moved", {{"--delmonitor", "B"}, {"--setmonitor", "B", "1024/270x768/200+2100+300", "none"}}},
+    {"only one", {{"--delmonitor", "B"}}},
+    {"the server's own", {{"--delmonitor", "A"}}},
+    {"two again",
+     {{"--setmonitor", "A", "1920/500x1080/290+0+0", "screen"},
+      {"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"}}},
+};
+
+// Real outputs: they are switched, turned and resized, and the screen with them.
+const std::vector<Step> outputSteps = {
+    {"second on",
+     {{"--addmode", "DUMMY1", "1024x768"},
+      {"--output", "DUMMY1", "--mode", "1024x768", "--right-of", "DUMMY0"}}},
+    {"second below", {{"--output", "DUMMY1", "--below", "DUMMY0"}}},
+    {"second first", {{"--output", "DUMMY0", "--right-of", "DUMMY1", "--primary"}}},
+    {"smaller", {{"--addmode", "DUMMY1", "640x480"}, {"--output", "DUMMY1", "--mode", "640x480"}}},
+    {"turned", {{"--output", "DUMMY1", "--mode", "1024x768", "--rotate", "left"}}},
+    {"first off", {{"--output", "DUMMY0", "--off"}}},
+    {"first back", {{"--output", "DUMMY0", "--auto", "--left-of", "DUMMY1"}}},
+    {"second off", {{"--output", "DUMMY1", "--off"}}},
+};
+
+} // namespace
+
+TEST(Monitors, AreCoveredThroughEveryChangeWhileOn) {
+    Desktop desktop;
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    layPaper(desktop, paper);
+    Agent agent(desktop);
+    agent.cover();
+    for (const Step& step : monitorSteps) {
+        for (const Change& change : step.changes)
+            desktop.server->xrandr(change);
+        EXPECT_TRUE(await([&] { return agent.isCovered() && isDarkEverywhere(desktop); }))
+            << step.name;
+        EXPECT_TRUE(await([&] {
+            return agent.covers().size() == desktop.screen.monitors().size();
+        })) << step.name
+            << " leaves a window behind";
+    }
+}
+
+TEST(Monitors, StayClearThroughEveryChangeWhileOff) {
+    Desktop desktop;
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    layPaper(desktop, paper);
+    Agent agent(desktop);
+    for (const Step& step : monitorSteps) {
+        for (const Change& change : step.changes)
+            desktop.server->xrandr(change);
+        EXPECT_TRUE(holdsFor(200ms, [&] { return agent.visibleCovers().empty(); })) << step.name;
+        agent.cover();
+        EXPECT_TRUE(isDarkEverywhere(desktop)) << step.name;
+        agent.uncover();
+    }
+}
+
+TEST(Monitors, SurviveFiftyChangesInARow) {
+    Desktop desktop;
+    Agent agent(desktop);
+    agent.cover();
+    for (int i = 0; i < 50; ++i) {
+        const std::string size = std::to_string(640 + i * 13) + "/300x" +
+                                 std::to_string(480 + i * 7) + "/200+1920+" + std::to_string(i);
+        desktop.server->xrandr({"--delmonitor", "B"});
+        desktop.server->xrandr({"--setmonitor", "B", size, "none"});
+    }
+    EXPECT_TRUE(await([&] { return agent.isCovered(); }));
+    EXPECT_TRUE(await([&] { return agent.covers().size() == 2; }));
+}
+
+TEST(Outputs, AreCoveredThroughEveryChangeWhileOn) {
+    auto server = XServer::outputs();
+    if (!server) GTEST_SKIP() << "no X server with several outputs can start here";
+    Desktop desktop(std::move(server));
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    layPaper(desktop, paper);
+    Agent agent(desktop);
+    agent.cover();
+    for (const Step& step : outputSteps) {
+        for (const Change& change : step.changes)
+            desktop.server->xrandr(change);
+        layPaper(desktop, paper);
+        EXPECT_TRUE(await([&] { return agent.isCovered() && isDarkEverywhere(desktop); }))
+            << step.name;
+    }
+}
+
+TEST(Outputs, AreCoveredAgainWhenAllWereGone) {
+    auto server = XServer::outputs();
+    if (!server) GTEST_SKIP() << "no X server with several outputs can start here";
+    Desktop desktop(std::move(server));
+    Agent agent(desktop);
+    agent.cover();
+
+    for (int round = 0; round < 5; ++round) {
+        desktop.server->xrandr({"--output", "DUMMY0", "--off"});
+        ASSERT_TRUE(desktop.screen.monitors().empty());
+        EXPECT_TRUE(await([&] { return agent.visibleCovers().empty(); })) << round;
+        desktop.server->xrandr({"--output", "DUMMY0", "--auto"});
+        EXPECT_TRUE(await([&] { return agent.isCovered(); })) << round;
+    }
+}
