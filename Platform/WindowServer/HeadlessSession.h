@@ -30,7 +30,7 @@ public:
     double alpha = 1;
     Look look;
     bool ordered = false;
-    int radius = 0;         ///< The last one that was granted.
+    int radius = 0;          ///< The last one that was granted.
     int requestedRadius = 0; ///< The last one that was asked for.
 
 private:
@@ -51,7 +51,7 @@ public:
     int surfacesMade() const { return m_surfacesMade; }
 
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override;
-    int blurAnswer = 0;     ///< What `setBackgroundBlurRadius` says of any surface.
+    int blurAnswer = 0;        ///< What `setBackgroundBlurRadius` says of any surface.
     bool grantsNumbers = true; ///< Whether new surfaces get a number.
 
 private:

@@ -28,8 +28,8 @@ struct Display {
     uint32_t number = 0; ///< Stable across restarts and never shared by two connected displays.
     std::string name;    ///< The output's name, "DP-1".
     PixelRect pixels;
-    double scale = 1;    ///< Device pixels in a point.
-    CGRect frame;        ///< In points, y up, origin at the lower left of the first display.
+    double scale = 1; ///< Device pixels in a point.
+    CGRect frame;     ///< In points, y up, origin at the lower left of the first display.
     bool operator==(const Display&) const = default;
 };
 
@@ -40,9 +40,9 @@ struct Look {
     bool operator==(const Look&) const = default;
 };
 
-/// One native window without a frame of its own, drawn by the window server. It stands on the screen
-/// while it is ordered front and its alpha is above 0. What changes within one turn of the event
-/// loop reaches the screen together at the turn's end.
+/// One native window without a frame of its own, drawn by the window server. It stands on the
+/// screen while it is ordered front and its alpha is above 0. What changes within one turn of the
+/// event loop reaches the screen together at the turn's end.
 class Surface {
 public:
     virtual ~Surface() = default;
@@ -88,9 +88,9 @@ public:
 
     virtual std::unique_ptr<Surface> makeSurface() = 0;
 
-    /// Blurs what lies behind a surface with a Gaussian of standard deviation radius/2 points, live,
-    /// while the surface is visible. A radius of 1 or less ends it. 0 on success; any other value
-    /// is a refusal: no such surface, or a server that lacks what a live blur takes.
+    /// Blurs what lies behind a surface with a Gaussian of standard deviation radius/2 points,
+    /// live, while the surface is visible. A radius of 1 or less ends it. 0 on success; any other
+    /// value is a refusal: no such surface, or a server that lacks what a live blur takes.
     virtual int setBackgroundBlurRadius(int surfaceNumber, int radius) = 0;
 };
 

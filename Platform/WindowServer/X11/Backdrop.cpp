@@ -12,8 +12,8 @@ Backdrop::Backdrop(Connection& connection, xcb_window_t window, int width, int h
       m_blur(m_plan.deviation),
       m_source(ceilDiv(width, m_plan.factor()), ceilDiv(height, m_plan.factor())),
       m_shown{m_source.width, m_source.height, {}},
-      m_enlarger(Enlarger::make(connection, window, m_plan.factor(), m_source.width,
-                                m_source.height)) {}
+      m_enlarger(
+          Enlarger::make(connection, window, m_plan.factor(), m_source.width, m_source.height)) {}
 
 PixelRect Backdrop::develop(const CGColor& overlay) {
     m_blurred = m_source;

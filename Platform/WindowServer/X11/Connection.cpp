@@ -38,7 +38,8 @@ std::unique_ptr<Connection> Connection::open() {
 }
 
 Connection::Connection(xcb_connection_t* connection, int screenNumber)
-    : m_xcb(connection), m_screenNumber(screenNumber), m_screen(screenAt(connection, screenNumber)) {
+    : m_xcb(connection), m_screenNumber(screenNumber),
+      m_screen(screenAt(connection, screenNumber)) {
     findExtensions();
 }
 
@@ -130,7 +131,8 @@ xcb_atom_t Connection::atom(const char* name) {
 }
 
 void Connection::attach() {
-    auto* notifier = new QSocketNotifier(xcb_get_file_descriptor(m_xcb), QSocketNotifier::Read, this);
+    auto* notifier =
+        new QSocketNotifier(xcb_get_file_descriptor(m_xcb), QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] { dispatch(xcb_poll_for_event); });
     // Waiting for a reply may have read events already, and those no longer wake the notifier.
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
@@ -160,8 +162,7 @@ void Connection::dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*)) {
 /// between an event and our request. A damage object of ours dies with the window it watches.
 bool Connection::isRace(const xcb_generic_error_t& error) const {
     const auto* setup = xcb_get_setup(m_xcb);
-    const bool ours =
-        (error.resource_id & ~setup->resource_id_mask) == setup->resource_id_base;
+    const bool ours = (error.resource_id & ~setup->resource_id_mask) == setup->resource_id_base;
     return !ours || (m_damageError && error.error_code == m_damageError);
 }
 

@@ -35,8 +35,8 @@ public:
     };
     const Events& events() const { return m_events; }
 
-    /// Whether the server has all that a live blur takes: Composite, Damage, Render, XFixes and plain
-    /// pixels.
+    /// Whether the server has all that a live blur takes: Composite, Damage, Render, XFixes and
+    /// plain pixels.
     bool canBlurLive() const { return m_canBlurLive; }
     /// Whether Render can scale pictures here.
     bool canScale() const { return m_rgbFormat != 0; }

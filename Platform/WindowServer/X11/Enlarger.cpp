@@ -33,8 +33,7 @@ public:
                                   XCB_RENDER_CP_REPEAT, &repeat);
         setScale(xcb, m_source, 1.0 / factor);
         xcb_render_create_picture(xcb, m_target, window,
-                                  connection.formatOf(connection.screen().root_visual), 0,
-                                  nullptr);
+                                  connection.formatOf(connection.screen().root_visual), 0, nullptr);
     }
 
     ~RenderEnlarger() override {
@@ -107,12 +106,13 @@ private:
         const Position h = position(x, m_small.width);
         const Position v = position(y, m_small.height);
         const auto at = [this](int column, int row, int shift) {
-            return (m_small.values[static_cast<size_t>(row) * m_small.width + column] >> shift) & 255;
+            return (m_small.values[static_cast<size_t>(row) * m_small.width + column] >> shift) &
+                   255;
         };
         uint32_t pixel = 0;
         for (int shift = 0; shift < 24; shift += 8) {
-            const double top = at(h.low, v.low, shift) * (1 - h.fraction) +
-                               at(h.high, v.low, shift) * h.fraction;
+            const double top =
+                at(h.low, v.low, shift) * (1 - h.fraction) + at(h.high, v.low, shift) * h.fraction;
             const double bottom = at(h.low, v.high, shift) * (1 - h.fraction) +
                                   at(h.high, v.high, shift) * h.fraction;
             const double value = top * (1 - v.fraction) + bottom * v.fraction;

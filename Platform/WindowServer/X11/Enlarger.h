@@ -30,8 +30,8 @@ public:
     /// Paints `area`, in the window's pixels, into the window.
     virtual void paint(const PixelRect& area) = 0;
 
-    /// One that scales inside the server where Render is there, and else in this process. `factor` is
-    /// how many of the window's pixels one small pixel covers.
+    /// One that scales inside the server where Render is there, and else in this process. `factor`
+    /// is how many of the window's pixels one small pixel covers.
     static std::unique_ptr<Enlarger> make(Connection& connection, xcb_window_t window, int factor,
                                           int smallWidth, int smallHeight);
 };

@@ -47,8 +47,8 @@ Pyramid& LiveBlur::pyramidFor(const Backdrop& backdrop) {
     const int halvings = backdrop.plan().halvings;
     auto& pyramid = m_pyramids[{halvings, backdrop.width(), backdrop.height()}];
     if (!pyramid)
-        pyramid = std::make_unique<Pyramid>(m_connection, backdrop.width(), backdrop.height(),
-                                            halvings);
+        pyramid =
+            std::make_unique<Pyramid>(m_connection, backdrop.width(), backdrop.height(), halvings);
     return *pyramid;
 }
 

@@ -14,8 +14,8 @@
 
 namespace WindowServer {
 
-/// The blur of what lies behind covers, kept up with the desktop. All that it takes of the server is
-/// held for its lifetime and given back with it.
+/// The blur of what lies behind covers, kept up with the desktop. All that it takes of the server
+/// is held for its lifetime and given back with it.
 class LiveBlur {
 public:
     /// One window's picture and the monitor pixels behind it.

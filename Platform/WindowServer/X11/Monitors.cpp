@@ -27,9 +27,9 @@ std::vector<Monitors::Monitor> Monitors::connected() {
         const PixelRect whole{0, 0, screen.width_in_pixels, screen.height_in_pixels};
         return {{"screen", whole, true, "screen"}};
     }
-    const auto reply = m_connection.reply(
-        xcb_randr_get_monitors_reply,
-        xcb_randr_get_monitors(m_connection.xcb(), m_connection.root(), true));
+    const auto reply =
+        m_connection.reply(xcb_randr_get_monitors_reply,
+                           xcb_randr_get_monitors(m_connection.xcb(), m_connection.root(), true));
     if (!reply) return {};
 
     std::vector<Monitor> monitors;
@@ -46,8 +46,7 @@ std::vector<Monitors::Monitor> Monitors::connected() {
         monitor.primary = it.data->primary;
         monitor.identity = monitor.name;
         if (it.data->nOutput > 0)
-            monitor.identity =
-                identityOf(xcb_randr_monitor_info_outputs(it.data)[0], monitor.name);
+            monitor.identity = identityOf(xcb_randr_monitor_info_outputs(it.data)[0], monitor.name);
         monitors.push_back(std::move(monitor));
     }
     return monitors;
@@ -101,9 +100,9 @@ std::vector<Display> Monitors::query(const ScaleOf& scaleOf) {
         const Display& first = displays.front();
         const double firstBottom = first.pixels.y + first.pixels.height / first.scale;
         const double height = display.pixels.height / display.scale;
-        display.frame = CGRectMake(display.pixels.x - first.pixels.x,
-                                   firstBottom - (display.pixels.y + height),
-                                   display.pixels.width / display.scale, height);
+        display.frame =
+            CGRectMake(display.pixels.x - first.pixels.x, firstBottom - (display.pixels.y + height),
+                       display.pixels.width / display.scale, height);
     }
     return displays;
 }

@@ -15,8 +15,8 @@ class Connection;
 class Drawable;
 
 /// Halves a monitor's part of the desktop again and again inside the server and hands out only the
-/// small picture that is left. It works in bands a few rows high, whose scratch pictures stay in the
-/// processor's cache and cost the server next to no memory.
+/// small picture that is left. It works in bands a few rows high, whose scratch pictures stay in
+/// the processor's cache and cost the server next to no memory.
 class Pyramid {
 public:
     /// `width` and `height` in device pixels; `halvings` of at least 1.
@@ -31,7 +31,8 @@ public:
         xcb_get_image_cookie_t cookie;
     };
 
-    /// Reduces `area`, in root pixels, of the monitor at (originX, originY) and asks for the result.
+    /// Reduces `area`, in root pixels, of the monitor at (originX, originY) and asks for the
+    /// result.
     Request request(Drawable& desktop, const PixelRect& area, int originX, int originY);
 
     /// Waits for the request and puts its part into `image`. False where the server refused.

@@ -6,8 +6,9 @@ namespace WindowServer {
 
 class Connection;
 
-/// While it lives, every window on the screen keeps its picture in a pixmap of its own, current even
-/// where other windows hide it. Costs the desktop memory and time, so it is held only while covered.
+/// While it lives, every window on the screen keeps its picture in a pixmap of its own, current
+/// even where other windows hide it. Costs the desktop memory and time, so it is held only while
+/// covered.
 class Redirection {
 public:
     explicit Redirection(Connection& connection);

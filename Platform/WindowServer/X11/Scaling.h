@@ -16,8 +16,8 @@ inline void setScale(xcb_connection_t* connection, xcb_render_picture_t picture,
     xcb_render_set_picture_filter(connection, picture, sizeof filter - 1, filter, 0, nullptr);
 }
 
-/// Draws `to` of the target from the source, whose (sourceX, sourceY), counted in the target's pixels,
-/// falls on its upper left corner.
+/// Draws `to` of the target from the source, whose (sourceX, sourceY), counted in the target's
+/// pixels, falls on its upper left corner.
 inline void composite(xcb_connection_t* connection, uint8_t operation, xcb_render_picture_t source,
                       xcb_render_picture_t target, int sourceX, int sourceY, const PixelRect& to) {
     xcb_render_composite(connection, operation, source, XCB_NONE, target,

@@ -63,13 +63,27 @@ bool Scene::handle(const xcb_generic_event_t& event) {
         return true;
     }
     switch (type) {
-    case XCB_CREATE_NOTIFY: m_orderStale = true; return false;
-    case XCB_DESTROY_NOTIFY: forget(as<xcb_destroy_notify_event_t>(event).window); return true;
-    case XCB_MAP_NOTIFY: markStale(as<xcb_map_notify_event_t>(event).window); return true;
-    case XCB_UNMAP_NOTIFY: markStale(as<xcb_unmap_notify_event_t>(event).window); return true;
-    case XCB_CONFIGURE_NOTIFY: markStale(as<xcb_configure_notify_event_t>(event).window); break;
-    case XCB_GRAVITY_NOTIFY: markStale(as<xcb_gravity_notify_event_t>(event).window); return true;
-    case XCB_CIRCULATE_NOTIFY: markStale(as<xcb_circulate_notify_event_t>(event).window); break;
+    case XCB_CREATE_NOTIFY:
+        m_orderStale = true;
+        return false;
+    case XCB_DESTROY_NOTIFY:
+        forget(as<xcb_destroy_notify_event_t>(event).window);
+        return true;
+    case XCB_MAP_NOTIFY:
+        markStale(as<xcb_map_notify_event_t>(event).window);
+        return true;
+    case XCB_UNMAP_NOTIFY:
+        markStale(as<xcb_unmap_notify_event_t>(event).window);
+        return true;
+    case XCB_CONFIGURE_NOTIFY:
+        markStale(as<xcb_configure_notify_event_t>(event).window);
+        break;
+    case XCB_GRAVITY_NOTIFY:
+        markStale(as<xcb_gravity_notify_event_t>(event).window);
+        return true;
+    case XCB_CIRCULATE_NOTIFY:
+        markStale(as<xcb_circulate_notify_event_t>(event).window);
+        break;
     case XCB_REPARENT_NOTIFY: {
         const auto& notify = as<xcb_reparent_notify_event_t>(event);
         if (notify.parent != m_connection.root()) forget(notify.window);
@@ -79,7 +93,8 @@ bool Scene::handle(const xcb_generic_event_t& event) {
         if (as<xcb_property_notify_event_t>(event).atom != m_rootPixmapAtom) return false;
         m_rootStale = true;
         return true;
-    default: return false;
+    default:
+        return false;
     }
     m_orderStale = true;
     return true;
@@ -129,9 +144,8 @@ void Scene::refreshWindows() {
 }
 
 void Scene::readOrder() {
-    const auto tree =
-        m_connection.reply(xcb_query_tree_reply,
-                           xcb_query_tree(m_connection.xcb(), m_connection.root()));
+    const auto tree = m_connection.reply(xcb_query_tree_reply,
+                                         xcb_query_tree(m_connection.xcb(), m_connection.root()));
     if (!tree) return;
     const xcb_window_t* children = xcb_query_tree_children(tree.get());
     std::vector<xcb_window_t> order;
@@ -172,8 +186,7 @@ void Scene::readStaleWindows() {
 }
 
 void Scene::read(Window& window, const Queries& queries) {
-    const auto attributes =
-        m_connection.reply(xcb_get_window_attributes_reply, queries.attributes);
+    const auto attributes = m_connection.reply(xcb_get_window_attributes_reply, queries.attributes);
     const auto geometry = m_connection.reply(xcb_get_geometry_reply, queries.geometry);
     window.viewable = attributes && geometry && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
                       attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
@@ -205,9 +218,9 @@ void Scene::readShape(Window& window, const Queries& queries) {
             window.shape->push_back(fromX(rectangles[i]));
 }
 
-/// A named pixmap is the window's picture of one size and one mapping: it is named again after each.
-/// Where naming fails, the window is gone or is never redirected, as a compositor's own overlay is,
-/// and the last picture stays.
+/// A named pixmap is the window's picture of one size and one mapping: it is named again after
+/// each. Where naming fails, the window is gone or is never redirected, as a compositor's own
+/// overlay is, and the last picture stays.
 void Scene::namePixmaps(const std::vector<xcb_window_t>& ids) {
     xcb_connection_t* const xcb = m_connection.xcb();
     struct Naming {
@@ -219,8 +232,7 @@ void Scene::namePixmaps(const std::vector<xcb_window_t>& ids) {
     std::vector<Naming> namings;
     for (const xcb_window_t id : ids) {
         const xcb_pixmap_t pixmap = m_connection.newId();
-        namings.push_back({id, pixmap,
-                           xcb_composite_name_window_pixmap_checked(xcb, id, pixmap),
+        namings.push_back({id, pixmap, xcb_composite_name_window_pixmap_checked(xcb, id, pixmap),
                            xcb_get_window_attributes(xcb, id)});
     }
     for (const Naming& naming : namings) {
@@ -239,8 +251,7 @@ void Scene::namePixmaps(const std::vector<xcb_window_t>& ids) {
             setScale(xcb, window.picture, 2);
             if (!window.damage) {
                 window.damage = m_connection.newId();
-                xcb_damage_create(xcb, window.damage, naming.id,
-                                  XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+                xcb_damage_create(xcb, window.damage, naming.id, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
                 if (m_connection.hasShape()) xcb_shape_select_input(xcb, naming.id, true);
             }
             // The whole window counts as drawn already.
@@ -283,8 +294,8 @@ void Scene::readRootPicture() {
     if (m_rootPicture) xcb_render_free_picture(xcb, m_rootPicture);
     m_rootPicture = 0;
     const auto property = m_connection.reply(
-        xcb_get_property_reply, xcb_get_property(xcb, false, m_connection.root(), m_rootPixmapAtom,
-                                                 XCB_ATOM_PIXMAP, 0, 1));
+        xcb_get_property_reply,
+        xcb_get_property(xcb, false, m_connection.root(), m_rootPixmapAtom, XCB_ATOM_PIXMAP, 0, 1));
     if (!property || property->format != 32 || property->value_len != 1) return;
     const auto pixmap = *static_cast<xcb_pixmap_t*>(xcb_get_property_value(property.get()));
     const xcb_render_picture_t picture = m_connection.newId();
@@ -322,8 +333,7 @@ xcb_render_color_t Scene::visibleRootColor() const {
     return {0, 0, 0, 0xffff};
 }
 
-void Scene::drawHalf(xcb_render_picture_t target, const PixelRect& area, int originX,
-                     int originY) {
+void Scene::drawHalf(xcb_render_picture_t target, const PixelRect& area, int originX, int originY) {
     const size_t lowest = lowestVisible(area);
     if (lowest == m_order.size()) drawRoot(target, area, originX, originY);
     for (size_t i = lowest == m_order.size() ? 0 : lowest; i < m_order.size(); ++i)
@@ -341,8 +351,7 @@ size_t Scene::lowestVisible(const PixelRect& area) const {
     return m_order.size();
 }
 
-void Scene::drawRoot(xcb_render_picture_t target, const PixelRect& area, int originX,
-                     int originY) {
+void Scene::drawRoot(xcb_render_picture_t target, const PixelRect& area, int originX, int originY) {
     const PixelRect half = reduced(translated(area, -originX, -originY), 2);
     if (!m_rootPicture) {
         const xcb_rectangle_t rectangle = toX(half);
@@ -372,8 +381,8 @@ void Scene::drawWindow(const Window& window, xcb_render_picture_t target, const 
     };
     if (!window.shape) return draw(outer);
     for (const PixelRect& part : *window.shape)
-        draw(intersection(
-            translated(part, outer.x + window.border, outer.y + window.border), outer));
+        draw(intersection(translated(part, outer.x + window.border, outer.y + window.border),
+                          outer));
 }
 
 } // namespace WindowServer

@@ -17,8 +17,9 @@ namespace WindowServer {
 
 class Connection;
 
-/// The desktop as it looks without the covers: every other window of the screen, bottom to top, over
-/// the root's picture, drawn from the windows' own pixmaps. Needs a `Redirection` held meanwhile.
+/// The desktop as it looks without the covers: every other window of the screen, bottom to top,
+/// over the root's picture, drawn from the windows' own pixmaps. Needs a `Redirection` held
+/// meanwhile.
 class Scene : public Drawable {
 public:
     /// `hidden` tells the windows that are no part of the picture.
@@ -42,7 +43,7 @@ private:
         PixelRect outer; ///< With the border, in root pixels.
         int border = 0;
         bool viewable = false;
-        bool stale = true;   ///< Geometry and pixmap are to be asked for anew.
+        bool stale = true; ///< Geometry and pixmap are to be asked for anew.
         bool damaged = false;
         bool opaque = true;
         xcb_render_picture_t picture = 0;

@@ -30,6 +30,7 @@ public:
 
 private:
     bool isIntrusion(const xcb_generic_event_t& event) const;
+    bool isOnTop() const;
     void putBack();
 
     Connection& m_connection;

@@ -12,11 +12,10 @@ TrayWatch::TrayWatch(Connection& connection) {
     m_selectionNotify = static_cast<uint8_t>(xfixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
     const auto name = "_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber());
     const xcb_atom_t selection = connection.atom(name.c_str());
-    xcb_xfixes_select_selection_input(
-        connection.xcb(), connection.root(), selection,
-        XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-            XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-            XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    xcb_xfixes_select_selection_input(connection.xcb(), connection.root(), selection,
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     const auto owner = connection.reply(xcb_get_selection_owner_reply,
                                         xcb_get_selection_owner(connection.xcb(), selection));
     m_isPresent = owner && owner->owner != XCB_WINDOW_NONE;

@@ -8,8 +8,8 @@ namespace WindowServer {
 
 class Connection;
 
-/// Whether a panel takes status icons on this server: one that does owns the tray's selection. False
-/// forever on a server without XFixes.
+/// Whether a panel takes status icons on this server: one that does owns the tray's selection.
+/// False forever on a server without XFixes.
 class TrayWatch {
 public:
     explicit TrayWatch(Connection& connection);

@@ -124,14 +124,26 @@ void X11Session::handle(const xcb_generic_event_t& event) {
     if (m_connection->events().randr && (type == m_connection->events().randr ||
                                          type == m_connection->events().randr + XCB_RANDR_NOTIFY))
         m_displayRefresh.start(0);
-    if (type == XCB_EXPOSE) {
-        const auto& expose = reinterpret_cast<const xcb_expose_event_t&>(event);
-        for (X11Surface* surface : m_surfaces)
-            if (surface->window() == expose.window) surface->expose(expose);
-        return;
-    }
+    handleOwnWindow(type, event);
     m_stacking.handle(event);
     if (m_live && m_live->handle(event)) scheduleFrame();
+}
+
+void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
+    const auto surfaceOf = [this](xcb_window_t window) -> X11Surface* {
+        const auto found = std::ranges::find(m_surfaces, window, &X11Surface::window);
+        return found == m_surfaces.end() ? nullptr : *found;
+    };
+    if (type == XCB_EXPOSE) {
+        const auto& expose = reinterpret_cast<const xcb_expose_event_t&>(event);
+        if (auto* surface = surfaceOf(expose.window)) surface->expose(expose);
+    } else if (type == XCB_CONFIGURE_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+        if (auto* surface = surfaceOf(notify.window)) surface->restore(notify);
+    } else if (type == XCB_UNMAP_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_unmap_notify_event_t&>(event);
+        if (auto* surface = surfaceOf(notify.window)) surface->restore(notify);
+    }
 }
 
 void X11Session::commit() {
@@ -233,8 +245,7 @@ void X11Session::drawFrame() {
             behinds.push_back({*surface->backdrop(), surface->pixels()});
     const auto received = m_live->receive(m_live->request(behinds, changed));
     for (X11Surface* surface : m_surfaces)
-        if (std::ranges::find(received, surface->backdrop()) != received.end())
-            surface->refresh();
+        if (std::ranges::find(received, surface->backdrop()) != received.end()) surface->refresh();
     m_connection->flush();
 }
 

@@ -42,6 +42,7 @@ private:
     explicit X11Session(std::unique_ptr<Connection> connection);
 
     void handle(const xcb_generic_event_t& event);
+    void handleOwnWindow(int type, const xcb_generic_event_t& event);
     void refreshDisplays();
     void watchDisplays();
 

@@ -152,8 +152,8 @@ void X11Surface::prepare() {
         m_backdrop.reset();
         return;
     }
-    m_backdrop = std::make_unique<Backdrop>(m_connection, m_window, m_pixels.width,
-                                            m_pixels.height, m_radius / 2.0 * m_scale);
+    m_backdrop = std::make_unique<Backdrop>(m_connection, m_window, m_pixels.width, m_pixels.height,
+                                            m_radius / 2.0 * m_scale);
     m_awaitsSource = true;
 }
 
@@ -241,10 +241,27 @@ uint32_t X11Surface::paint(const PixelRect& area) {
     return xcb_no_operation(m_connection.xcb()).sequence;
 }
 
+/// Whether the event tells of something older than the last time that all was painted.
+bool X11Surface::isOutdated(const void* event) const {
+    const auto sequence = static_cast<const xcb_generic_event_t*>(event)->full_sequence;
+    return static_cast<int32_t>(sequence - m_paintedAt) < 0;
+}
+
 void X11Surface::expose(const xcb_expose_event_t& event) {
-    const auto& generic = reinterpret_cast<const xcb_generic_event_t&>(event);
-    if (!m_backdrop || static_cast<int32_t>(generic.full_sequence - m_paintedAt) < 0) return;
+    if (!m_backdrop || isOutdated(&event)) return;
     paint({event.x, event.y, event.width, event.height});
+    m_connection.flush();
+}
+
+void X11Surface::restore(const xcb_configure_notify_event_t& event) {
+    const PixelRect now{event.x, event.y, event.width, event.height};
+    if (m_mapped && now != m_pixels) configure();
+}
+
+void X11Surface::restore(const xcb_unmap_notify_event_t& event) {
+    if (!m_mapped || isOutdated(&event)) return;
+    xcb_map_window(m_connection.xcb(), m_window);
+    if (m_backdrop) m_paintedAt = paint(sized(m_pixels.width, m_pixels.height));
     m_connection.flush();
 }
 

@@ -60,6 +60,9 @@ public:
     /// Covers with a plain dark colour: the answer to everything that goes wrong.
     void showPlain();
     void expose(const xcb_expose_event_t& event);
+    /// Undoes what another program did to the window.
+    void restore(const xcb_configure_notify_event_t& event);
+    void restore(const xcb_unmap_notify_event_t& event);
 
 private:
     void changed();
@@ -68,6 +71,7 @@ private:
     void configure();
     void setBackground(uint32_t mask, uint32_t value);
     uint32_t plainPixel() const;
+    bool isOutdated(const void* event) const;
     uint32_t paint(const PixelRect& area);
 
     X11Session& m_session;
