@@ -1,0 +1,16 @@
+#pragma once
+
+#include "AppKit/CALayer.h"
+#include "AppKit/NSApplication.h"
+#include "AppKit/NSColor.h"
+#include "AppKit/NSEvent.h"
+#include "AppKit/NSImage.h"
+#include "AppKit/NSRunningApplication.h"
+#include "AppKit/NSScreen.h"
+#include "AppKit/NSStatusBar.h"
+#include "AppKit/NSStatusBarButton.h"
+#include "AppKit/NSStatusItem.h"
+#include "AppKit/NSView.h"
+#include "AppKit/NSVisualEffectView.h"
+#include "AppKit/NSWindow.h"
+#include "AppKit/NSWorkspace.h"

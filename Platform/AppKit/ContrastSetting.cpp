@@ -1,0 +1,58 @@
+#include "AppKit/ContrastSetting+Private.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+namespace {
+const QString service = "org.freedesktop.portal.Desktop";
+const QString path = "/org/freedesktop/portal/desktop";
+const QString settings = "org.freedesktop.portal.Settings";
+const QString appearance = "org.freedesktop.appearance";
+const QString contrast = "contrast";
+constexpr const char* currentMethod = "ReadOne";
+constexpr const char* oldMethod = "Read"; // All that portals before version 2 have.
+constexpr uint higherContrast = 1;
+} // namespace
+
+ContrastSetting::ContrastSetting()
+    : m_portalStart(service, QDBusConnection::sessionBus(),
+                    QDBusServiceWatcher::WatchForRegistration) {
+    // From any sender: to tie a signal to a named one, Qt would wait for the bus here.
+    QDBusConnection::sessionBus().connect(QString(), path, settings, "SettingChanged", this,
+                                          SLOT(settingChanged(QDBusMessage)));
+    connect(&m_portalStart, &QDBusServiceWatcher::serviceRegistered, this,
+            [this] { ask(currentMethod); });
+    ask(currentMethod);
+}
+
+void ContrastSetting::ask(const char* method) {
+    auto question = QDBusMessage::createMethodCall(service, path, settings, method);
+    question << appearance << contrast;
+    auto* watcher =
+        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, method, watcher] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *watcher;
+        if (reply.isValid())
+            take(reply.value().variant());
+        else if (method == currentMethod && reply.error().type() == QDBusError::UnknownMethod)
+            ask(oldMethod);
+    });
+}
+
+void ContrastSetting::settingChanged(const QDBusMessage& signal) {
+    const auto arguments = signal.arguments(); // The group, the key and the value.
+    if (arguments.value(0) == appearance && arguments.value(1) == contrast)
+        take(arguments.value(2));
+}
+
+void ContrastSetting::take(QVariant value) {
+    while (value.canConvert<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    const bool isHigher = value.toUInt() == higherContrast;
+    if (m_isHigher == isHigher) return;
+    m_isHigher = isHigher;
+    if (onChanged) onChanged();
+}

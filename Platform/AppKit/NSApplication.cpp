@@ -1,0 +1,94 @@
+#include "AppKit/NSApplication+Private.h"
+#include "AppKit/NSRunningApplication.h"
+#include "AppKit/QuitSignals+Private.h"
+#include "WindowServer/Session.h"
+
+#include <QApplication>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+using WindowServer::Session;
+
+NSApplication* NSApp = nullptr;
+
+namespace {
+
+/// The process holds what stands on the screens: no core file and no debugger may take it away.
+void harden() {
+    const rlimit none{0, 0};
+    ::setrlimit(RLIMIT_CORE, &none);
+    ::prctl(PR_SET_DUMPABLE, 0);
+}
+
+constexpr int keepExisting = 0; ///< Tells setenv to leave a variable that is set.
+
+/// Where no bus is named, the user's own is meant. Left alone, the bus library would start a new
+/// one.
+void nameSessionBus() {
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    const std::string folder = runtime ? runtime : "/run/user/" + std::to_string(::getuid());
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + folder + "/bus").c_str(), keepExisting);
+}
+
+void connectToWindowServer() {
+    ::setenv("QT_QPA_PLATFORM", "xcb", keepExisting);
+    ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
+    if (Session::open()) return;
+    std::fputs("Nimbrel Lite: no X server answers. Set DISPLAY to a running X server.\n", stderr);
+    std::exit(EXIT_FAILURE);
+}
+
+void makeQtApplication() {
+    static int argc = 1;
+    static char name[] = "nimbrel-lite";
+    static char* argv[] = {name, nullptr};
+    // Never deleted: the process ends with it, and with the windows and icons that hang on it.
+    [[maybe_unused]] static auto* application = new QApplication(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setDesktopFileName("com.vardek.NimbrelLite");
+}
+
+} // namespace
+
+NSApplication& NSApplication::sharedApplication() {
+    if (!NSApp) NSApp = new NSApplication;
+    return *NSApp;
+}
+
+NSApplication::NSApplication() {
+    harden();
+    nameSessionBus();
+    connectToWindowServer();
+    makeQtApplication();
+    Session::current().attach();
+    Session::current().onDisplaysChanged = [] {
+        NSNotificationCenter::defaultCenter().postNotificationName(
+            NSApplicationDidChangeScreenParametersNotification, nullptr);
+    };
+    watchQuitSignals([this] { terminate(nullptr); });
+    NSRunningApplication::currentApplication(); // From here on other instances see this one.
+}
+
+void NSApplication::run() {
+    if (const auto delegate = m_delegate.lock())
+        delegate->applicationDidFinishLaunching(
+            NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
+    QApplication::exec();
+}
+
+void NSApplication::terminate(const id&) {
+    // Queued, so that a request that comes before the loop runs is not lost.
+    QMetaObject::invokeMethod(
+        qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+}
+
+CurrentEvent::CurrentEvent(const NSEvent& event)
+    : m_previous(std::exchange(NSApp->m_currentEvent, event)) {}
+
+CurrentEvent::~CurrentEvent() { NSApp->m_currentEvent = m_previous; }

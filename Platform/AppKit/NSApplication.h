@@ -1,0 +1,64 @@
+#pragma once
+
+#include "AppKit/NSEvent.h"
+#include "Foundation/NSNotificationCenter.h"
+#include "Foundation/NSObjCRuntime.h"
+#include "Foundation/NSObject.h"
+
+#include <memory>
+#include <optional>
+
+/// Posted when the set of screens or a screen's geometry has changed.
+inline const NSNotificationName NSApplicationDidChangeScreenParametersNotification =
+    "NSApplicationDidChangeScreenParametersNotification";
+inline const NSNotificationName NSApplicationDidFinishLaunchingNotification =
+    "NSApplicationDidFinishLaunchingNotification";
+
+enum NSApplicationActivationPolicy : NSInteger {
+    NSApplicationActivationPolicyRegular = 0,
+    NSApplicationActivationPolicyAccessory = 1,
+};
+
+class NSApplicationDelegate {
+public:
+    virtual ~NSApplicationDelegate() = default;
+    /// The first call, before any event.
+    virtual void applicationDidFinishLaunching(const NSNotification&) {}
+};
+
+class NSApplication : public NSObject {
+public:
+    /// The first call connects to the window server and ends the process with status 1 and a line
+    /// on the error stream where none answers.
+    static NSApplication& sharedApplication();
+
+    /// Held weakly.
+    void setDelegate(const std::weak_ptr<NSApplicationDelegate>& delegate) {
+        m_delegate = delegate;
+    }
+
+    /// Tells only what the program is: it has no tile in any dock either way.
+    NSApplicationActivationPolicy activationPolicy() const { return m_activationPolicy; }
+    void setActivationPolicy(NSApplicationActivationPolicy policy) { m_activationPolicy = policy; }
+
+    /// Launches the delegate and handles events until the application is asked to terminate.
+    void run();
+
+    /// Makes `run` return as soon as the event at hand is done. Before `run`, it is remembered.
+    void terminate(const id& sender);
+
+    /// The event that is being handled.
+    const std::optional<NSEvent>& currentEvent() const { return m_currentEvent; }
+
+private:
+    friend class CurrentEvent;
+
+    NSApplication();
+
+    std::weak_ptr<NSApplicationDelegate> m_delegate;
+    NSApplicationActivationPolicy m_activationPolicy = NSApplicationActivationPolicyRegular;
+    std::optional<NSEvent> m_currentEvent;
+};
+
+/// The shared application, once it has been made.
+extern NSApplication* NSApp;

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "AppKit/NSImage.h"
+
+#include <QIcon>
+
+/// The image as an icon that is drawn anew for each size it is asked for. A template takes the
+/// colour of the application's text.
+QIcon iconFrom(const NSImage& image);

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "AppKit/NSEvent.h"
+#include "AppKit/NSImage.h"
+#include "Foundation/NSObjCRuntime.h"
+#include "Foundation/NSObject.h"
+
+#include <memory>
+#include <string>
+
+class TrayIcon;
+
+class NSStatusBarButton : public NSObject {
+public:
+    NSStatusBarButton();
+    ~NSStatusBarButton() override;
+
+    /// Held weakly; without one the action goes nowhere.
+    void setTarget(const std::weak_ptr<NSObject>& target) { m_target = target; }
+    void setAction(SEL action) { m_action = std::move(action); }
+    /// The events, a set of NSEventMask, that send the action.
+    void sendActionOn(NSUInteger mask) { m_actionMask = mask; }
+
+    const std::string& toolTip() const { return m_toolTip; }
+    void setToolTip(const std::string& toolTip);
+
+    const std::shared_ptr<NSImage>& image() const { return m_image; }
+    void setImage(std::shared_ptr<NSImage> image);
+
+    /// The tray delivers its clicks here.
+    void mouseUp(const NSEvent& event) { sendActionFor(event); }
+    void rightMouseUp(const NSEvent& event) { sendActionFor(event); }
+
+private:
+    void sendActionFor(const NSEvent& event);
+
+    std::weak_ptr<NSObject> m_target;
+    SEL m_action;
+    NSUInteger m_actionMask = NSEventMaskLeftMouseUp;
+    std::string m_toolTip;
+    std::shared_ptr<NSImage> m_image;
+    std::unique_ptr<TrayIcon> m_icon;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "AppKit/NSStatusBarButton.h"
+#include "Foundation/NSObject.h"
+
+#include <memory>
+
+/// One item of the status bar. It stands there as long as it lives, whenever the desktop has a
+/// tray.
+class NSStatusItem : public NSObject {
+public:
+    NSStatusItem() : m_button(std::make_shared<NSStatusBarButton>()) {}
+
+    const std::shared_ptr<NSStatusBarButton>& button() const { return m_button; }
+
+private:
+    std::shared_ptr<NSStatusBarButton> m_button;
+};

@@ -1,0 +1,67 @@
+#include "AppKit/NSView.h"
+
+#include "AppKit/NSWindow.h"
+
+#include <algorithm>
+
+NSView::~NSView() {
+    if (m_layer) m_layer->setDelegate(nullptr);
+    for (const auto& view : m_subviews)
+        view->m_superview = nullptr;
+}
+
+void NSView::setFrame(const NSRect& frame) {
+    if (CGRectEqualToRect(m_frame, frame)) return;
+    const NSSize oldSize = m_frame.size;
+    m_frame = frame;
+    for (const auto& view : m_subviews)
+        view->resizeWithOldSuperviewSize(oldSize);
+    setNeedsDisplay(true);
+}
+
+void NSView::resizeWithOldSuperviewSize(const NSSize& oldSize) {
+    const NSSize& newSize = m_superview->m_frame.size;
+    NSRect frame = m_frame;
+    if (m_autoresizingMask & NSViewWidthSizable) frame.size.width += newSize.width - oldSize.width;
+    if (m_autoresizingMask & NSViewHeightSizable)
+        frame.size.height += newSize.height - oldSize.height;
+    setFrame(frame);
+}
+
+void NSView::addSubview(std::shared_ptr<NSView> view) {
+    addSubview(std::move(view), NSWindowAbove, nullptr);
+}
+
+void NSView::addSubview(std::shared_ptr<NSView> view, NSWindowOrderingMode positioned,
+                        const std::shared_ptr<NSView>& relativeTo) {
+    const bool above = positioned == NSWindowAbove;
+    auto place = std::find(m_subviews.begin(), m_subviews.end(), relativeTo);
+    if (place == m_subviews.end())
+        place = above ? m_subviews.end() : m_subviews.begin();
+    else if (above)
+        ++place;
+    view->m_superview = this;
+    m_subviews.insert(place, std::move(view));
+    setNeedsDisplay(true);
+}
+
+void NSView::setHidden(bool hidden) {
+    if (m_hidden == hidden) return;
+    m_hidden = hidden;
+    setNeedsDisplay(true);
+}
+
+void NSView::setWantsLayer(bool wantsLayer) {
+    if (wantsLayer == (m_layer != nullptr)) return;
+    if (m_layer) m_layer->setDelegate(nullptr);
+    m_layer = wantsLayer ? std::make_shared<CALayer>() : nullptr;
+    if (m_layer) m_layer->setDelegate(this);
+    setNeedsDisplay(true);
+}
+
+NSWindow* NSView::window() const { return m_superview ? m_superview->window() : m_window; }
+
+void NSView::setNeedsDisplay(bool needsDisplay) {
+    NSWindow* const target = window();
+    if (needsDisplay && target) target->setViewsNeedDisplay(true);
+}

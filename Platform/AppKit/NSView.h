@@ -1,0 +1,73 @@
+#pragma once
+
+#include "AppKit/CALayer.h"
+#include "Foundation/NSGeometry.h"
+#include "Foundation/NSObjCRuntime.h"
+#include "Foundation/NSObject.h"
+
+#include <memory>
+#include <vector>
+
+class NSWindow;
+
+enum NSAutoresizingMaskOptions : NSUInteger {
+    NSViewNotSizable = 0,
+    NSViewWidthSizable = 2,
+    NSViewHeightSizable = 16,
+};
+
+enum NSWindowOrderingMode : NSInteger {
+    NSWindowBelow = -1,
+    NSWindowAbove = 1,
+};
+
+/// A rectangle in a window: a colour of its own where it has a layer, and the views in front of it.
+class NSView : public NSObject, private CALayerDelegate {
+public:
+    NSView() = default;
+    explicit NSView(const NSRect& frame) : m_frame(frame) {}
+    ~NSView() override;
+
+    /// In the superview's coordinates.
+    const NSRect& frame() const { return m_frame; }
+    void setFrame(const NSRect& frame);
+    /// The view's own coordinates: the same size, origin 0.
+    NSRect bounds() const { return {{}, m_frame.size}; }
+
+    /// How the view follows its superview: it takes up the growth of each sizable dimension.
+    void setAutoresizingMask(NSUInteger mask) { m_autoresizingMask = mask; }
+    NSUInteger autoresizingMask() const { return m_autoresizingMask; }
+
+    /// Back to front.
+    const std::vector<std::shared_ptr<NSView>>& subviews() const { return m_subviews; }
+    void addSubview(std::shared_ptr<NSView> view);
+    /// Behind or in front of `other`, or of all subviews where `other` is none of them.
+    void addSubview(std::shared_ptr<NSView> view, NSWindowOrderingMode positioned,
+                    const std::shared_ptr<NSView>& relativeTo);
+
+    bool isHidden() const { return m_hidden; }
+    void setHidden(bool hidden);
+
+    void setWantsLayer(bool wantsLayer);
+    /// Null until a layer is wanted.
+    const std::shared_ptr<CALayer>& layer() const { return m_layer; }
+
+    /// Null outside a window.
+    NSWindow* window() const;
+    /// Called by the window that takes the view as its content, or lets it go.
+    void viewWillMoveToWindow(NSWindow* window) { m_window = window; }
+
+    void setNeedsDisplay(bool needsDisplay);
+
+private:
+    void displayLayer(CALayer&) override { setNeedsDisplay(true); }
+    void resizeWithOldSuperviewSize(const NSSize& oldSize);
+
+    NSRect m_frame;
+    NSUInteger m_autoresizingMask = NSViewNotSizable;
+    std::vector<std::shared_ptr<NSView>> m_subviews;
+    NSView* m_superview = nullptr;
+    NSWindow* m_window = nullptr; ///< Set on a content view alone.
+    bool m_hidden = false;
+    std::shared_ptr<CALayer> m_layer;
+};

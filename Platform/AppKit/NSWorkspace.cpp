@@ -1,0 +1,21 @@
+#include "AppKit/NSWorkspace.h"
+
+#include "AppKit/ContrastSetting+Private.h"
+
+NSWorkspace& NSWorkspace::sharedWorkspace() {
+    static auto* const workspace = new NSWorkspace; // Outlives the bus it listens to.
+    return *workspace;
+}
+
+NSWorkspace::NSWorkspace() : m_contrast(std::make_unique<ContrastSetting>()) {
+    m_contrast->onChanged = [this] {
+        m_notificationCenter.postNotificationName(
+            NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, nullptr);
+    };
+}
+
+NSWorkspace::~NSWorkspace() = default;
+
+bool NSWorkspace::accessibilityDisplayShouldReduceTransparency() const {
+    return m_contrast->isHigher();
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Foundation/NSNotificationCenter.h"
+#include "Foundation/NSObject.h"
+
+#include <memory>
+
+/// Posted on the workspace's own centre.
+inline const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification =
+    "NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification";
+
+class ContrastSetting;
+
+class NSWorkspace : public NSObject {
+public:
+    static NSWorkspace& sharedWorkspace();
+
+    NSNotificationCenter& notificationCenter() { return m_notificationCenter; }
+
+    /// True while the desktop asks for higher contrast, which reduced transparency is part of. The
+    /// desktop is asked at first use; false until it has answered, and where it has no such
+    /// setting.
+    bool accessibilityDisplayShouldReduceTransparency() const;
+
+private:
+    NSWorkspace();
+    ~NSWorkspace() override;
+
+    NSNotificationCenter m_notificationCenter;
+    std::unique_ptr<ContrastSetting> m_contrast;
+};

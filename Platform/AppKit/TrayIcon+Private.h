@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QDBusServiceWatcher>
+#include <QObject>
+
+#include <memory>
+
+class NSStatusBarButton;
+class QSystemTrayIcon;
+
+/// A status bar's button in the desktop's tray, from the time there is a tray.
+class TrayIcon : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TrayIcon(NSStatusBarButton& button);
+    ~TrayIcon() override;
+
+    /// Shows the button's image and tool tip as they are now.
+    void update();
+
+private slots:
+    void lookForTray();
+
+private:
+    void appearIf(bool hasTray);
+
+    NSStatusBarButton& m_button;
+    QDBusServiceWatcher m_watcherStart;
+    std::unique_ptr<QSystemTrayIcon> m_icon;
+};

@@ -1,0 +1,78 @@
+#include "AppKit/TrayIcon+Private.h"
+
+#include "AppKit/NSImage+Private.h"
+#include "AppKit/NSStatusBarButton.h"
+#include "WindowServer/Session.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QGuiApplication>
+#include <QSystemTrayIcon>
+
+using WindowServer::Session;
+
+namespace {
+
+const QString watcherService = "org.kde.StatusNotifierWatcher";
+const QString watcherPath = "/StatusNotifierWatcher";
+
+NSEvent eventOf(NSEventType type) {
+    const bool control = QGuiApplication::queryKeyboardModifiers() & Qt::ControlModifier;
+    return {type, control ? NSUInteger{NSEventModifierFlagControl} : 0};
+}
+
+} // namespace
+
+// Qt decides once in a process which kind of tray there is, as it makes the first icon, and the
+// answer stays. So none is made before a tray is known to take it.
+TrayIcon::TrayIcon(NSStatusBarButton& button)
+    : m_button(button), m_watcherStart(watcherService, QDBusConnection::sessionBus(),
+                                       QDBusServiceWatcher::WatchForRegistration) {
+    connect(&m_watcherStart, &QDBusServiceWatcher::serviceRegistered, this, &TrayIcon::lookForTray);
+    QDBusConnection::sessionBus().connect(QString(), watcherPath, watcherService,
+                                          "StatusNotifierHostRegistered", this,
+                                          SLOT(lookForTray()));
+    Session::current().onTrayChanged = [this] { lookForTray(); };
+    lookForTray();
+}
+
+TrayIcon::~TrayIcon() { Session::current().onTrayChanged = nullptr; }
+
+void TrayIcon::lookForTray() {
+    if (m_icon) return; // Qt brings it back to a tray that comes back.
+    const auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) return appearIf(Session::current().hasTray());
+    auto question = QDBusMessage::createMethodCall(watcherService, watcherPath,
+                                                   "org.freedesktop.DBus.Properties", "Get");
+    question << watcherService << "IsStatusNotifierHostRegistered";
+    question.setAutoStartService(false);
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusPendingReply<QDBusVariant> hasHost = *watcher;
+        const bool onBus = hasHost.isValid() && hasHost.value().variant().toBool();
+        appearIf(onBus || Session::current().hasTray());
+    });
+}
+
+void TrayIcon::appearIf(bool hasTray) {
+    if (!hasTray || m_icon) return;
+    m_icon = std::make_unique<QSystemTrayIcon>();
+    connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](auto reason) {
+        // The second click of a quick pair is a click like the first.
+        if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+            m_button.mouseUp(eventOf(NSEventTypeLeftMouseUp));
+        else if (reason == QSystemTrayIcon::Context)
+            m_button.rightMouseUp(eventOf(NSEventTypeRightMouseUp));
+    });
+    update();
+}
+
+void TrayIcon::update() {
+    if (!m_icon) return;
+    m_icon->setToolTip(QString::fromStdString(m_button.toolTip()));
+    m_icon->setIcon(m_button.image() ? iconFrom(*m_button.image()) : QIcon());
+    m_icon->setVisible(m_button.image() != nullptr);
+}

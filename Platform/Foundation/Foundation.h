@@ -1,0 +1,9 @@
+#pragma once
+
+#include "Foundation/NSBundle.h"
+#include "Foundation/NSGeometry.h"
+#include "Foundation/NSNotificationCenter.h"
+#include "Foundation/NSNumber.h"
+#include "Foundation/NSObjCRuntime.h"
+#include "Foundation/NSObject.h"
+#include "Foundation/NSOperationQueue.h"

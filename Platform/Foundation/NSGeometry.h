@@ -1,0 +1,7 @@
+#pragma once
+
+#include "CoreGraphics/CGGeometry.h"
+
+using NSPoint = CGPoint;
+using NSSize = CGSize;
+using NSRect = CGRect;

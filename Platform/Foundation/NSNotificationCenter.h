@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Foundation/NSObjCRuntime.h"
+#include "Foundation/NSObject.h"
+#include "Foundation/NSOperationQueue.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+using NSNotificationName = std::string;
+
+class NSNotification {
+public:
+    NSNotification(NSNotificationName name, id object)
+        : m_name(std::move(name)), m_object(std::move(object)) {}
+
+    const NSNotificationName& name() const { return m_name; }
+    const id& object() const { return m_object; }
+
+private:
+    NSNotificationName m_name;
+    id m_object;
+};
+
+class NSNotificationCenter : public NSObject {
+public:
+    using Block = std::function<void(const NSNotification&)>;
+
+    static NSNotificationCenter& defaultCenter();
+
+    /// Runs `block` at every post of `name`, from `object` alone unless it is nil. The observer
+    /// lives as long as the centre, whether or not the token is kept.
+    id addObserverForName(const NSNotificationName& name, const id& object, NSOperationQueue& queue,
+                          Block block);
+
+    /// Returns when every block has run, in the order in which they were added. A block that is
+    /// added meanwhile waits for the next post.
+    void postNotificationName(const NSNotificationName& name, const id& object);
+
+private:
+    struct Observer {
+        NSNotificationName name;
+        const void* object; ///< Compared, never used.
+        Block block;
+    };
+    std::vector<std::shared_ptr<Observer>> m_observers;
+};

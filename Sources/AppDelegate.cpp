@@ -1,0 +1,58 @@
+#include "AppDelegate.h"
+
+#include "Cover.h"
+
+void AppDelegate::applicationDidFinishLaunching(const NSNotification&) {
+    handOverFromEarlierInstances();
+    Cover::shared()->start(); // First: the status icon reads its state.
+    createStatusItem();
+    NSNotificationCenter::defaultCenter().addObserverForName(
+        Cover::changed, nullptr, NSOperationQueue::mainQueue(),
+        [weakSelf = weak_from_this()](const NSNotification&) {
+            if (const auto self = weakSelf.lock()) self->updateStatusIcon();
+        });
+}
+
+void AppDelegate::statusClicked() {
+    const auto& event = NSApp->currentEvent();
+    const bool wantsMenu = event && (event->type() == NSEventTypeRightMouseUp ||
+                                     (event->modifierFlags() & NSEventModifierFlagControl));
+    if (wantsMenu) return;
+    if (Cover::shared()->shown())
+        Cover::shared()->hide();
+    else
+        Cover::shared()->show();
+}
+
+// The newest launch wins: it asks every other instance to quit and carries on at once.
+void AppDelegate::handOverFromEarlierInstances() {
+    const auto identifier = NSBundle::mainBundle().bundleIdentifier();
+    if (!identifier) return;
+    const auto applications =
+        NSRunningApplication::runningApplicationsWithBundleIdentifier(*identifier);
+    for (const auto& application : applications)
+        if (!application->isEqual(*NSRunningApplication::currentApplication()))
+            application->terminate();
+}
+
+void AppDelegate::createStatusItem() {
+    const auto item = NSStatusBar::systemStatusBar().statusItemWithLength(NSSquareStatusItemLength);
+    if (const auto& button = item->button()) {
+        button->setTarget(shared_from_this());
+        button->setAction(&AppDelegate::statusClicked);
+        button->sendActionOn(NSEventMaskLeftMouseUp | NSEventMaskRightMouseUp);
+        button->setToolTip(
+            "Nimbrel Lite: click to blur or show every screen, right-click for the menu");
+    }
+    statusItem = item;
+    updateStatusIcon();
+}
+
+// The icon names what a click does next: the crossed-out eye stands while nothing is blurred.
+void AppDelegate::updateStatusIcon() {
+    const bool shown = Cover::shared()->shown();
+    const auto image = NSImage::imageWithSystemSymbolName(
+        shown ? "eye" : "eye.slash", shown ? "Show the screens" : "Blur every screen");
+    if (image) image->setTemplate(true);
+    if (statusItem && statusItem->button()) statusItem->button()->setImage(image);
+}

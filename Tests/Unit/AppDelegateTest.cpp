@@ -1,0 +1,130 @@
+#include "Screens.h"
+
+#include "AppDelegate.h"
+#include "AppKit/NSApplication+Private.h"
+#include "AppKit/NSStatusBar+Private.h"
+#include "Cover.h"
+
+#include <csignal>
+
+namespace {
+
+class AppDelegateTest : public ScreensTest {
+protected:
+    void SetUp() override {
+        ScreensTest::SetUp();
+        launch(*delegate);
+    }
+    void TearDown() override {
+        Cover::shared()->hide();
+        ScreensTest::TearDown();
+    }
+
+    static void launch(NSApplicationDelegate& delegate) {
+        delegate.applicationDidFinishLaunching(
+            NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
+    }
+
+    NSStatusBarButton& button() {
+        return *itemsOf(NSStatusBar::systemStatusBar()).back()->button();
+    }
+
+    void expectIcon(const char* symbol, const char* description) {
+        const auto& image = button().image();
+        ASSERT_TRUE(image);
+        EXPECT_EQ(image->name(), symbol);
+        EXPECT_EQ(image->accessibilityDescription(), description);
+        EXPECT_TRUE(image->isTemplate());
+    }
+
+    std::shared_ptr<AppDelegate> delegate = std::make_shared<AppDelegate>();
+};
+
+/// Terminates the application in its first moment, by the way it is given.
+struct Leaver : NSApplicationDelegate {
+    explicit Leaver(std::function<void()> way) : leave(std::move(way)) {}
+    void applicationDidFinishLaunching(const NSNotification&) override { leave(); }
+    std::function<void()> leave;
+};
+
+} // namespace
+
+TEST_F(AppDelegateTest, LaunchesWithTheScreensCoveredByNothing) {
+    EXPECT_FALSE(Cover::shared()->shown());
+    EXPECT_EQ(screens().surfaces().size(), 2u);
+    expectIcon("eye.slash", "Blur every screen");
+    EXPECT_EQ(button().toolTip(),
+              "Nimbrel Lite: click to blur or show every screen, right-click for the menu");
+}
+
+TEST_F(AppDelegateTest, ALeftClickToggles) {
+    button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, 0));
+    EXPECT_TRUE(Cover::shared()->shown());
+    button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, 0));
+    EXPECT_FALSE(Cover::shared()->shown());
+}
+
+TEST_F(AppDelegateTest, AClickWithoutAnEventToggles) {
+    delegate->statusClicked();
+    EXPECT_TRUE(Cover::shared()->shown());
+}
+
+TEST_F(AppDelegateTest, ARightOrControlClickDoesNotToggle) {
+    button().rightMouseUp(NSEvent(NSEventTypeRightMouseUp, 0));
+    button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, NSEventModifierFlagControl));
+    EXPECT_FALSE(Cover::shared()->shown());
+}
+
+TEST_F(AppDelegateTest, TheIconFollowsEveryChangeOfTheCover) {
+    Cover::shared()->show();
+    expectIcon("eye", "Show the screens");
+    Cover::shared()->hide();
+    expectIcon("eye.slash", "Blur every screen");
+}
+
+TEST_F(AppDelegateTest, ADelegateThatIsGoneFollowsNothing) {
+    delegate = nullptr;
+    EXPECT_TRUE(itemsOf(NSStatusBar::systemStatusBar()).empty());
+    Cover::shared()->show();
+}
+
+TEST_F(AppDelegateTest, WithoutABusItKnowsItselfAlone) {
+    const auto current = NSRunningApplication::currentApplication();
+    const auto found =
+        NSRunningApplication::runningApplicationsWithBundleIdentifier("com.vardek.NimbrelLite");
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_TRUE(found[0]->isEqual(*current));
+    EXPECT_TRUE(
+        NSRunningApplication::runningApplicationsWithBundleIdentifier("com.vardek.Other").empty());
+    EXPECT_FALSE(NSWorkspace::sharedWorkspace().accessibilityDisplayShouldReduceTransparency());
+}
+
+TEST(NSApplication, KeepsItsActivationPolicy) {
+    NSApp->setActivationPolicy(NSApplicationActivationPolicyAccessory);
+    EXPECT_EQ(NSApp->activationPolicy(), 1);
+}
+
+TEST(NSApplication, RunsUntilItIsAskedToLeave) {
+    const std::function<void()> ways[] = {
+        [] { NSApp->terminate(nullptr); },
+        [] { std::raise(SIGTERM); },
+        [] { std::raise(SIGINT); },
+        [] { std::raise(SIGHUP); },
+    };
+    for (const auto& way : ways) {
+        int launches = 0;
+        const auto leaver = std::make_shared<Leaver>([&] {
+            ++launches;
+            way();
+        });
+        NSApp->setDelegate(leaver);
+        NSApp->run();
+        EXPECT_EQ(launches, 1);
+    }
+}
+
+TEST(CurrentEvent, GivesWayToTheOneBefore) {
+    const CurrentEvent outer(NSEvent(NSEventTypeLeftMouseUp, 0));
+    { const CurrentEvent inner(NSEvent(NSEventTypeRightMouseUp, 0)); }
+    EXPECT_EQ(NSApp->currentEvent()->type(), NSEventTypeLeftMouseUp);
+}

@@ -1,0 +1,201 @@
+// The program on a session bus: other instances of it, and the desktop's settings.
+#include "Screens.h"
+
+#include "AppKit/AppKit.h"
+#include "Cover.h"
+
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+
+namespace {
+
+const char* const identifier = "com.vardek.NimbrelLite";
+const char* const instancePath = "/com/vardek/NimbrelLite/Instance";
+const char* const portalService = "org.freedesktop.portal.Desktop";
+const char* const portalPath = "/org/freedesktop/portal/desktop";
+const char* const portalSettings = "org.freedesktop.portal.Settings";
+
+void runUntil(const std::function<bool()>& holds) {
+    const QDeadlineTimer deadline(20000);
+    while (!holds() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    EXPECT_TRUE(holds());
+}
+
+/// Answers the calls that come to one object of a connection.
+class Answerer : public QDBusVirtualObject {
+public:
+    using Answer = std::function<QDBusMessage(const QDBusMessage&)>;
+    explicit Answerer(Answer answer) : m_answer(std::move(answer)) {}
+
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        return connection.send(m_answer(message));
+    }
+
+private:
+    Answer m_answer;
+};
+
+/// Another instance of the program, as it looks from the bus.
+class OtherInstance {
+public:
+    explicit OtherInstance(const char* name)
+        : connection(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)),
+          m_object([this](const QDBusMessage& message) {
+              ++asked[message.member().toStdString()];
+              return message.createReply();
+          }) {
+        connection.registerVirtualObject(instancePath, &m_object);
+        connection.registerService(QString("%1.Instance%2").arg(identifier, number()));
+    }
+
+    QString number() const { return connection.baseService().mid(1).replace('.', '_'); }
+
+    QDBusPendingCall askToTerminate(const QDBusConnection& whom) {
+        return connection.asyncCall(QDBusMessage::createMethodCall(
+            whom.baseService(), instancePath, "com.vardek.NimbrelLite.Instance", "Terminate"));
+    }
+
+    QDBusConnection connection;
+    std::map<std::string, int> asked;
+
+private:
+    Answerer m_object;
+};
+
+OtherInstance* older = nullptr;
+
+/// The desktop's settings, in the first version of their interface.
+class Portal {
+public:
+    Portal()
+        : m_object([this](const QDBusMessage& message) {
+              if (message.member() != "Read")
+                  return message.createErrorReply(QDBusError::UnknownMethod, "Too old for that.");
+              EXPECT_EQ(message.arguments(),
+                        QVariantList({"org.freedesktop.appearance", "contrast"}));
+              const QDBusVariant inner(contrast);
+              return message.createReply(
+                  QVariant::fromValue(QDBusVariant(QVariant::fromValue(inner))));
+          }) {
+        connection.registerVirtualObject(portalPath, &m_object);
+    }
+
+    void start() { EXPECT_TRUE(connection.registerService(portalService)); }
+
+    void tell(const char* group, const char* key, uint value) {
+        auto signal = QDBusMessage::createSignal(portalPath, portalSettings, "SettingChanged");
+        signal << group << key << QVariant::fromValue(QDBusVariant(value));
+        connection.send(signal);
+    }
+
+    uint contrast = 1;
+    QDBusConnection connection =
+        QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
+
+private:
+    Answerer m_object;
+};
+
+} // namespace
+
+TEST(NSRunningApplication, FindsTheInstancesOldestFirst) {
+    OtherInstance newer("newer");
+    const auto current = NSRunningApplication::currentApplication();
+    auto found = NSRunningApplication::runningApplicationsWithBundleIdentifier(identifier);
+    ASSERT_EQ(found.size(), 3u);
+    EXPECT_FALSE(found[0]->isEqual(*current));
+    EXPECT_TRUE(found[1]->isEqual(*current));
+    EXPECT_FALSE(found[2]->isEqual(*found[0]));
+
+    EXPECT_TRUE(found[2]->terminate());
+    runUntil([&] { return newer.asked["Terminate"] == 1; });
+    EXPECT_EQ(older->asked["Terminate"], 0);
+    EXPECT_TRUE(
+        NSRunningApplication::runningApplicationsWithBundleIdentifier("com.vardek").empty());
+}
+
+// Two instances that start at once may each ask the other. The older one's request is turned round.
+TEST(NSRunningApplication, GivesWayToANewerInstanceAlone) {
+    struct Delegate : NSApplicationDelegate {
+        void applicationDidFinishLaunching(const NSNotification&) override {
+            const auto self = QDBusConnection::sessionBus();
+            auto* refusal = new QDBusPendingCallWatcher(older->askToTerminate(self), qApp);
+            QObject::connect(refusal, &QDBusPendingCallWatcher::finished, qApp, [=, this] {
+                refused = refusal->isError();
+                newer.askToTerminate(self);
+            });
+        }
+        OtherInstance newer{"newest"};
+        bool refused = false;
+    };
+    const auto delegate = std::make_shared<Delegate>();
+    NSApp->setDelegate(delegate);
+    NSApp->run();
+    EXPECT_TRUE(delegate->refused);
+    runUntil([] { return older->asked["Terminate"] == 1; });
+}
+
+TEST(NSWorkspace, FollowsTheContrastOfTheDesktop) {
+    auto& workspace = NSWorkspace::sharedWorkspace();
+    int changes = 0;
+    workspace.notificationCenter().addObserverForName(
+        NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, nullptr,
+        NSOperationQueue::mainQueue(), [&](const NSNotification&) { ++changes; });
+    const auto reduces = [&] { return workspace.accessibilityDisplayShouldReduceTransparency(); };
+    EXPECT_FALSE(reduces());
+
+    screens().setDisplays(twoScreens());
+    const auto cover = std::make_shared<Cover>();
+    cover->start();
+    cover->show();
+    const PostCounter posts(Cover::changed);
+    const auto looks = [](const CGColor& colour, int radius) {
+        for (const auto* surface : screens().surfaces())
+            EXPECT_TRUE(surface->look.overlay == colour && surface->radius == radius &&
+                        surface->alpha == 1 && !surface->look.material);
+    };
+    const CGColor tint{0, 0, 0, 0.4};
+    const CGColor solid{14 / 255.0, 16 / 255.0, 21 / 255.0, 1};
+    looks(tint, 168);
+
+    Portal portal;
+    portal.start();
+    runUntil([&] { return changes == 1; });
+    EXPECT_TRUE(reduces());
+    looks(solid, 1);
+    EXPECT_EQ(posts.count(), 0);
+
+    portal.tell("org.freedesktop.appearance", "color-scheme", 0);
+    portal.tell("org.example", "contrast", 0);
+    portal.tell("org.freedesktop.appearance", "contrast", 1);
+    portal.tell("org.freedesktop.appearance", "contrast", 0);
+    runUntil([&] { return changes == 2; });
+    EXPECT_FALSE(reduces());
+    looks(tint, 168);
+
+    cover->hide();
+    portal.tell("org.freedesktop.appearance", "contrast", 1);
+    runUntil(reduces);
+    for (const auto* surface : screens().surfaces())
+        EXPECT_EQ(surface->look, WindowServer::Look{});
+    cover->show();
+    looks(solid, 1);
+}
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    OtherInstance first("older");
+    older = &first;
+    NSApplication::sharedApplication();
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,72 @@
+#include "Foundation/Foundation.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+
+TEST(NSNotificationCenter, RunsTheBlocksOfANameInOrderWithTheNotification) {
+    NSNotificationCenter center;
+    const auto sender = std::make_shared<int>(1);
+    std::vector<std::string> log;
+    for (const char* name : {"one", "other", "one"})
+        center.addObserverForName(name, nullptr, NSOperationQueue::mainQueue(),
+                                  [&, name](const NSNotification& notification) {
+                                      EXPECT_EQ(notification.name(), name);
+                                      EXPECT_EQ(notification.object(), sender);
+                                      log.push_back(name);
+                                  });
+    center.postNotificationName("one", sender); // The tokens are long gone.
+    EXPECT_THAT(log, ElementsAre("one", "one"));
+}
+
+TEST(NSNotificationCenter, ObservesOneObjectWhereAskedTo) {
+    NSNotificationCenter center;
+    const auto wanted = std::make_shared<int>(1);
+    int posts = 0;
+    center.addObserverForName("name", wanted, NSOperationQueue::mainQueue(),
+                              [&](const NSNotification&) { ++posts; });
+    center.postNotificationName("name", std::make_shared<int>(1));
+    center.postNotificationName("name", nullptr);
+    EXPECT_EQ(posts, 0);
+    center.postNotificationName("name", wanted);
+    EXPECT_EQ(posts, 1);
+}
+
+TEST(NSNotificationCenter, ABlockMayAddObserversAndPost) {
+    NSNotificationCenter center;
+    int late = 0;
+    center.addObserverForName(
+        "name", nullptr, NSOperationQueue::mainQueue(), [&](const NSNotification&) {
+            for (int i = 0; i < 100; ++i)
+                center.addObserverForName("inner", nullptr, NSOperationQueue::mainQueue(),
+                                          [&](const NSNotification&) { ++late; });
+            center.postNotificationName("inner", nullptr);
+        });
+    center.postNotificationName("name", nullptr);
+    EXPECT_EQ(late, 100);
+}
+
+TEST(NSObject, EqualsItselfAlone) {
+    const NSNumber one(4000000000u), other(4000000000u);
+    EXPECT_TRUE(one.isEqual(one));
+    EXPECT_FALSE(one.isEqual(other));
+    EXPECT_EQ(one.unsignedIntValue(), 4000000000u);
+}
+
+TEST(SEL, ReachesOnlyObjectsThatHaveTheMethod) {
+    struct Counter : NSObject {
+        void count() { ++counted; }
+        int counted = 0;
+    } counter;
+    struct Other : NSObject {
+    } other;
+    const SEL count = &Counter::count;
+    count.send(counter);
+    count.send(other);
+    SEL().send(counter);
+    EXPECT_EQ(counter.counted, 1);
+}
+
+TEST(NSBundle, KnowsItsIdentifier) {
+    EXPECT_EQ(NSBundle::mainBundle().bundleIdentifier(), "com.vardek.NimbrelLite");
+}

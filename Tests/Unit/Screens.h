@@ -1,0 +1,49 @@
+// The screens that a test connects, and the windows that come to stand on them.
+#pragma once
+
+#include "Foundation/Foundation.h"
+#include "WindowServer/HeadlessSession.h"
+
+#include <gtest/gtest.h>
+
+inline WindowServer::HeadlessSession& screens() {
+    return static_cast<WindowServer::HeadlessSession&>(WindowServer::Session::current());
+}
+
+inline WindowServer::Display display(uint32_t number, const CGRect& frame) {
+    WindowServer::Display result;
+    result.number = number;
+    result.frame = frame;
+    return result;
+}
+
+/// Two screens side by side, the second one smaller.
+inline std::vector<WindowServer::Display> twoScreens() {
+    return {display(7, CGRectMake(0, 0, 1920, 1080)), display(9, CGRectMake(1920, 56, 1280, 1024))};
+}
+
+class ScreensTest : public testing::Test {
+protected:
+    void SetUp() override {
+        screens().setDisplays(twoScreens());
+        screens().blurAnswer = 0;
+    }
+    void TearDown() override { screens().setDisplays({}); }
+};
+
+/// Counts the posts of a notification while it lives.
+class PostCounter {
+public:
+    explicit PostCounter(const NSNotificationName& name) {
+        NSNotificationCenter::defaultCenter().addObserverForName(
+            name, nullptr, NSOperationQueue::mainQueue(),
+            [posts = m_posts](const NSNotification& notification) {
+                posts->push_back(notification.object());
+            });
+    }
+    int count() const { return static_cast<int>(m_posts->size()); }
+    const std::vector<id>& objects() const { return *m_posts; }
+
+private:
+    std::shared_ptr<std::vector<id>> m_posts = std::make_shared<std::vector<id>>();
+};
