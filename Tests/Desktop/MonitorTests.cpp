@@ -32,7 +32,7 @@ struct Step {
 
 // A server's monitors as its clients name them: no output has to come or go for these.
 const std::vector<Step> monitorSteps = {
-    {"one more", {{"--setmonitor", "C", "400/100x300/80+2500+100", "none"}}},
+    {"one more", {{"--setmonitor", "C", "400/100x56/20+1920+1024", "none"}}},
     {"one less", {{"--delmonitor", "C"}}},
     {"smaller", {{"--delmonitor", "B"}, {"--setmonitor", "B", "1024/270x768/200+1920+0", "none"}}},
     {"moved", {{"--delmonitor", "B"}, {"--setmonitor", "B", "1024/270x768/200+2100+300", "none"}}},
@@ -43,7 +43,7 @@ const std::vector<Step> monitorSteps = {
       {"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"}}},
 };
 
-// Real outputs: they are switched, turned and resized, and the screen with them.
+// Real outputs: they are switched, moved and resized, and the screen with them.
 const std::vector<Step> outputSteps = {
     {"second on",
      {{"--addmode", "DUMMY1", "1024x768"},
@@ -51,7 +51,7 @@ const std::vector<Step> outputSteps = {
     {"second below", {{"--output", "DUMMY1", "--below", "DUMMY0"}}},
     {"second first", {{"--output", "DUMMY0", "--right-of", "DUMMY1", "--primary"}}},
     {"smaller", {{"--addmode", "DUMMY1", "640x480"}, {"--output", "DUMMY1", "--mode", "640x480"}}},
-    {"turned", {{"--output", "DUMMY1", "--mode", "1024x768", "--rotate", "left"}}},
+    {"larger", {{"--output", "DUMMY1", "--mode", "1024x768"}}},
     {"first off", {{"--output", "DUMMY0", "--off"}}},
     {"first back", {{"--output", "DUMMY0", "--auto", "--left-of", "DUMMY1"}}},
     {"second off", {{"--output", "DUMMY1", "--off"}}},

@@ -18,18 +18,21 @@ bool showsMarker(const Desktop& desktop) {
         .isAll(marker);
 }
 
-struct Times {
-    std::vector<double> milliseconds;
+/// How long each of several things took, in milliseconds.
+class Times {
+public:
+    void add(double milliseconds) { m_times.push_back(milliseconds); }
+    double longest() const { return m_times.empty() ? 0 : std::ranges::max(m_times); }
 
-    double median() {
-        std::sort(milliseconds.begin(), milliseconds.end());
-        return milliseconds.at(milliseconds.size() / 2);
-    }
-    double longest() const { return *std::max_element(milliseconds.begin(), milliseconds.end()); }
     void report(const char* what) {
-        std::cout << what << ": median " << median() << " ms, longest " << longest() << " ms of "
-                  << milliseconds.size() << "\n";
+        std::ranges::sort(m_times);
+        const double median = m_times.empty() ? 0 : m_times[m_times.size() / 2];
+        std::cout << what << ": median " << median << " ms, longest " << longest() << " ms of "
+                  << m_times.size() << "\n";
     }
+
+private:
+    std::vector<double> m_times;
 };
 
 std::unique_ptr<Process> startWindowManager(const Desktop& desktop) {
@@ -65,7 +68,7 @@ TEST(TimedStacking, APopupIsCoveredAgainBeforeAnyoneCanReadIt) {
         popup.raise();
         const auto start = Clock::now();
         ASSERT_TRUE(await([&] { return !showsMarker(desktop); })) << "popup " << i;
-        times.milliseconds.push_back(millisecondsSince(start));
+        times.add(millisecondsSince(start));
         popup.hide();
     }
 
@@ -79,7 +82,7 @@ TEST(TimedStacking, AWindowThatRaisesItselfWinsNeitherTheScreenNorTheProcessor) 
     agent.cover();
     TestWindow rival(desktop.display(), spot);
     rival.show();
-    Times readable = {{0}};
+    Times readable;
     const double used = agent.process().processorTime();
     const auto start = Clock::now();
 
@@ -93,13 +96,13 @@ TEST(TimedStacking, AWindowThatRaisesItselfWinsNeitherTheScreenNorTheProcessor) 
         if (showsMarker(desktop)) {
             if (!seenSince) seenSince = Clock::now();
         } else if (seenSince) {
-            readable.milliseconds.push_back(millisecondsSince(*seenSince));
+            readable.add(millisecondsSince(*seenSince));
             seenSince.reset();
         }
     }
     const double share = (agent.process().processorTime() - used) * 1000 / millisecondsSince(start);
 
-    if (seenSince) readable.milliseconds.push_back(millisecondsSince(*seenSince));
+    if (seenSince) readable.add(millisecondsSince(*seenSince));
     readable.report("the rival is readable for");
     std::cout << "the program takes " << share * 100 << " % of a processor\n";
     EXPECT_LE(readable.longest(), 50);

@@ -26,11 +26,11 @@ std::vector<std::string> Agent::command() {
 }
 
 Agent::Agent(Desktop& desktop)
-    : m_desktop(desktop), m_iconsBefore(desktop.tray ? desktop.tray->icons().size() : 0),
+    : m_desktop(desktop), m_dockedBefore(desktop.tray ? desktop.tray->docked() : 0),
       m_process(command(), desktop.environment()) {
     const bool ready = await([this] {
         if (m_process.status()) return true;
-        return m_desktop.tray ? m_desktop.tray->icons().size() > m_iconsBefore : !covers().empty();
+        return m_desktop.tray ? m_desktop.tray->docked() > m_dockedBefore : !covers().empty();
     });
     EXPECT_TRUE(ready && !m_process.status())
         << "the program did not start: " << m_process.errors();

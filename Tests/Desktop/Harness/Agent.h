@@ -29,7 +29,7 @@ public:
 
 private:
     Desktop& m_desktop;
-    size_t m_iconsBefore;
+    int m_dockedBefore;
     Process m_process;
 };
 

@@ -32,10 +32,19 @@ Tray::Tray(const std::string& display, int x, int y)
                   {XCB_CURRENT_TIME, selection, m_window, 0, 0});
 }
 
-std::vector<Area> Tray::icons() {
+void Tray::listen() {
     m_client.settle();
     while (const auto event = m_client.nextEvent())
         handle(*event);
+}
+
+int Tray::docked() {
+    listen();
+    return m_docked;
+}
+
+std::vector<Area> Tray::icons() {
+    listen();
     std::vector<Area> result;
     for (size_t i = 0; i < m_icons.size(); ++i)
         result.push_back({m_area.x + static_cast<int>(i) * iconSize, m_area.y, iconSize, iconSize});
@@ -65,6 +74,7 @@ void Tray::dock(xcb_window_t icon) {
     m_client.send(icon, m_embedding, XCB_EVENT_MASK_NO_EVENT,
                   {XCB_CURRENT_TIME, embeddedNotify, 0, m_window, 0});
     m_icons.push_back(icon);
+    ++m_docked;
 }
 
 } // namespace Harness

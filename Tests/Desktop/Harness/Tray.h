@@ -16,8 +16,10 @@ public:
 
     /// Where the icons stand on the screen, the newest last.
     std::vector<Area> icons();
+    int docked(); ///< How many icons have come so far, also those that have gone again.
 
 private:
+    void listen();
     void handle(const xcb_generic_event_t& event);
     void dock(xcb_window_t icon);
 
@@ -27,6 +29,7 @@ private:
     xcb_atom_t m_opcode;
     xcb_atom_t m_embedding;
     std::vector<xcb_window_t> m_icons;
+    int m_docked = 0;
 };
 
 } // namespace Harness
