@@ -30,7 +30,7 @@ TEST_F(OnPaper, IsClearAtEveryStart) {
         EXPECT_TRUE(isClear());
         agent.cover();
     }
-    EXPECT_TRUE(isClear());
+    EXPECT_TRUE(await([&] { return isClear(); }));
 }
 
 TEST_F(OnPaper, IsClearAfterAPoliteEnd) {
@@ -40,7 +40,7 @@ TEST_F(OnPaper, IsClearAfterAPoliteEnd) {
             if (covered) agent.cover();
             agent.process().send(signal);
             EXPECT_EQ(agent.process().awaitEnd(), 0) << "signal " << signal;
-            EXPECT_TRUE(isClear());
+            EXPECT_TRUE(await([&] { return isClear(); }));
         }
 }
 

@@ -2,29 +2,40 @@
 
 #include "WindowServer/X11/Connection.h"
 
-#include <xcb/xfixes.h>
+#include <string>
 
 namespace WindowServer {
 
-TrayWatch::TrayWatch(Connection& connection) {
-    const auto* xfixes = xcb_get_extension_data(connection.xcb(), &xcb_xfixes_id);
-    if (!xfixes || !xfixes->present) return;
-    m_selectionNotify = static_cast<uint8_t>(xfixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-    const auto name = "_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber());
-    const xcb_atom_t selection = connection.atom(name.c_str());
-    xcb_xfixes_select_selection_input(connection.xcb(), connection.root(), selection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    const auto owner = connection.reply(xcb_get_selection_owner_reply,
-                                        xcb_get_selection_owner(connection.xcb(), selection));
-    m_isPresent = owner && owner->owner != XCB_WINDOW_NONE;
+TrayWatch::TrayWatch(Connection& connection)
+    : m_connection(connection),
+      m_selection(connection.atom(
+          ("_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber())).c_str())),
+      m_announcement(connection.atom("MANAGER")) {}
+
+void TrayWatch::look() {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    const auto reply = m_connection.reply(xcb_get_selection_owner_reply,
+                                          xcb_get_selection_owner(xcb, m_selection));
+    m_owner = XCB_WINDOW_NONE;
+    if (reply) m_owner = reply->owner;
+    if (m_owner == XCB_WINDOW_NONE) return;
+    const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    const auto watch = xcb_change_window_attributes_checked(xcb, m_owner, XCB_CW_EVENT_MASK, &mask);
+    if (!succeeded(xcb, watch)) m_owner = XCB_WINDOW_NONE;
 }
 
 void TrayWatch::handle(const xcb_generic_event_t& event) {
-    if (m_selectionNotify == 0 || (event.response_type & 0x7f) != m_selectionNotify) return;
-    m_isPresent = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event).owner !=
-                  XCB_WINDOW_NONE;
+    const int type = event.response_type & 0x7f;
+    if (type == XCB_CLIENT_MESSAGE) {
+        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+        if (message.type != m_announcement || message.data.data32[1] != m_selection) return;
+    } else if (type == XCB_DESTROY_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+        if (m_owner == XCB_WINDOW_NONE || notify.window != m_owner) return;
+    } else {
+        return;
+    }
+    look();
     if (onChanged) onChanged();
 }
 

@@ -57,6 +57,8 @@ void X11Session::attach() {
     m_tray.onChanged = [this] {
         if (onTrayChanged) onTrayChanged();
     };
+    selectRootEvents();
+    m_tray.look();
     watchDisplays();
     m_displays = m_monitors.query(scaleOf);
 }
@@ -224,8 +226,14 @@ void X11Session::followDesktop() {
 void X11Session::watchScreen(bool watch) {
     if (m_watching == watch) return;
     m_watching = watch;
-    const uint32_t mask =
-        watch ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE : 0;
+    selectRootEvents();
+}
+
+/// The root's own structure always, for trays announce themselves there; what happens among the
+/// windows only while one of ours has to stay above them.
+void X11Session::selectRootEvents() {
+    uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    if (m_watching) mask |= XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection->xcb(), m_connection->root(), XCB_CW_EVENT_MASK,
                                  &mask);
 }

@@ -52,6 +52,7 @@ private:
     void captureSources(const std::vector<X11Surface*>& surfaces);
     void followDesktop();
     void watchScreen(bool watch);
+    void selectRootEvents();
     void scheduleFrame();
     void drawFrame();
     void coverPlainly();
