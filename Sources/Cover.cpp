@@ -86,7 +86,7 @@ void CoverWindow::showFallback() {
 }
 
 const std::shared_ptr<Cover>& Cover::shared() {
-    static const auto cover = std::make_shared<Cover>();
+    static const auto& cover = *new auto(std::make_shared<Cover>()); // Kept until the process ends.
     return cover;
 }
 

@@ -2,11 +2,11 @@
 
 #include "AppKit/AppKit.h"
 
-#include <cstdlib>
 #include <memory>
 
+// Made once and kept until the process ends, so never destroyed, whatever it is that ends it.
 NSApplication* app = nullptr;
-std::shared_ptr<AppDelegate> delegate;
+auto& delegate = *new std::shared_ptr<AppDelegate>;
 
 int main() {
     app = &NSApplication::sharedApplication();
@@ -14,5 +14,5 @@ int main() {
     app->setDelegate(delegate);
     app->setActivationPolicy(NSApplicationActivationPolicyAccessory);
     app->run();
-    std::quick_exit(EXIT_SUCCESS); // Nothing is torn down: all of it lives until the process ends.
+    return 0;
 }

@@ -70,8 +70,8 @@ std::string joinBus() {
     const auto identifier = NSBundle::mainBundle().bundleIdentifier();
     auto bus = QDBusConnection::sessionBus();
     if (!identifier || !bus.isConnected()) return {};
-    static Instance instance;
-    bus.registerObject(objectPath, &instance, QDBusConnection::ExportAllSlots);
+    auto* const instance = new Instance; // For as long as the process runs.
+    bus.registerObject(objectPath, instance, QDBusConnection::ExportAllSlots);
     // Not waited for: the bus works through our messages in order.
     const QString name = instanceName(*identifier, bus.baseService());
     constexpr uint doNotQueue = 4;

@@ -34,14 +34,17 @@ TrayIcon::TrayIcon(NSStatusBarButton& button)
     QDBusConnection::sessionBus().connect(QString(), watcherPath, watcherService,
                                           "StatusNotifierHostRegistered", this,
                                           SLOT(lookForTray()));
-    Session::current().onTrayChanged = [this] { lookForTray(); };
+    Session::current().onTrayChanged = [this] {
+        m_icon.reset(); // Its window may have died with the old tray.
+        lookForTray();
+    };
     lookForTray();
 }
 
 TrayIcon::~TrayIcon() { Session::current().onTrayChanged = nullptr; }
 
 void TrayIcon::lookForTray() {
-    if (m_icon) return; // Qt brings it back to a tray that comes back.
+    if (m_icon) return; // Qt brings it back to a bus that has a tray again.
     const auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return appearIf(Session::current().hasTray());
     auto question = QDBusMessage::createMethodCall(watcherService, watcherPath,

@@ -61,6 +61,14 @@ void X11Session::attach() {
     m_tray.look();
     watchDisplays();
     m_displays = m_monitors.query(scaleOf);
+    QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &m_commit, [this] { leaveScreen(); });
+}
+
+/// Returns when the server has cleared the screen, so that it is clear when the process has ended.
+void X11Session::leaveScreen() {
+    for (X11Surface* surface : m_surfaces)
+        surface->hide();
+    m_connection->reply(xcb_get_input_focus_reply, xcb_get_input_focus(m_connection->xcb()));
 }
 
 /// The server tells of its monitors; Qt, in its own time, of their scales.

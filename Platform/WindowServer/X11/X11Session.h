@@ -45,6 +45,7 @@ private:
     void handleOwnWindow(int type, const xcb_generic_event_t& event);
     void refreshDisplays();
     void watchDisplays();
+    void leaveScreen();
 
     void commit();
     void hideUnwanted();
