@@ -223,9 +223,10 @@ void X11Session::captureSources(const std::vector<X11Surface*>& surfaces) {
 
 void X11Session::followDesktop() {
     m_live->follow([this](xcb_window_t window) {
-        return std::ranges::any_of(m_surfaces, [window](const X11Surface* surface) {
-            return surface->window() == window;
-        });
+        return m_stacking.holds(window) ||
+               std::ranges::any_of(m_surfaces, [window](const X11Surface* surface) {
+                   return surface->window() == window;
+               });
     });
     m_sinceFrame.start();
     scheduleFrame();
