@@ -38,6 +38,14 @@ protected:
         if (GetParam()) compositor = startCompositor(desktop);
     }
 
+    /// A compositor shows a new window some frames after it was mapped.
+    void cover(Agent& agent) {
+        agent.cover();
+        EXPECT_TRUE(await([&] {
+            return desktop.screen.grab({0, 500, 3200, 1}).count(white) == 0;
+        }));
+    }
+
     Desktop desktop;
     TestWindow paper;
     std::unique_ptr<Process> compositor;
@@ -49,7 +57,7 @@ TEST_P(Blur, MakesChecksOneDarkGrey) {
     for (const int size : {1, 2, 8, 20}) {
         paper.paintChecks(size);
         Agent agent(desktop);
-        agent.cover();
+        cover(agent);
         for (const Area& monitor : {Desktop::left, Desktop::right}) {
             const Area inside = {monitor.x + 200, monitor.y + 200, monitor.width - 400,
                                  monitor.height - 400};
@@ -64,7 +72,7 @@ TEST_P(Blur, SpreadsAnEdgeAsAGaussianDoes) {
     const int edge = 960;
     paper.paint(3200, 1, [](int x, int) { return x < edge ? white : black; });
     Agent agent(desktop);
-    agent.cover();
+    cover(agent);
 
     for (const double sigmas : {-2.0, -1.0, -0.5, 0.0, 0.5, 1.0, 2.0}) {
         const int x = edge + static_cast<int>(sigmas * spread);
@@ -75,7 +83,7 @@ TEST_P(Blur, SpreadsAnEdgeAsAGaussianDoes) {
 
 TEST_P(Blur, FollowsTheWindowsBelow) {
     Agent agent(desktop);
-    agent.cover();
+    cover(agent);
     for (const uint32_t colour : {black, white, black}) {
         paper.paint(colour);
         const double expected = colour == white ? 255 * tint : 0;
@@ -95,7 +103,7 @@ TEST_P(Blur, FollowsAWindowThatComesMovesAndGoes) {
     visitor.lower();
     paper.lower();
     Agent agent(desktop);
-    agent.cover();
+    cover(agent);
     const auto isBright = [&](const Area& area) {
         return meanOf(desktop, {area.x + 300, area.y + 300, 50, 50}) > 80;
     };
@@ -110,7 +118,7 @@ TEST_P(Blur, FollowsAWindowThatComesMovesAndGoes) {
 
 TEST_P(Blur, DoesNotFeedOnItself) {
     Agent agent(desktop);
-    agent.cover();
+    cover(agent);
     const double before = meanOf(desktop, Desktop::left);
     EXPECT_TRUE(
         holdsFor(1500ms, [&] { return std::abs(meanOf(desktop, Desktop::left) - before) < 2; }))
