@@ -3,6 +3,8 @@
 
 #include "WindowServer/Session.h"
 
+#include <map>
+
 namespace WindowServer {
 
 class HeadlessSession;
@@ -49,6 +51,10 @@ public:
     /// Those that live, oldest first.
     const std::vector<HeadlessSurface*>& surfaces() const { return m_surfaces; }
     int surfacesMade() const { return m_surfacesMade; }
+
+    void setLevel(ToolkitWindow window, int level) override { levels[window] = level; }
+    void dropLevel(ToolkitWindow window) override { levels.erase(window); }
+    std::map<ToolkitWindow, int> levels;
 
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override;
     int blurAnswer = 0;        ///< What `setBackgroundBlurRadius` says of any surface.

@@ -28,8 +28,9 @@ struct Display {
     uint32_t number = 0; ///< Stable across restarts and never shared by two connected displays.
     std::string name;    ///< The output's name, "DP-1".
     PixelRect pixels;
-    double scale = 1; ///< Device pixels in a point.
-    CGRect frame;     ///< In points, y up, origin at the lower left of the first display.
+    double scale = 1;    ///< Device pixels in a point.
+    CGRect frame;        ///< In points, y up, origin at the lower left of the first display.
+    CGRect visibleFrame; ///< The frame less what panels keep free for themselves.
     bool operator==(const Display&) const = default;
 };
 
@@ -59,6 +60,9 @@ public:
     virtual void orderOut() = 0;
 };
 
+/// A window that the toolkit makes and draws, by its number at the server.
+using ToolkitWindow = unsigned long;
+
 class Session {
 public:
     virtual ~Session() = default;
@@ -86,7 +90,33 @@ public:
     /// Called after `hasTray` has come to differ.
     std::function<void()> onTrayChanged;
 
+    /// Whether a compositor blends translucent windows with what lies behind them.
+    virtual bool isComposited() const { return false; }
+
+    /// Called after `isComposited` has come to differ.
+    std::function<void()> onCompositingChanged;
+
     virtual std::unique_ptr<Surface> makeSurface() = 0;
+
+    /// Gives a window of the toolkit's a place in the order of levels, in front of those that have
+    /// the same one, until `dropLevel`.
+    virtual void setLevel(ToolkitWindow, int level) = 0;
+    virtual void dropLevel(ToolkitWindow) = 0;
+
+    /// Names the window for everyone who looks at the screen.
+    virtual void setName(ToolkitWindow, const std::string&) {}
+
+    enum class Region { Bounding, Input };
+    /// Limits what of the window is seen, or what of it takes input, to the rectangles, in its
+    /// own pixels.
+    virtual void setShape(ToolkitWindow, Region, const std::vector<PixelRect>&) {}
+
+    /// Tells compositors that the window's outermost pixels, so many, are a shadow of its own.
+    virtual void setShadowMargin(ToolkitWindow, int) {}
+
+    /// What is seen of `area`, in root pixels, row by row, 0xRRGGBB. Empty where the server does
+    /// not tell.
+    virtual std::vector<uint32_t> grab(const PixelRect&) { return {}; }
 
     /// Blurs what lies behind a surface with a Gaussian of standard deviation radius/2 points,
     /// live, while the surface is visible. A radius of 1 or less ends it. 0 on success; any other

@@ -86,4 +86,11 @@ private:
     xcb_render_pictformat_t m_rgbFormat = 0;
 };
 
+/// Hears a panel's properties and its end. A window's events are chosen in one request, by all who
+/// want any of them.
+inline void listenToPanel(const Connection& connection, xcb_window_t panel) {
+    const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connection.xcb(), panel, XCB_CW_EVENT_MASK, &mask);
+}
+
 } // namespace WindowServer

@@ -91,7 +91,7 @@ std::vector<Display> Monitors::query(const ScaleOf& scaleOf) {
         });
         if (clone) continue;
         displays.push_back(
-            {numberOf(monitor), monitor.name, monitor.pixels, scaleOf(monitor.name), {}});
+            {numberOf(monitor), monitor.name, monitor.pixels, scaleOf(monitor.name), {}, {}});
     }
 
     // Origins stay in device pixels and sizes become points, as Qt lays its screens out, so one

@@ -26,41 +26,68 @@ Stacking::Stacking(Connection& connection) : m_connection(connection) {
     QObject::connect(&m_later, &QTimer::timeout, &m_later, [this] { restack(); });
 }
 
-void Stacking::add(xcb_window_t window, int level) { m_levels[window] = level; }
+void Stacking::add(xcb_window_t window, int level) {
+    const auto known = std::ranges::find(m_order, window, &Entry::window);
+    if (known != m_order.end() && known->level == level) return;
+    remove(window);
+    m_order.insert(std::ranges::upper_bound(m_order, level, {}, &Entry::level), {window, level});
+}
 
-void Stacking::remove(xcb_window_t window) { m_levels.erase(window); }
+void Stacking::remove(xcb_window_t window) {
+    std::erase_if(m_order, [window](const Entry& entry) { return entry.window == window; });
+}
+
+bool Stacking::holds(xcb_window_t window) const {
+    return std::ranges::find(m_order, window, &Entry::window) != m_order.end();
+}
 
 void Stacking::restack() {
-    std::vector<std::pair<int, xcb_window_t>> topDown;
-    for (const auto& [window, level] : m_levels)
-        topDown.emplace_back(level, window);
-    std::ranges::sort(topDown, std::greater{});
+    const auto wanted = wantedTop(screenWindows());
     // Each goes right below the one above it, so windows already in place do not move at all.
     xcb_window_t above = XCB_NONE;
-    for (const auto& [level, window] : topDown) {
+    for (auto window = wanted.rbegin(); window != wanted.rend(); ++window) {
         if (above == XCB_NONE) {
             const uint32_t values[] = {XCB_STACK_MODE_ABOVE};
-            xcb_configure_window(m_connection.xcb(), window, XCB_CONFIG_WINDOW_STACK_MODE, values);
+            xcb_configure_window(m_connection.xcb(), *window, XCB_CONFIG_WINDOW_STACK_MODE, values);
         } else {
             const uint32_t values[] = {above, XCB_STACK_MODE_BELOW};
-            xcb_configure_window(m_connection.xcb(), window,
+            xcb_configure_window(m_connection.xcb(), *window,
                                  XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values);
         }
-        above = window;
+        above = *window;
     }
     m_connection.flush();
 }
 
+/// Bottom to top.
+std::vector<xcb_window_t> Stacking::screenWindows() const {
+    const auto tree = m_connection.reply(xcb_query_tree_reply,
+                                         xcb_query_tree(m_connection.xcb(), m_connection.root()));
+    if (!tree) return {};
+    const xcb_window_t* const children = xcb_query_tree_children(tree.get());
+    return {children, children + tree->children_len};
+}
+
+/// Ours in their order. The toolkit's windows are made and destroyed on another connection: those
+/// that do not stand on the screen yet, or any more, would spoil the order of the others.
+std::vector<xcb_window_t> Stacking::wantedTop(const std::vector<xcb_window_t>& onScreen) const {
+    std::vector<xcb_window_t> wanted;
+    for (const Entry& entry : m_order)
+        if (std::ranges::find(onScreen, entry.window) != onScreen.end())
+            wanted.push_back(entry.window);
+    return wanted;
+}
+
 void Stacking::handle(const xcb_generic_event_t& event) {
-    if (!m_levels.empty() && isIntrusion(event)) putBack();
+    if (!m_order.empty() && isIntrusion(event)) putBack();
 }
 
 bool Stacking::isIntrusion(const xcb_generic_event_t& event) const {
     switch (event.response_type & 0x7f) {
     case XCB_CREATE_NOTIFY:
-        return !holds(as<xcb_create_notify_event_t>(event).window);
+        return !holds(as<xcb_create_notify_event_t>(event).window) || !isInOrder();
     case XCB_MAP_NOTIFY:
-        return !holds(as<xcb_map_notify_event_t>(event).window);
+        return !holds(as<xcb_map_notify_event_t>(event).window) || !isInOrder();
     case XCB_REPARENT_NOTIFY:
         return as<xcb_reparent_notify_event_t>(event).parent == m_connection.root();
     case XCB_CIRCULATE_NOTIFY:
@@ -68,20 +95,17 @@ bool Stacking::isIntrusion(const xcb_generic_event_t& event) const {
     case XCB_CONFIGURE_NOTIFY: {
         const auto& notify = as<xcb_configure_notify_event_t>(event);
         // Ours moves when we restack it, and when someone else lowers it.
-        return holds(notify.window) ? !isOnTop() : holds(notify.above_sibling);
+        return holds(notify.window) ? !isInOrder() : holds(notify.above_sibling);
     }
     default:
         return false;
     }
 }
 
-bool Stacking::isOnTop() const {
-    const auto tree = m_connection.reply(xcb_query_tree_reply,
-                                         xcb_query_tree(m_connection.xcb(), m_connection.root()));
-    if (!tree) return true;
-    const xcb_window_t* const end = xcb_query_tree_children(tree.get()) + tree->children_len;
-    const auto count = std::min(m_levels.size(), static_cast<size_t>(tree->children_len));
-    return std::all_of(end - count, end, [this](xcb_window_t window) { return holds(window); });
+bool Stacking::isInOrder() const {
+    const auto onScreen = screenWindows();
+    const auto wanted = wantedTop(onScreen);
+    return std::equal(wanted.rbegin(), wanted.rend(), onScreen.rbegin());
 }
 
 void Stacking::putBack() {

@@ -3,7 +3,7 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
-#include <map>
+#include <vector>
 
 #include <xcb/xcb.h>
 
@@ -17,9 +17,11 @@ class Stacking {
 public:
     explicit Stacking(Connection& connection);
 
+    /// In front of the others of its level, unless it is there already.
     void add(xcb_window_t window, int level);
     void remove(xcb_window_t window);
-    bool holds(xcb_window_t window) const { return m_levels.contains(window); }
+    bool holds(xcb_window_t window) const;
+    bool isEmpty() const { return m_order.empty(); }
 
     /// Puts all windows in their order on top of the screen.
     void restack();
@@ -29,13 +31,20 @@ public:
     void handle(const xcb_generic_event_t& event);
 
 private:
+    struct Entry {
+        xcb_window_t window;
+        int level;
+    };
+
     bool isIntrusion(const xcb_generic_event_t& event) const;
-    bool isOnTop() const;
+    bool isInOrder() const;
+    std::vector<xcb_window_t> screenWindows() const;
+    std::vector<xcb_window_t> wantedTop(const std::vector<xcb_window_t>& onScreen) const;
     void putBack();
 
     Connection& m_connection;
-    std::map<xcb_window_t, int> m_levels;
-    QElapsedTimer m_spell; ///< Since the current count of restackings began.
+    std::vector<Entry> m_order; ///< Bottom to top.
+    QElapsedTimer m_spell;      ///< Since the current count of restackings began.
     int m_count = 0;
     QTimer m_later;
 };

@@ -19,9 +19,10 @@ void TrayWatch::look() {
     m_owner = XCB_WINDOW_NONE;
     if (reply) m_owner = reply->owner;
     if (m_owner == XCB_WINDOW_NONE) return;
-    const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    const auto watch = xcb_change_window_attributes_checked(xcb, m_owner, XCB_CW_EVENT_MASK, &mask);
-    if (!succeeded(xcb, watch)) m_owner = XCB_WINDOW_NONE;
+    listenToPanel(m_connection, m_owner);
+    const auto alive = m_connection.reply(xcb_get_window_attributes_reply,
+                                          xcb_get_window_attributes(xcb, m_owner));
+    if (!alive) m_owner = XCB_WINDOW_NONE;
 }
 
 void TrayWatch::handle(const xcb_generic_event_t& event) {

@@ -1,6 +1,8 @@
 #include "WindowServer/X11/X11Session.h"
 
 #include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/ScreenGrab.h"
+#include "WindowServer/X11/ToolkitWindows.h"
 #include "WindowServer/X11/X11Surface.h"
 
 #include <QGuiApplication>
@@ -37,7 +39,7 @@ std::unique_ptr<X11Session> X11Session::connect() {
 
 X11Session::X11Session(std::unique_ptr<Connection> connection)
     : m_connection(std::move(connection)), m_monitors(*m_connection), m_stacking(*m_connection),
-      m_tray(*m_connection) {
+      m_tray(*m_connection), m_compositor(*m_connection), m_struts(*m_connection) {
     for (QTimer* timer : {&m_commit, &m_frame, &m_displayRefresh}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
@@ -57,10 +59,13 @@ void X11Session::attach() {
     m_tray.onChanged = [this] {
         if (onTrayChanged) onTrayChanged();
     };
+    m_compositor.onChanged = [this] {
+        if (onCompositingChanged) onCompositingChanged();
+    };
     selectRootEvents();
     m_tray.look();
     watchDisplays();
-    m_displays = m_monitors.query(scaleOf);
+    m_displays = readDisplays();
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &m_commit, [this] { leaveScreen(); });
 }
 
@@ -84,8 +89,22 @@ void X11Session::watchDisplays() {
     QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &m_displayRefresh, refresh);
 }
 
-void X11Session::refreshDisplays() {
+std::vector<Display> X11Session::readDisplays() {
     auto displays = m_monitors.query(scaleOf);
+    m_struts.look();
+    for (Display& display : displays) {
+        const PixelRect usable = m_struts.usable(display.pixels);
+        const double top = display.frame.origin.y + display.frame.size.height;
+        const double down = (usable.y - display.pixels.y + usable.height) / display.scale;
+        display.visibleFrame =
+            CGRectMake(display.frame.origin.x + (usable.x - display.pixels.x) / display.scale,
+                       top - down, usable.width / display.scale, usable.height / display.scale);
+    }
+    return displays;
+}
+
+void X11Session::refreshDisplays() {
+    auto displays = readDisplays();
     if (displays == m_displays) return;
     m_displays = std::move(displays);
     for (X11Surface* surface : m_surfaces)
@@ -115,6 +134,34 @@ int X11Session::setBackgroundBlurRadius(int surfaceNumber, int radius) {
     return illegalArgument;
 }
 
+void X11Session::setLevel(ToolkitWindow window, int level) {
+    m_stacking.add(static_cast<xcb_window_t>(window), level);
+    m_orderStale = true;
+    scheduleCommit();
+}
+
+void X11Session::dropLevel(ToolkitWindow window) {
+    m_stacking.remove(static_cast<xcb_window_t>(window));
+    scheduleCommit();
+}
+
+void X11Session::setName(ToolkitWindow window, const std::string& instance) {
+    setToolkitName(*m_connection, window, instance);
+}
+
+void X11Session::setShape(ToolkitWindow window, Region region,
+                          const std::vector<PixelRect>& rectangles) {
+    setToolkitShape(*m_connection, window, region, rectangles);
+}
+
+void X11Session::setShadowMargin(ToolkitWindow window, int margin) {
+    setToolkitShadowMargin(*m_connection, window, margin);
+}
+
+std::vector<uint32_t> X11Session::grab(const PixelRect& area) {
+    return grabPixels(*m_connection, area);
+}
+
 const Display* X11Session::displayAt(const CGRect& frame) const {
     const auto same = std::ranges::find(m_displays, frame, &Display::frame);
     if (same != m_displays.end()) return &*same;
@@ -130,6 +177,8 @@ const Display* X11Session::displayAt(const CGRect& frame) const {
 
 void X11Session::handle(const xcb_generic_event_t& event) {
     m_tray.handle(event);
+    m_compositor.handle(event);
+    if (m_struts.handle(event)) m_displayRefresh.start(0);
     const int type = event.response_type & 0x7f;
     if (m_connection->events().randr && (type == m_connection->events().randr ||
                                          type == m_connection->events().randr + XCB_RANDR_NOTIFY))
@@ -161,13 +210,17 @@ void X11Session::commit() {
     const auto wantsLive = [](const X11Surface* surface) { return surface->wantsLiveBlur(); };
     const bool live = canBlurLive() && std::ranges::any_of(m_surfaces, wantsLive);
     const bool any = std::ranges::any_of(m_surfaces, &X11Surface::wantsToShow);
-    watchScreen(any);
+    watchScreen(any || !m_stacking.isEmpty());
     if (live && !m_live) m_live = std::make_unique<LiveBlur>(*m_connection);
 
     std::vector<X11Surface*> stale;
     for (X11Surface* surface : m_surfaces)
         if (surface->isStale() && surface->wantsToShow()) stale.push_back(surface);
-    if (!stale.empty()) showAll(stale);
+    if (!stale.empty())
+        showAll(stale);
+    else if (m_orderStale)
+        m_stacking.restack();
+    m_orderStale = false;
     if (!live) {
         m_live.reset();
         m_frame.stop();

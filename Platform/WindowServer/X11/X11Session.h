@@ -1,10 +1,12 @@
 #pragma once
 
 #include "WindowServer/Session.h"
+#include "WindowServer/X11/CompositorWatch.h"
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/LiveBlur.h"
 #include "WindowServer/X11/Monitors.h"
 #include "WindowServer/X11/Stacking.h"
+#include "WindowServer/X11/Struts.h"
 #include "WindowServer/X11/TrayWatch.h"
 
 #include <QElapsedTimer>
@@ -28,7 +30,15 @@ public:
     void attach() override;
     const std::vector<Display>& displays() const override { return m_displays; }
     bool hasTray() const override { return m_tray.isPresent(); }
+    bool isComposited() const override { return m_compositor.isPresent(); }
     std::unique_ptr<Surface> makeSurface() override;
+    void setLevel(ToolkitWindow window, int level) override;
+    void dropLevel(ToolkitWindow window) override;
+    void setName(ToolkitWindow window, const std::string& instance) override;
+    void setShape(ToolkitWindow window, Region region,
+                  const std::vector<PixelRect>& rectangles) override;
+    void setShadowMargin(ToolkitWindow window, int margin) override;
+    std::vector<uint32_t> grab(const PixelRect& area) override;
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override;
 
     bool canBlurLive() const { return m_connection->canBlurLive(); }
@@ -43,6 +53,7 @@ private:
 
     void handle(const xcb_generic_event_t& event);
     void handleOwnWindow(int type, const xcb_generic_event_t& event);
+    std::vector<Display> readDisplays();
     void refreshDisplays();
     void watchDisplays();
     void leaveScreen();
@@ -62,10 +73,13 @@ private:
     Monitors m_monitors;
     Stacking m_stacking;
     TrayWatch m_tray;
+    CompositorWatch m_compositor;
+    Struts m_struts;
     std::vector<Display> m_displays;
     std::vector<X11Surface*> m_surfaces;
     std::unique_ptr<LiveBlur> m_live;
     bool m_watching = false;
+    bool m_orderStale = false; ///< Whether a commit has to restack, whatever else it does.
     QTimer m_commit;
     QTimer m_frame;
     QTimer m_displayRefresh;
