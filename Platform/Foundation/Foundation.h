@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Foundation/NSArray.h"
 #include "Foundation/NSBundle.h"
 #include "Foundation/NSGeometry.h"
 #include "Foundation/NSNotificationCenter.h"
@@ -7,3 +8,4 @@
 #include "Foundation/NSObjCRuntime.h"
 #include "Foundation/NSObject.h"
 #include "Foundation/NSOperationQueue.h"
+#include "Foundation/NSUserDefaults.h"

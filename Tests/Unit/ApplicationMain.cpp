@@ -2,11 +2,22 @@
 
 #include <gtest/gtest.h>
 
+#include <QTemporaryDir>
+
+#include <optional>
+
 namespace {
 
-/// The application that the tests run in. A mere listing of the tests has none.
+/// The application that the tests run in, with an empty folder for what it stores. A mere listing
+/// of the tests has neither.
 struct Application : testing::Environment {
-    void SetUp() override { NSApplication::sharedApplication(); }
+    void SetUp() override {
+        qputenv("XDG_CONFIG_HOME", configuration.emplace().path().toLocal8Bit());
+        NSApplication::sharedApplication();
+    }
+    void TearDown() override { configuration.reset(); }
+
+    std::optional<QTemporaryDir> configuration;
 };
 
 } // namespace
