@@ -2,7 +2,12 @@
 #include "Harness/Await.h"
 #include "Harness/TestWindow.h"
 
+#include <algorithm>
 #include <csignal>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -92,6 +97,33 @@ TEST_F(OnPaper, GetsItsStatusItemInATrayThatComesLater) {
         agent.cover();
         agent.uncover();
         desktop.tray.reset();
+    }
+}
+
+TEST(Lifetime, NeverLeavesAPictureOfTheScreenInACore) {
+    Desktop desktop;
+    Agent agent(desktop);
+    std::ifstream limits("/proc/" + std::to_string(agent.process().pid()) + "/limits");
+    const std::string text{std::istreambuf_iterator<char>(limits), {}};
+    const size_t line = text.find("Max core file size");
+    ASSERT_NE(line, std::string::npos);
+    std::string soft;
+    std::string hard;
+    std::istringstream(text.substr(line + strlen("Max core file size"))) >> soft >> hard;
+    EXPECT_EQ(soft, "0");
+    EXPECT_EQ(hard, "0");
+}
+
+TEST(TimedLifetime, StandsStillWithTheScreen) {
+    Desktop desktop;
+    Agent agent(desktop);
+    for (const bool covered : {false, true}) {
+        if (covered) agent.cover();
+        std::this_thread::sleep_for(500ms); // for the last of the work that the change made
+        const double before = agent.process().processorTime();
+        std::this_thread::sleep_for(2s);
+        EXPECT_LE(agent.process().processorTime() - before, 0.06)
+            << (covered ? "covered" : "clear");
     }
 }
 

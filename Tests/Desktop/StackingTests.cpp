@@ -18,30 +18,35 @@ bool showsMarker(const Desktop& desktop) {
         .isAll(marker);
 }
 
-/// How long each of several things took, in milliseconds.
-class Times {
+/// The times, in milliseconds, through which something that should not be seen was seen.
+class Exposures {
 public:
-    void add(double milliseconds) { m_times.push_back(milliseconds); }
-    double longest() const { return m_times.empty() ? 0 : std::ranges::max(m_times); }
+    void sample(bool isSeen) {
+        if (isSeen && !m_since) m_since = Clock::now();
+        if (isSeen || !m_since) return;
+        m_times.push_back(millisecondsSince(*m_since));
+        m_since.reset();
+    }
 
-    void report(const char* what) {
+    /// Prints what was measured and holds it to its bounds. Where others keep the machine busy, a
+    /// few may take longer than they would on their own.
+    void expectBrief(const char* what) {
         std::ranges::sort(m_times);
-        const double median = m_times.empty() ? 0 : m_times[m_times.size() / 2];
-        std::cout << what << ": median " << median << " ms, longest " << longest() << " ms of "
-                  << m_times.size() << "\n";
+        std::cout << what << " was readable " << m_times.size() << " times, the median " << at(0.5)
+                  << " ms, 95 % under " << at(0.95) << " ms, the longest " << at(1) << " ms\n";
+        EXPECT_LE(at(0.95), 50);
+        EXPECT_LE(at(1), 500);
     }
 
 private:
+    double at(double share) const {
+        if (m_times.empty()) return 0;
+        return m_times[static_cast<size_t>(share * static_cast<double>(m_times.size() - 1))];
+    }
+
+    std::optional<Clock::time_point> m_since;
     std::vector<double> m_times;
 };
-
-std::unique_ptr<Process> startWindowManager(const Desktop& desktop) {
-    auto openbox = std::make_unique<Process>(std::vector<std::string>{"openbox", "--sm-disable"},
-                                             desktop.environment());
-    EXPECT_TRUE(await([&] { return desktop.screen.selectionOwner("WM_S0") != XCB_NONE; }))
-        << openbox->errors();
-    return openbox;
-}
 
 void expectNothingAbove(const Desktop& desktop, const Agent& agent) {
     EXPECT_TRUE(await([&] {
@@ -54,65 +59,66 @@ void expectNothingAbove(const Desktop& desktop, const Agent& agent) {
     EXPECT_TRUE(agent.isCovered());
 }
 
+class TimedStacking : public testing::TestWithParam<bool> {};
+
 } // namespace
 
-TEST(TimedStacking, APopupIsCoveredAgainBeforeAnyoneCanReadIt) {
+TEST_P(TimedStacking, APopupIsCoveredAgainBeforeAnyoneCanReadIt) {
     Desktop desktop;
+    const auto compositor = GetParam() ? desktop.startCompositor() : nullptr;
     Agent agent(desktop);
     agent.cover();
     TestWindow popup(desktop.display(), spot);
-    Times times;
+    Exposures exposures;
 
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 100; ++i) {
         popup.show();
         popup.raise();
-        const auto start = Clock::now();
-        ASSERT_TRUE(await([&] { return !showsMarker(desktop); })) << "popup " << i;
-        times.add(millisecondsSince(start));
+        // A compositor shows the popup some frames later.
+        for (const auto start = Clock::now(); millisecondsSince(start) < 60;)
+            exposures.sample(showsMarker(desktop));
+        EXPECT_TRUE(await([&] { return !showsMarker(desktop); })) << "popup " << i;
+        exposures.sample(false);
         popup.hide();
     }
 
-    times.report("a popup is readable for");
-    EXPECT_LE(times.longest(), 50);
+    exposures.expectBrief("a popup");
 }
 
-TEST(TimedStacking, AWindowThatRaisesItselfWinsNeitherTheScreenNorTheProcessor) {
+TEST_P(TimedStacking, AWindowThatRaisesItselfWinsNeitherTheScreenNorTheProcessor) {
     Desktop desktop;
+    const auto compositor = GetParam() ? desktop.startCompositor() : nullptr;
     Agent agent(desktop);
     agent.cover();
     TestWindow rival(desktop.display(), spot);
     rival.show();
-    Times readable;
+    Exposures exposures;
     const double used = agent.process().processorTime();
     const auto start = Clock::now();
 
-    auto lastRaise = start;
-    std::optional<Clock::time_point> seenSince;
-    while (millisecondsSince(start) < 2000) {
+    for (auto lastRaise = start; millisecondsSince(start) < 2000;) {
         if (millisecondsSince(lastRaise) >= 5) {
             lastRaise = Clock::now();
             rival.raise();
         }
-        if (showsMarker(desktop)) {
-            if (!seenSince) seenSince = Clock::now();
-        } else if (seenSince) {
-            readable.add(millisecondsSince(*seenSince));
-            seenSince.reset();
-        }
+        exposures.sample(showsMarker(desktop));
     }
     const double share = (agent.process().processorTime() - used) * 1000 / millisecondsSince(start);
 
-    if (seenSince) readable.add(millisecondsSince(*seenSince));
-    readable.report("the rival is readable for");
-    std::cout << "the program takes " << share * 100 << " % of a processor\n";
-    EXPECT_LE(readable.longest(), 50);
-    EXPECT_LE(share, 0.5);
     EXPECT_TRUE(await([&] { return !showsMarker(desktop); }));
+    exposures.sample(false);
+    exposures.expectBrief("the rival");
+    std::cout << "the program took " << share * 100 << " % of a processor\n";
+    EXPECT_LE(share, 0.3);
 }
+
+INSTANTIATE_TEST_SUITE_P(Timed, TimedStacking, testing::Bool(), [](const auto& each) {
+    return each.param ? "WithACompositor" : "WithoutACompositor";
+});
 
 TEST(Stacking, NoManagedWindowOfAnyStateStandsAbove) {
     Desktop desktop;
-    const auto manager = startWindowManager(desktop);
+    const auto manager = desktop.startWindowManager();
     Agent agent(desktop);
     agent.cover();
     const std::vector<std::vector<std::string>> states = {
@@ -137,7 +143,7 @@ TEST(Stacking, OutlivesTheWindowManager) {
     TestWindow window(desktop.display(), spot, TestWindow::Kind::Managed);
     window.setStates({"_NET_WM_STATE_FULLSCREEN", "_NET_WM_STATE_ABOVE"});
     window.show();
-    auto manager = startWindowManager(desktop);
+    auto manager = desktop.startWindowManager();
     Agent agent(desktop);
     agent.cover();
     expectNothingAbove(desktop, agent);
@@ -146,7 +152,7 @@ TEST(Stacking, OutlivesTheWindowManager) {
         manager->send(end);
         ASSERT_TRUE(manager->awaitEnd());
         expectNothingAbove(desktop, agent);
-        manager = startWindowManager(desktop);
+        manager = desktop.startWindowManager();
         expectNothingAbove(desktop, agent);
     }
 }

@@ -1,5 +1,9 @@
 #include "Harness/Desktop.h"
 
+#include "Harness/Await.h"
+
+#include <stdexcept>
+
 namespace Harness {
 
 namespace {
@@ -21,6 +25,24 @@ std::unique_ptr<XServer> Desktop::twoMonitors(const std::vector<std::string>& ar
     server->xrandr({"--setmonitor", "A", "1920/500x1080/290+0+0", "screen"});
     server->xrandr({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"});
     return server;
+}
+
+std::unique_ptr<Process> Desktop::startOwner(const std::string& selection,
+                                             const std::vector<std::string>& command) const {
+    auto process = std::make_unique<Process>(command, environment());
+    const bool ready =
+        await([&] { return screen.selectionOwner(selection) != XCB_NONE || process->status(); });
+    if (!ready || process->status())
+        throw std::runtime_error(command.front() + ": " + process->errors());
+    return process;
+}
+
+std::unique_ptr<Process> Desktop::startWindowManager() const {
+    return startOwner("WM_S0", {"openbox", "--sm-disable"});
+}
+
+std::unique_ptr<Process> Desktop::startCompositor() const {
+    return startOwner("_NET_WM_CM_S0", {"picom", "--backend", "xrender", "--config", "/dev/null"});
 }
 
 Environment Desktop::environment() const {

@@ -28,6 +28,10 @@ public:
 
     const std::string& display() const { return server->display(); }
 
+    /// The neighbours most desktops have, each ready when it is returned.
+    std::unique_ptr<Process> startWindowManager() const;
+    std::unique_ptr<Process> startCompositor() const;
+
     /// What a program finds in its environment here.
     Environment environment() const;
 
@@ -38,6 +42,9 @@ public:
     std::optional<Tray> tray;
 
 private:
+    std::unique_ptr<Process> startOwner(const std::string& selection,
+                                        const std::vector<std::string>& command) const;
+
     Folder m_home;
 };
 

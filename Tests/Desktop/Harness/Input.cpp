@@ -21,9 +21,13 @@ void Input::click(uint8_t button) const {
     release(button);
 }
 
+void Input::hold(uint8_t keycode) const { fake(XCB_KEY_PRESS, keycode); }
+
+void Input::letGo(uint8_t keycode) const { fake(XCB_KEY_RELEASE, keycode); }
+
 void Input::strike(uint8_t keycode) const {
-    fake(XCB_KEY_PRESS, keycode);
-    fake(XCB_KEY_RELEASE, keycode);
+    hold(keycode);
+    letGo(keycode);
 }
 
 } // namespace Harness

@@ -13,6 +13,8 @@ public:
     void press(uint8_t button) const; ///< 1 left, 2 middle, 3 right, 4 and 5 the wheel.
     void release(uint8_t button) const;
     void click(uint8_t button) const;
+    void hold(uint8_t keycode) const; ///< As long as a finger would, so the key repeats.
+    void letGo(uint8_t keycode) const;
     void strike(uint8_t keycode) const;
 
 private:

@@ -1,0 +1,212 @@
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/TestWindow.h"
+
+#include <algorithm>
+#include <csignal>
+#include <list>
+#include <set>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+// Keys by their numbers on every PC keyboard.
+constexpr uint8_t aKey = 38;
+constexpr uint8_t nKey = 57;
+constexpr uint8_t capsLock = 66;
+constexpr uint8_t numLock = 77;
+constexpr uint8_t scrollLock = 78;
+constexpr uint8_t chordModifiers[] = {37, 64, 133}; // Control, Alt, Super
+
+struct HotKeys : testing::Test {
+    HotKeys() : client(desktop.display()) {}
+
+    void run(std::vector<std::string> command) const {
+        Environment environment = inheritedEnvironment();
+        environment["DISPLAY"] = desktop.display();
+        Process process(command, environment);
+        ASSERT_EQ(process.awaitEnd(), 0) << command.front() << ": " << process.errors();
+    }
+
+    void hold(uint8_t key = nKey) const {
+        for (const uint8_t modifier : chordModifiers)
+            desktop.input.hold(modifier);
+        desktop.input.hold(key);
+    }
+    void letGo(uint8_t key = nKey) const {
+        desktop.input.letGo(key);
+        for (const uint8_t modifier : chordModifiers)
+            desktop.input.letGo(modifier);
+    }
+    void strike(uint8_t key = nKey) const {
+        hold(key);
+        letGo(key);
+    }
+
+    /// Which modifiers are on.
+    uint8_t modifiers() const {
+        const auto pointer =
+            client.ask(xcb_query_pointer_reply, xcb_query_pointer(client, client.root()));
+        return static_cast<uint8_t>(pointer->mask);
+    }
+
+    void expectToggles(const Agent& agent, const std::string& when, uint8_t key = nKey) const {
+        strike(key);
+        EXPECT_TRUE(await([&] { return agent.isCovered(); })) << when;
+        strike(key);
+        EXPECT_TRUE(await([&] { return agent.visibleCovers().empty(); })) << when;
+    }
+
+    /// The chord of another program. False if it is taken.
+    bool grab(uint16_t state) const {
+        const auto request = xcb_grab_key_checked(client, 0, client.root(), state, nKey,
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        return !Received<xcb_generic_error_t>(xcb_request_check(client, request));
+    }
+
+    static constexpr uint16_t chord = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
+
+    Desktop desktop;
+    XClient client;
+};
+
+} // namespace
+
+TEST_F(HotKeys, ToggleWhateverLocksAreOn) {
+    run({"xmodmap", "-e", "add mod3 = Scroll_Lock"});
+    Agent agent(desktop);
+    std::set<uint8_t> seen;
+    for (int combination = 0; combination < 8; ++combination) {
+        expectToggles(agent, "modifiers " + std::to_string(modifiers()));
+        seen.insert(modifiers());
+        // As a counter counts, so that every combination has its turn.
+        desktop.input.strike(capsLock);
+        if (combination % 2 == 1) desktop.input.strike(numLock);
+        if (combination % 4 == 3) desktop.input.strike(scrollLock);
+    }
+    EXPECT_EQ(seen.size(), 8U);
+}
+
+TEST_F(HotKeys, FollowTheModifiersWhereverTheyMove) {
+    desktop.input.strike(numLock);
+    Agent agent(desktop);
+    run({"xmodmap", "-e", "clear mod2", "-e", "add mod3 = Num_Lock"});
+    desktop.input.strike(numLock);
+    desktop.input.strike(numLock);
+    for (const char* when : {"with the lock moved", "and turned"}) {
+        expectToggles(agent, when);
+        desktop.input.strike(numLock);
+    }
+    run({"xmodmap", "-e", "clear mod1", "-e", "clear mod4", "-e", "add mod4 = Alt_L", "-e",
+         "add mod1 = Super_L"});
+    expectToggles(agent, "with Alt and Super exchanged");
+    run({"xmodmap", "-e", "clear mod1", "-e", "add mod5 = Super_L"});
+    expectToggles(agent, "with Super elsewhere");
+}
+
+TEST_F(HotKeys, FollowTheLayout) {
+    Agent agent(desktop);
+    for (const char* layout : {"de", "ru", "fr", "us"}) {
+        run({"setxkbmap", layout});
+        expectToggles(agent, layout);
+    }
+    run({"setxkbmap", "-layout", "us,ru", "-option", "grp:caps_toggle"});
+    desktop.input.strike(capsLock);
+    expectToggles(agent, "in the second group");
+}
+
+TEST_F(HotKeys, BelongToThePlaceOfTheKey) {
+    const Folder folder;
+    const auto keyboard = [&](int n, int m) {
+        const std::string keycodes =
+            "<AB06> = " + std::to_string(n) + "; <AB07> = " + std::to_string(m) + ";";
+        return folder
+            .write("keymap", "xkb_keymap { xkb_keycodes { include \"evdev+aliases(qwerty)\" " +
+                                 keycodes +
+                                 "};\nxkb_types { include \"complete\" };"
+                                 "xkb_compatibility { include \"complete\" };"
+                                 "xkb_symbols { include \"pc+us+inet(evdev)\" }; };")
+            .string();
+    };
+    Agent agent(desktop);
+    run({"xkbcomp", "-w0", keyboard(58, 57), desktop.display()});
+    expectToggles(agent, "moved", 58);
+    strike(nKey);
+    EXPECT_TRUE(holdsFor(300ms, [&] { return agent.visibleCovers().empty(); }));
+    run({"xkbcomp", "-w0", keyboard(57, 58), desktop.display()});
+    expectToggles(agent, "and back");
+}
+
+TEST_F(HotKeys, ToggleOnceHoweverLongTheyAreHeld) {
+    TestWindow paper(desktop.display(), {0, 0, 100, 100});
+    paper.show();
+    paper.takeFocus();
+    paper.takeEvents();
+    desktop.input.hold(aKey);
+    size_t heard = 0;
+    ASSERT_TRUE(await([&] { return (heard += paper.takeEvents().size()) > 6; })) << "no repeats";
+    desktop.input.letGo(aKey);
+
+    Agent agent(desktop);
+    for (const bool covered : {true, false}) {
+        const auto isSo = [&] {
+            return covered ? agent.isCovered() : agent.visibleCovers().empty();
+        };
+        hold();
+        EXPECT_TRUE(await(isSo));
+        EXPECT_TRUE(holdsFor(3s, isSo));
+        letGo();
+        EXPECT_TRUE(holdsFor(200ms, isSo));
+    }
+}
+
+TEST_F(HotKeys, OfAnotherProgramAreLeftToIt) {
+    ASSERT_TRUE(grab(chord | XCB_MOD_MASK_2)); // With the number lock on, and only so.
+    Agent agent(desktop);
+    EXPECT_TRUE(grab(chord)) << "the program keeps a part of what it was refused";
+    strike();
+    EXPECT_TRUE(holdsFor(500ms, [&] { return agent.visibleCovers().empty(); }));
+    int presses = 0;
+    while (const auto event = client.nextEvent())
+        presses += event->response_type == XCB_KEY_PRESS;
+    EXPECT_GT(presses, 0);
+    agent.cover();
+    agent.uncover();
+}
+
+TEST_F(HotKeys, GoOverToTheNewestStart) {
+    Agent first(desktop);
+    expectToggles(first, "alone");
+    Agent second(desktop);
+    EXPECT_EQ(first.process().awaitEnd(), 0);
+    expectToggles(second, "after the hand-over");
+}
+
+TEST_F(HotKeys, StayWithTheOneThatIsLeftOfMany) {
+    std::list<Process> processes;
+    for (int i = 0; i < 5; ++i)
+        processes.emplace_back(Agent::command(), desktop.environment());
+    const auto running = [&] {
+        return std::ranges::count_if(processes, [](auto& each) { return !each.status(); });
+    };
+    ASSERT_TRUE(await([&] { return running() == 1; }));
+    Agent last(desktop);
+    ASSERT_TRUE(await([&] { return running() == 0; }));
+    expectToggles(last, "after all others");
+}
+
+TEST_F(HotKeys, AreFreeAfterAnyEnd) {
+    for (const int signal : {SIGTERM, SIGKILL}) {
+        Agent agent(desktop);
+        expectToggles(agent, "at first");
+        EXPECT_FALSE(grab(chord));
+        agent.process().send(signal);
+        ASSERT_TRUE(agent.process().awaitEnd());
+        EXPECT_TRUE(await([&] { return grab(chord); }));
+        xcb_ungrab_key(client, nKey, client.root(), XCB_MOD_MASK_ANY);
+        client.settle();
+    }
+}
