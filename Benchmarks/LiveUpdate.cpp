@@ -1,0 +1,139 @@
+#include "FrameCopy.h"
+#include "Glass.h"
+#include "Measurements.h"
+#include "Scenery.h"
+#include "Usage.h"
+
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+
+#include <stdexcept>
+#include <thread>
+
+namespace Benchmarks {
+
+using namespace Harness;
+
+namespace {
+
+/// How often the load changes, and for how long.
+struct Pace {
+    int frames;
+    std::chrono::milliseconds frameTime;
+};
+
+constexpr Pace lively = {100, 50ms};
+/// Slow enough for a compositor that blurs in software to draw every frame. At the lively pace it
+/// takes all of a processor and leaves frames out.
+constexpr Pace slow = {20, 250ms};
+
+/// A window as large as the screen that changes in every pixel, as cheaply as the server can.
+class Load {
+public:
+    explicit Load(Desktop& desktop) : m_window(desktop.display(), desktop.screen.bounds()) {
+        m_window.paintChecks(8);
+        m_window.lower();
+        m_window.show();
+    }
+
+    void run(const Pace& pace) {
+        auto next = Clock::now();
+        for (int i = 0; i < pace.frames; ++i) {
+            m_window.paint(i % 2 == 0 ? 0x204080 : 0xC0D0E0);
+            std::this_thread::sleep_until(next += pace.frameTime);
+        }
+    }
+
+private:
+    TestWindow m_window;
+};
+
+/// The processor time of the server and of another program while the load runs, in milliseconds a
+/// frame.
+struct Cost {
+    double server = 0;
+    double program = 0;
+    double total() const { return server + program; }
+};
+
+Cost measure(Desktop& desktop, Load& load, const Pace& pace, const Process& program) {
+    const pid_t server = desktop.server->process().pid();
+    const double serverBefore = processorTime(server);
+    const double programBefore = processorTime(program.pid());
+    load.run(pace);
+    return {(processorTime(server) - serverBefore) / pace.frames,
+            (processorTime(program.pid()) - programBefore) / pace.frames};
+}
+
+Row row(const std::string& what, const Cost& cost) {
+    return {what, figure(cost.total(), "ms") + ", server " + figure(cost.server, "ms"), "",
+            FrameCopy::ratio(cost.total())};
+}
+
+struct Compositor {
+    const char* what;
+    std::vector<std::string> options;
+};
+
+const Compositor compositors[] = {
+    {"picom, gaussian, xrender", {"--backend", "xrender", "--blur-method", "gaussian"}},
+    {"picom, gaussian, glx", {"--backend", "glx", "--blur-method", "gaussian"}},
+    {"picom, dual kawase, glx", {"--backend", "glx", "--blur-method", "dual_kawase"}},
+    {"picom, dual kawase at its strongest, glx",
+     {"--backend", "glx", "--blur-method", "dual_kawase", "--blur-strength", "20"}},
+};
+
+Cost measureCompositor(const Compositor& compositor, const Pace& pace) {
+    Desktop desktop(Scenery::monitors(1));
+    Load load(desktop);
+    const Glass glass(desktop.display(), desktop.screen.bounds());
+    std::vector<std::string> command = {"picom", "--config", "/dev/null", "--experimental-backends",
+                                        "--blur-background"};
+    command.insert(command.end(), compositor.options.begin(), compositor.options.end());
+    const Process picom(command, desktop.environment());
+    // The checks below the glass step by 153 until they are blurred.
+    const bool blurs = await(
+        [&] {
+            return desktop.screen.grab({600, 300, 200, 200}).sharpestStep() < 100;
+        },
+        10s);
+    if (!blurs) throw std::runtime_error(std::string(compositor.what) + ": " + picom.errors());
+    return measure(desktop, load, pace, picom);
+}
+
+Cost measureCover(Report& report, const Pace& pace) {
+    Desktop desktop(Scenery::monitors(1));
+    Load load(desktop);
+    Agent agent(desktop);
+    const Cost clear = measure(desktop, load, pace, agent.process());
+    agent.cover();
+    const Cost covered = measure(desktop, load, pace, agent.process());
+    agent.uncover();
+    const double share = covered.total() - clear.total();
+    report.add(row("clear", clear));
+    report.add(row("covered", covered));
+    report.add(
+        {"the cover's share", figure(share, "ms"), "under 10 copies", FrameCopy::ratio(share)});
+    return covered;
+}
+
+void measureAt(Report& report, const Pace& pace) {
+    report.section("Processor time a frame of a window of 1920x1080 that changes " +
+                   std::to_string(1000ms / pace.frameTime) + " times a second");
+    const Cost ours = measureCover(report, pace);
+    for (const Compositor& compositor : compositors) {
+        const Cost theirs = measureCompositor(compositor, pace);
+        report.add(row(compositor.what, theirs));
+        report.add({"covered, as a part of that", figure(ours.total() / theirs.total(), ""),
+                    "at most 0.1"});
+    }
+}
+
+} // namespace
+
+void measureLiveUpdate(Report& report) {
+    measureAt(report, lively);
+    measureAt(report, slow);
+}
+
+} // namespace Benchmarks

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Harness/Desktop.h"
+#include "Harness/TestWindow.h"
+
+#include <memory>
+#include <vector>
+
+namespace Benchmarks {
+
+/// A desktop as someone works on it: a light wallpaper and seven windows, spread over the monitors.
+class Scenery {
+public:
+    static constexpr uint32_t wallpaper = 0xE8E8E8;
+    static constexpr Harness::Area frame = {0, 0, 1920, 1080};
+
+    /// One monitor or four, each of the size of `frame`.
+    static std::unique_ptr<Harness::XServer> monitors(int count);
+
+    /// One monitor of this size.
+    static std::unique_ptr<Harness::XServer> monitor(int width, int height);
+
+    explicit Scenery(Harness::Desktop& desktop);
+
+    const Harness::TestWindow& window(size_t index) const { return *m_windows.at(index); }
+
+private:
+    void hangWallpaper() const;
+
+    Harness::XClient m_client;
+    std::vector<std::unique_ptr<Harness::TestWindow>> m_windows;
+};
+
+} // namespace Benchmarks
