@@ -19,27 +19,32 @@ void putImage(Connection& connection, xcb_drawable_t drawable, xcb_gcontext_t gc
                   reinterpret_cast<const uint8_t*>(pixels));
 }
 
+/// Interpolates to half the window's size, in bands that stay in the processor's cache, and doubles
+/// each pixel from there: a blur so wide has no step between two neighbours that an eye could see,
+/// and doubling costs far less than interpolating.
 class RenderEnlarger : public Enlarger {
 public:
     RenderEnlarger(Connection& connection, xcb_window_t window, int factor, int width, int height)
         : m_connection(connection), m_pixmap(connection.newId()), m_gc(connection.newId()),
-          m_source(connection.newId()), m_target(connection.newId()) {
+          m_target(connection.newId()) {
         xcb_connection_t* const xcb = connection.xcb();
-        xcb_create_pixmap(xcb, 24, m_pixmap, connection.root(), static_cast<uint16_t>(width),
-                          static_cast<uint16_t>(height));
+        m_source = makePicture(connection, m_pixmap, width, height);
+        setScale(xcb, m_source, 2.0 / factor);
         xcb_create_gc(xcb, m_gc, m_pixmap, 0, nullptr);
-        const uint32_t repeat = XCB_RENDER_REPEAT_PAD;
-        xcb_render_create_picture(xcb, m_source, m_pixmap, connection.rgbFormat(),
-                                  XCB_RENDER_CP_REPEAT, &repeat);
-        setScale(xcb, m_source, 1.0 / factor);
+
+        const xcb_pixmap_t band = connection.newId();
+        m_band = makePicture(connection, band, width * factor / 2, bandHeight);
+        xcb_free_pixmap(xcb, band); // the picture keeps it
+        setScale(xcb, m_band, 0.5, "nearest");
+
         xcb_render_create_picture(xcb, m_target, window,
                                   connection.formatOf(connection.screen().root_visual), 0, nullptr);
     }
 
     ~RenderEnlarger() override {
         xcb_connection_t* const xcb = m_connection.xcb();
-        xcb_render_free_picture(xcb, m_target);
-        xcb_render_free_picture(xcb, m_source);
+        for (const xcb_render_picture_t picture : {m_target, m_band, m_source})
+            xcb_render_free_picture(xcb, picture);
         xcb_free_gc(xcb, m_gc);
         xcb_free_pixmap(xcb, m_pixmap);
     }
@@ -51,15 +56,25 @@ public:
     }
 
     void paint(const PixelRect& area) override {
-        composite(m_connection.xcb(), XCB_RENDER_PICT_OP_SRC, m_source, m_target, area.x, area.y,
-                  area);
+        xcb_connection_t* const xcb = m_connection.xcb();
+        const PixelRect half = reduced(area, 2);
+        for (int y = half.y; y < half.y + half.height; y += bandHeight) {
+            const int height = std::min(bandHeight, half.y + half.height - y);
+            const PixelRect rows{half.x, y, half.width, height};
+            composite(xcb, XCB_RENDER_PICT_OP_SRC, m_source, m_band, rows.x, rows.y,
+                      sized(rows.width, rows.height));
+            composite(xcb, XCB_RENDER_PICT_OP_SRC, m_band, m_target, 0, 0, enlarged(rows, 2));
+        }
     }
 
 private:
+    static constexpr int bandHeight = 32;
+
     Connection& m_connection;
     xcb_pixmap_t m_pixmap;
     xcb_gcontext_t m_gc;
     xcb_render_picture_t m_source;
+    xcb_render_picture_t m_band;
     xcb_render_picture_t m_target;
 };
 

@@ -11,19 +11,6 @@ namespace {
 
 constexpr int bandHeight = 128; ///< In device pixels, where the factor allows.
 
-xcb_render_picture_t makePicture(Connection& connection, xcb_pixmap_t pixmap, int width,
-                                 int height) {
-    xcb_connection_t* const xcb = connection.xcb();
-    xcb_create_pixmap(xcb, 24, pixmap, connection.root(), static_cast<uint16_t>(width),
-                      static_cast<uint16_t>(height));
-    const xcb_render_picture_t picture = connection.newId();
-    const uint32_t repeat = XCB_RENDER_REPEAT_PAD;
-    xcb_render_create_picture(xcb, picture, pixmap, connection.rgbFormat(), XCB_RENDER_CP_REPEAT,
-                              &repeat);
-    setScale(xcb, picture, 2);
-    return picture;
-}
-
 } // namespace
 
 /// Scratch pictures from half the size downwards. Each ends exactly where the monitor does, so its
@@ -35,6 +22,7 @@ public:
             const xcb_pixmap_t pixmap = connection.newId();
             m_pictures.push_back(
                 makePicture(connection, pixmap, ceilDiv(width, 1 << i), ceilDiv(height, 1 << i)));
+            setScale(connection.xcb(), m_pictures.back(), 2);
             // The picture keeps its pixmap.
             xcb_free_pixmap(connection.xcb(), pixmap);
         }

@@ -2,19 +2,28 @@
 
 #include "WindowServer/Session.h"
 
+#include <string_view>
+
 #include <xcb/render.h>
 
 namespace WindowServer {
 
-/// Makes a picture that is read as a source come out `factor` times smaller (or, below 1, larger),
-/// linearly interpolated. At 2 the samples fall midway between pixels: an exact 2x2 box filter.
-inline void setScale(xcb_connection_t* connection, xcb_render_picture_t picture, double factor) {
+class Connection;
+
+/// Makes a picture that is read as a source come out `factor` times smaller or, below 1, larger.
+/// With the bilinear filter a factor of 2 samples midway between pixels: an exact 2x2 box filter.
+inline void setScale(xcb_connection_t* connection, xcb_render_picture_t picture, double factor,
+                     std::string_view filter = "bilinear") {
     const auto fixed = static_cast<xcb_render_fixed_t>(factor * 65536);
     constexpr xcb_render_fixed_t one = 65536;
     xcb_render_set_picture_transform(connection, picture, {fixed, 0, 0, 0, fixed, 0, 0, 0, one});
-    constexpr char filter[] = "bilinear";
-    xcb_render_set_picture_filter(connection, picture, sizeof filter - 1, filter, 0, nullptr);
+    xcb_render_set_picture_filter(connection, picture, static_cast<uint16_t>(filter.size()),
+                                  filter.data(), 0, nullptr);
 }
+
+/// Makes a pixmap of depth 24 and a picture of it, whose edge pixels go on where a source ends.
+xcb_render_picture_t makePicture(Connection& connection, xcb_pixmap_t pixmap, int width,
+                                 int height);
 
 /// Draws `to` of the target from the source, whose (sourceX, sourceY), counted in the target's
 /// pixels, falls on its upper left corner.
