@@ -58,23 +58,39 @@ void Tray::handle(const xcb_generic_event_t& event) {
         if (message.type == m_opcode && message.data.data32[1] == requestDock)
             dock(message.data.data32[2]);
     } else if (type == XCB_DESTROY_NOTIFY) {
-        std::erase(m_icons, reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
+        remove(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
     } else if (type == XCB_REPARENT_NOTIFY) {
         const auto& moved = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
-        if (moved.parent != m_window) std::erase(m_icons, moved.window);
+        if (moved.parent != m_window) remove(moved.window);
     }
 }
 
 void Tray::dock(xcb_window_t icon) {
-    const auto x = static_cast<int16_t>(static_cast<int>(m_icons.size()) * iconSize);
-    const uint32_t size[] = {iconSize, iconSize};
-    xcb_reparent_window(m_client, icon, m_window, x, 0);
-    xcb_configure_window(m_client, icon, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
+    xcb_reparent_window(m_client, icon, m_window, 0, 0);
     xcb_map_window(m_client, icon);
     m_client.send(icon, m_embedding, XCB_EVENT_MASK_NO_EVENT,
                   {XCB_CURRENT_TIME, embeddedNotify, 0, m_window, 0});
     m_icons.push_back(icon);
     ++m_docked;
+    arrange();
+}
+
+void Tray::remove(xcb_window_t icon) {
+    std::erase(m_icons, icon);
+    arrange();
+}
+
+void Tray::arrange() {
+    int x = 0;
+    for (const xcb_window_t icon : m_icons) {
+        const int32_t place[] = {x, 0, iconSize, iconSize};
+        xcb_configure_window(m_client, icon,
+                             XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                                 XCB_CONFIG_WINDOW_HEIGHT,
+                             place);
+        x += iconSize;
+    }
+    m_client.settle();
 }
 
 } // namespace Harness

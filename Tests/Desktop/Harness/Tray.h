@@ -22,6 +22,8 @@ private:
     void listen();
     void handle(const xcb_generic_event_t& event);
     void dock(xcb_window_t icon);
+    void remove(xcb_window_t icon);
+    void arrange();
 
     XClient m_client;
     Area m_area;
