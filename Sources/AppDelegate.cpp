@@ -1,11 +1,13 @@
 #include "AppDelegate.h"
 
 #include "Cover.h"
+#include "HotKey.h"
 
 void AppDelegate::applicationDidFinishLaunching(const NSNotification&) {
     handOverFromEarlierInstances();
     Cover::shared()->start(); // First: the status icon reads its state.
     createStatusItem();
+    HotKey::shared().register_();
     NSNotificationCenter::defaultCenter().addObserverForName(
         Cover::changed, nullptr, NSOperationQueue::mainQueue(),
         [weakSelf = weak_from_this()](const NSNotification&) {

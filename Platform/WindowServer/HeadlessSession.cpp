@@ -21,6 +21,11 @@ void HeadlessSession::setDisplays(std::vector<Display> displays) {
     if (onDisplaysChanged) onDisplaysChanged();
 }
 
+bool HeadlessSession::grabKey(const KeyChord& chord) {
+    if (grantsKeys) grabbedKey = chord;
+    return grantsKeys;
+}
+
 std::unique_ptr<Surface> HeadlessSession::makeSurface() {
     ++m_surfacesMade;
     return std::make_unique<HeadlessSurface>(*this, grantsNumbers ? m_surfacesMade : 0);

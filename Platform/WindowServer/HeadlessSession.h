@@ -4,6 +4,7 @@
 #include "WindowServer/Session.h"
 
 #include <map>
+#include <optional>
 
 namespace WindowServer {
 
@@ -46,6 +47,10 @@ public:
 
     const std::vector<Display>& displays() const override { return m_displays; }
     void setDisplays(std::vector<Display> displays);
+
+    bool grabKey(const KeyChord& chord) override;
+    bool grantsKeys = true; ///< Whether `grabKey` succeeds.
+    std::optional<KeyChord> grabbedKey;
 
     std::unique_ptr<Surface> makeSurface() override;
     /// Those that live, oldest first.

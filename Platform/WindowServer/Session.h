@@ -60,6 +60,17 @@ public:
     virtual void orderOut() = 0;
 };
 
+/// A key, known by its place on the keyboard whatever the layout makes of it, pressed while the
+/// modifiers that are named are held and no others.
+struct KeyChord {
+    std::string place;  ///< As keyboard descriptions name it: "AB06", in the lowest row of letters.
+    int kernelCode = 0; ///< The kernel's number for it, for servers that know no places.
+    bool control = false;
+    bool alt = false;
+    bool super = false;
+    bool operator==(const KeyChord&) const = default;
+};
+
 /// A window that the toolkit makes and draws, by its number at the server.
 using ToolkitWindow = unsigned long;
 
@@ -95,6 +106,13 @@ public:
 
     /// Called after `isComposited` has come to differ.
     std::function<void()> onCompositingChanged;
+
+    /// Takes the chord from all other programs for as long as the process runs. A session has one
+    /// to give. False where another program has it already, or the keyboard has no such key.
+    virtual bool grabKey(const KeyChord& chord) = 0;
+
+    /// Called at each press of the grabbed chord; a key that is kept down is pressed once.
+    std::function<void()> onKeyPressed;
 
     virtual std::unique_ptr<Surface> makeSurface() = 0;
 

@@ -69,6 +69,13 @@ struct HotKeys : testing::Test {
 
     static constexpr uint16_t chord = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
 
+    /// The window of the instance that has the key.
+    xcb_window_t holder() const { return desktop.screen.selectionOwner("_NIMBREL_LITE_HOT_KEY"); }
+
+    bool isHeldByAnotherThan(xcb_window_t former) const {
+        return holder() != XCB_WINDOW_NONE && holder() != former;
+    }
+
     Desktop desktop;
     XClient client;
 };
@@ -94,12 +101,10 @@ TEST_F(HotKeys, FollowTheModifiersWhereverTheyMove) {
     desktop.input.strike(numLock);
     Agent agent(desktop);
     run({"xmodmap", "-e", "clear mod2", "-e", "add mod3 = Num_Lock"});
+    expectToggles(agent, "with the lock moved, and the former one on for good");
     desktop.input.strike(numLock);
-    desktop.input.strike(numLock);
-    for (const char* when : {"with the lock moved", "and turned"}) {
-        expectToggles(agent, when);
-        desktop.input.strike(numLock);
-    }
+    EXPECT_TRUE(modifiers() & XCB_MOD_MASK_3);
+    expectToggles(agent, "with the moved lock on");
     run({"xmodmap", "-e", "clear mod1", "-e", "clear mod4", "-e", "add mod4 = Alt_L", "-e",
          "add mod1 = Super_L"});
     expectToggles(agent, "with Alt and Super exchanged");
@@ -180,7 +185,21 @@ TEST_F(HotKeys, OfAnotherProgramAreLeftToIt) {
 TEST_F(HotKeys, GoOverToTheNewestStart) {
     Agent first(desktop);
     expectToggles(first, "alone");
+    const auto former = holder();
     Agent second(desktop);
+    EXPECT_EQ(first.process().awaitEnd(), 0);
+    EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
+    expectToggles(second, "after the hand-over");
+}
+
+TEST_F(HotKeys, GoOverFromOneThatTakesItsTime) {
+    Agent first(desktop);
+    const auto former = holder();
+    first.process().send(SIGSTOP);
+    Agent second(desktop);
+    EXPECT_EQ(holder(), former);
+    first.process().send(SIGCONT);
+    EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
     EXPECT_EQ(first.process().awaitEnd(), 0);
     expectToggles(second, "after the hand-over");
 }
@@ -193,8 +212,10 @@ TEST_F(HotKeys, StayWithTheOneThatIsLeftOfMany) {
         return std::ranges::count_if(processes, [](auto& each) { return !each.status(); });
     };
     ASSERT_TRUE(await([&] { return running() == 1; }));
+    const auto former = holder();
     Agent last(desktop);
     ASSERT_TRUE(await([&] { return running() == 0; }));
+    EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
     expectToggles(last, "after all others");
 }
 

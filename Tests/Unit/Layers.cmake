@@ -1,7 +1,7 @@
 # The program, and the platform's headers that it sees, name neither the toolkit nor the X server.
 file(GLOB program ${ROOT}/Sources/*.h ${ROOT}/Sources/*.cpp)
 file(GLOB headers ${ROOT}/Platform/CoreGraphics/*.h ${ROOT}/Platform/Foundation/*.h
-     ${ROOT}/Platform/AppKit/*.h)
+     ${ROOT}/Platform/AppKit/*.h ${ROOT}/Platform/Carbon/*.h)
 list(FILTER headers EXCLUDE REGEX "[+]Private[.]h$")
 list(LENGTH program count)
 if(count EQUAL 0)

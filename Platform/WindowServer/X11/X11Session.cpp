@@ -39,7 +39,8 @@ std::unique_ptr<X11Session> X11Session::connect() {
 
 X11Session::X11Session(std::unique_ptr<Connection> connection)
     : m_connection(std::move(connection)), m_monitors(*m_connection), m_stacking(*m_connection),
-      m_tray(*m_connection), m_compositor(*m_connection), m_struts(*m_connection) {
+      m_tray(*m_connection), m_compositor(*m_connection), m_struts(*m_connection),
+      m_key(*m_connection) {
     for (QTimer* timer : {&m_commit, &m_frame, &m_displayRefresh}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
@@ -58,6 +59,9 @@ void X11Session::attach() {
     m_connection->attach();
     m_tray.onChanged = [this] {
         if (onTrayChanged) onTrayChanged();
+    };
+    m_key.onPressed = [this] {
+        if (onKeyPressed) onKeyPressed();
     };
     m_compositor.onChanged = [this] {
         if (onCompositingChanged) onCompositingChanged();
@@ -177,6 +181,7 @@ const Display* X11Session::displayAt(const CGRect& frame) const {
 
 void X11Session::handle(const xcb_generic_event_t& event) {
     m_tray.handle(event);
+    m_key.handle(event);
     m_compositor.handle(event);
     if (m_struts.handle(event)) m_displayRefresh.start(0);
     const int type = event.response_type & 0x7f;

@@ -3,6 +3,7 @@
 #include "WindowServer/Session.h"
 #include "WindowServer/X11/CompositorWatch.h"
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/KeyGrab.h"
 #include "WindowServer/X11/LiveBlur.h"
 #include "WindowServer/X11/Monitors.h"
 #include "WindowServer/X11/Stacking.h"
@@ -31,6 +32,7 @@ public:
     const std::vector<Display>& displays() const override { return m_displays; }
     bool hasTray() const override { return m_tray.isPresent(); }
     bool isComposited() const override { return m_compositor.isPresent(); }
+    bool grabKey(const KeyChord& chord) override { return m_key.take(chord); }
     std::unique_ptr<Surface> makeSurface() override;
     void setLevel(ToolkitWindow window, int level) override;
     void dropLevel(ToolkitWindow window) override;
@@ -75,6 +77,7 @@ private:
     TrayWatch m_tray;
     CompositorWatch m_compositor;
     Struts m_struts;
+    KeyGrab m_key;
     std::vector<Display> m_displays;
     std::vector<X11Surface*> m_surfaces;
     std::unique_ptr<LiveBlur> m_live;

@@ -1,0 +1,158 @@
+#include "WindowServer/X11/KeyGrab.h"
+
+#include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Xkb.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <string_view>
+
+namespace WindowServer {
+
+namespace {
+
+constexpr char selection[] = "_NIMBREL_LITE_HOT_KEY";
+constexpr std::string_view windowName = "Nimbrel Lite hot key";
+
+} // namespace
+
+bool KeyGrab::take(const KeyChord& chord) {
+    if (m_chord) return false;
+    listenToKeyboard();
+    m_code = codeOf(chord, m_connection, m_xkbEvent != 0);
+    if (!hold()) return false;
+    m_chord = chord;
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    return true;
+}
+
+/// Changes of the layout are to be heard of, and a key that is kept down gives one release.
+void KeyGrab::listenToKeyboard() {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    const auto* extension = xcb_get_extension_data(xcb, &xcb_xkb_id);
+    if (!extension || !extension->present) return;
+    const auto agreed =
+        m_connection.reply(xcb_xkb_use_extension_reply, xcb_xkb_use_extension(xcb, 1, 0));
+    if (!agreed || !agreed->supported) return;
+    m_xkbEvent = extension->first_event;
+    constexpr uint16_t events =
+        XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
+    xcb_xkb_select_events(xcb, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts, nullptr);
+    constexpr uint32_t once = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+    const auto set = xcb_xkb_per_client_flags(xcb, XCB_XKB_ID_USE_CORE_KBD, once, once, 0, 0, 0);
+    xcb_discard_reply(xcb, set.sequence);
+}
+
+/// Grabs the chord, or finds whom to inherit it from. Nobody else can come between.
+bool KeyGrab::hold() {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    m_awaited = XCB_WINDOW_NONE;
+    xcb_grab_server(xcb);
+    const bool granted = grab();
+    if (granted) {
+        announce();
+    } else {
+        const auto owner =
+            m_connection.reply(xcb_get_selection_owner_reply,
+                               xcb_get_selection_owner(xcb, m_connection.atom(selection)));
+        if (owner) await(owner->owner);
+    }
+    xcb_ungrab_server(xcb);
+    m_connection.flush();
+    return granted || m_awaited != XCB_WINDOW_NONE;
+}
+
+bool KeyGrab::grab() const {
+    if (m_code.key == 0) return false; // The server would take it for every key.
+    xcb_connection_t* const xcb = m_connection.xcb();
+    std::vector<xcb_void_cookie_t> requests;
+    for (const uint16_t state : m_code.states())
+        requests.push_back(xcb_grab_key_checked(xcb, 0, m_connection.root(), state, m_code.key,
+                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    bool granted = true;
+    for (const auto& request : requests)
+        granted &= succeeded(xcb, request);
+    if (!granted) letGo();
+    return granted;
+}
+
+void KeyGrab::letGo() const {
+    if (m_code.key == 0) return;
+    for (const uint16_t state : m_code.states())
+        xcb_ungrab_key(m_connection.xcb(), m_code.key, m_connection.root(), state);
+}
+
+void KeyGrab::announce() {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    if (m_window == XCB_WINDOW_NONE) {
+        m_window = m_connection.newId();
+        xcb_create_window(xcb, 0, m_window, m_connection.root(), -1, -1, 1, 1, 0,
+                          XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
+                            8, windowName.size(), windowName.data());
+    }
+    xcb_set_selection_owner(xcb, m_window, m_connection.atom(selection), XCB_CURRENT_TIME);
+}
+
+void KeyGrab::await(xcb_window_t holder) {
+    if (holder == XCB_WINDOW_NONE || holder == m_window) return;
+    const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection.xcb(), holder, XCB_CW_EVENT_MASK, &mask);
+    m_awaited = holder;
+}
+
+void KeyGrab::handle(const xcb_generic_event_t& event) {
+    if (!m_chord) return;
+    const int type = event.response_type & 0x7f;
+    if (type == XCB_KEY_PRESS) {
+        press(reinterpret_cast<const xcb_key_press_event_t&>(event));
+    } else if (type == XCB_KEY_RELEASE) {
+        const auto& key = reinterpret_cast<const xcb_key_release_event_t&>(event);
+        if (key.detail == m_down) m_down = 0;
+    } else if (type == XCB_DESTROY_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+        if (m_awaited != XCB_WINDOW_NONE && notify.window == m_awaited) hold();
+    } else if (isChange(event)) {
+        followKeymap();
+    }
+}
+
+bool KeyGrab::press(const xcb_key_press_event_t& event) {
+    if (event.detail == m_down) return true;
+    if (event.detail != m_code.key || !m_code.matches(event.state)) return false;
+    m_down = event.detail;
+    if (onPressed) onPressed();
+    return true;
+}
+
+bool KeyGrab::isChange(const xcb_generic_event_t& event) const {
+    const int type = event.response_type & 0x7f;
+    if (type == XCB_MAPPING_NOTIFY) return true;
+    if (m_xkbEvent == 0 || type != m_xkbEvent) return false;
+    const uint8_t kind = event.pad0; // What the extension calls its events is their second byte.
+    return kind == XCB_XKB_NEW_KEYBOARD_NOTIFY || kind == XCB_XKB_MAP_NOTIFY;
+}
+
+void KeyGrab::followKeymap() {
+    const ChordCode code = codeOf(*m_chord, m_connection, m_xkbEvent != 0);
+    if (code == m_code) return;
+    letGo();
+    m_code = code;
+    hold();
+}
+
+/// A menu of our own takes the whole keyboard for the toolkit, which then gets the chord in our
+/// stead.
+bool KeyGrab::nativeEventFilter(const QByteArray& type, void* event, qintptr*) {
+    if (type != "xcb_generic_event_t") return false;
+    const auto& generic = *static_cast<const xcb_generic_event_t*>(event);
+    const int kind = generic.response_type & 0x7f;
+    if (kind == XCB_KEY_PRESS)
+        return press(reinterpret_cast<const xcb_key_press_event_t&>(generic));
+    if (kind == XCB_KEY_RELEASE) handle(generic);
+    return false;
+}
+
+} // namespace WindowServer

@@ -1,0 +1,23 @@
+// The one keyboard shortcut, ⌃⌥⌘N: from any application it turns the blur on or off.
+#pragma once
+
+#include "Carbon/Carbon.h"
+
+class HotKey {
+public:
+    static HotKey& shared();
+
+    /// Takes the combination, once. Where another program has it, nothing more is done.
+    void register_(); // "register" is a word of the language.
+
+    /// Whether the combination is ours.
+    bool registered() const { return m_registered; }
+
+private:
+    bool m_registered = false;
+    EventHandlerRef handler = nullptr;
+    EventHotKeyRef ref = nullptr;
+};
+
+/// Toggles the cover at the hot key's event; any other is left to other handlers.
+OSStatus hotKeyPressed(EventHandlerCallRef, EventRef event, void*);
