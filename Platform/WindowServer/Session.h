@@ -74,6 +74,12 @@ struct KeyChord {
 /// A window that the toolkit makes and draws, by its number at the server.
 using ToolkitWindow = unsigned long;
 
+/// A picture of a part of the screen, row by row, 0xRRGGBB.
+struct Snapshot {
+    PixelRect area; ///< In the pixels of the window it was taken around.
+    std::vector<uint32_t> pixels;
+};
+
 class Session {
 public:
     virtual ~Session() = default;
@@ -132,9 +138,9 @@ public:
     /// Tells compositors that the window's outermost pixels, so many, are a shadow of its own.
     virtual void setShadowMargin(ToolkitWindow, int) {}
 
-    /// What is seen of `area`, in root pixels, row by row, 0xRRGGBB. Empty where the server does
-    /// not tell.
-    virtual std::vector<uint32_t> grab(const PixelRect&) { return {}; }
+    /// What is seen of the window and of so many pixels around it. Empty where the server does not
+    /// tell.
+    virtual Snapshot grabAround(ToolkitWindow, int) { return {}; }
 
     /// Blurs what lies behind a surface with a Gaussian of standard deviation radius/2 points,
     /// live, while the surface is visible. A radius of 1 or less ends it. 0 on success; any other

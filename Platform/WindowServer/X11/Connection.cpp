@@ -140,7 +140,7 @@ void Connection::attach() {
 }
 
 void Connection::dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*)) {
-    while (const Owned<xcb_generic_event_t> event{poll(m_xcb)}) {
+    while (const auto event = nextEvent(poll)) {
         if (event->response_type == 0) {
             const auto& error = reinterpret_cast<const xcb_generic_error_t&>(*event);
             if (isRace(error)) continue;
@@ -155,7 +155,14 @@ void Connection::dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*)) {
         if (onEvent) onEvent(*event);
     }
     if (xcb_connection_has_error(m_xcb)) ::_exit(1);
+}
+
+/// Null once all is written and there is nothing to read: writing reads as well.
+Owned<xcb_generic_event_t>
+Connection::nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const {
+    if (auto* event = poll(m_xcb)) return Owned<xcb_generic_event_t>(event);
     flush();
+    return Owned<xcb_generic_event_t>(xcb_poll_for_queued_event(m_xcb));
 }
 
 /// An error about something of another program is a race that the program lost: a window died

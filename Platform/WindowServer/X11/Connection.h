@@ -73,6 +73,7 @@ private:
     void findExtensions();
     void findFormats();
     void dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*));
+    Owned<xcb_generic_event_t> nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const;
     bool isRace(const xcb_generic_error_t& error) const;
 
     xcb_connection_t* m_xcb;

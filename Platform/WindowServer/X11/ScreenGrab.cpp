@@ -4,7 +4,6 @@
 #include "WindowServer/X11/PixelMath.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 namespace WindowServer {
@@ -45,23 +44,6 @@ bool grabScreen(Connection& connection, const PixelRect& area, int factor, Small
         }
     }
     return true;
-}
-
-std::vector<uint32_t> grabPixels(Connection& connection, const PixelRect& area) {
-    if (!connection.hasPlainPixels() || connection.screen().root_depth != 24 || isEmpty(area))
-        return {};
-    const auto image = connection.reply(
-        xcb_get_image_reply,
-        xcb_get_image(connection.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, connection.root(),
-                      static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
-                      static_cast<uint16_t>(area.width), static_cast<uint16_t>(area.height), ~0u));
-    std::vector<uint32_t> pixels(static_cast<size_t>(area.width) * area.height);
-    if (!image || static_cast<size_t>(xcb_get_image_data_length(image.get())) < pixels.size() * 4)
-        return {};
-    std::memcpy(pixels.data(), xcb_get_image_data(image.get()), pixels.size() * 4);
-    for (uint32_t& pixel : pixels)
-        pixel &= 0xffffff; // The fourth byte is not defined.
-    return pixels;
 }
 
 } // namespace WindowServer

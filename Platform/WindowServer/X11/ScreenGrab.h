@@ -12,8 +12,4 @@ class Connection;
 /// here.
 bool grabScreen(Connection& connection, const PixelRect& area, int factor, SmallImage& image);
 
-/// The pixels of `area`, in root pixels, as they look now, row by row, 0xRRGGBB. Empty where the
-/// server refuses, as it does where the area leaves the root, or its pixels are of another kind.
-std::vector<uint32_t> grabPixels(Connection& connection, const PixelRect& area);
-
 } // namespace WindowServer

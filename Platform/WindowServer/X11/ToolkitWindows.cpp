@@ -5,6 +5,8 @@
 
 #include <QGuiApplication>
 
+#include <cstring>
+
 #include <xcb/shape.h>
 
 namespace WindowServer {
@@ -48,6 +50,29 @@ void setToolkitShadowMargin(Connection& connection, ToolkitWindow window, int ma
     const auto width = static_cast<uint32_t>(margin);
     setNumbers(connection, window, "_GTK_FRAME_EXTENTS", {width, width, width, width});
     setNumbers(connection, window, "_COMPTON_SHADOW", {0}); // Some go by this one alone.
+}
+
+Snapshot grabAroundToolkit(Connection& connection, ToolkitWindow window, int margin) {
+    xcb_connection_t* const xcb = toolkitConnection();
+    const auto id = static_cast<xcb_window_t>(window);
+    const auto place = await(xcb, xcb_get_geometry_reply, xcb_get_geometry(xcb, id));
+    const auto root = await(xcb, xcb_get_geometry_reply, xcb_get_geometry(xcb, connection.root()));
+    if (!place || !root || !connection.hasPlainPixels() || root->depth != 24) return {};
+    const PixelRect area =
+        intersection(grown({place->x, place->y, place->width, place->height}, margin),
+                     sized(root->width, root->height));
+    if (isEmpty(area)) return {};
+    const auto image = await(
+        xcb, xcb_get_image_reply,
+        xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, connection.root(),
+                      static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
+                      static_cast<uint16_t>(area.width), static_cast<uint16_t>(area.height), ~0u));
+    Snapshot snapshot{translated(area, -place->x, -place->y), {}};
+    snapshot.pixels.resize(static_cast<size_t>(area.width) * area.height);
+    const size_t bytes = snapshot.pixels.size() * sizeof(uint32_t);
+    if (!image || static_cast<size_t>(xcb_get_image_data_length(image.get())) < bytes) return {};
+    std::memcpy(snapshot.pixels.data(), xcb_get_image_data(image.get()), bytes);
+    return snapshot;
 }
 
 } // namespace WindowServer

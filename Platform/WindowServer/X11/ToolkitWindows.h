@@ -12,5 +12,7 @@ void setToolkitName(Connection& connection, ToolkitWindow window, const std::str
 void setToolkitShape(Connection& connection, ToolkitWindow window, Session::Region region,
                      const std::vector<PixelRect>& rectangles);
 void setToolkitShadowMargin(Connection& connection, ToolkitWindow window, int margin);
+/// Empty where the server refuses, or its pixels are of a kind not known here.
+Snapshot grabAroundToolkit(Connection& connection, ToolkitWindow window, int margin);
 
 } // namespace WindowServer

@@ -1,7 +1,6 @@
 #include "WindowServer/X11/X11Session.h"
 
 #include "WindowServer/X11/PixelMath.h"
-#include "WindowServer/X11/ScreenGrab.h"
 #include "WindowServer/X11/ToolkitWindows.h"
 #include "WindowServer/X11/X11Surface.h"
 
@@ -162,8 +161,8 @@ void X11Session::setShadowMargin(ToolkitWindow window, int margin) {
     setToolkitShadowMargin(*m_connection, window, margin);
 }
 
-std::vector<uint32_t> X11Session::grab(const PixelRect& area) {
-    return grabPixels(*m_connection, area);
+Snapshot X11Session::grabAround(ToolkitWindow window, int margin) {
+    return grabAroundToolkit(*m_connection, window, margin);
 }
 
 const Display* X11Session::displayAt(const CGRect& frame) const {
@@ -203,6 +202,8 @@ void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
         if (auto* surface = surfaceOf(expose.window)) surface->expose(expose);
     } else if (type == XCB_CONFIGURE_NOTIFY) {
         const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+        // All that the server tells of monitors that a user draws up.
+        if (notify.window == m_connection->root()) m_displayRefresh.start(0);
         if (auto* surface = surfaceOf(notify.window)) surface->restore(notify);
     } else if (type == XCB_UNMAP_NOTIFY) {
         const auto& notify = reinterpret_cast<const xcb_unmap_notify_event_t&>(event);

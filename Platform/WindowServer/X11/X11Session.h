@@ -40,7 +40,7 @@ public:
     void setShape(ToolkitWindow window, Region region,
                   const std::vector<PixelRect>& rectangles) override;
     void setShadowMargin(ToolkitWindow window, int margin) override;
-    std::vector<uint32_t> grab(const PixelRect& area) override;
+    Snapshot grabAround(ToolkitWindow window, int margin) override;
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override;
 
     bool canBlurLive() const { return m_connection->canBlurLive(); }
