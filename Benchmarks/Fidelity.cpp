@@ -91,7 +91,7 @@ public:
         m_paper.paint(m_bounds.width, m_bounds.height, paint);
         const std::vector<Plane> truth = ideal(paint);
         m_agent.cover();
-        const Picture first = m_desktop.screen.grab(m_bounds);
+        const Picture first = m_desktop.screen.grabWithoutButtons(m_bounds);
         m_paper.paint(white);
         m_paper.paint(m_bounds.width, m_bounds.height, paint);
         const Picture live = settled();
@@ -112,7 +112,7 @@ private:
         m_buttons.clear();
         for (const ScreenWindow& window : m_desktop.screen.windows())
             if (window.instance.starts_with("button:")) m_buttons.push_back(window.area);
-        const Picture clear = m_desktop.screen.grab(m_bounds);
+        const Picture clear = m_desktop.screen.grabWithoutButtons(m_bounds);
         std::vector<Plane> planes;
         for (const int shift : channelShifts) {
             Plane plane{m_bounds.width, m_bounds.height, {}};
@@ -128,9 +128,9 @@ private:
 
     /// The screen once no frame has changed it for a while.
     Picture settled() const {
-        for (Picture last = m_desktop.screen.grab(m_bounds);;) {
+        for (Picture last = m_desktop.screen.grabWithoutButtons(m_bounds);;) {
             std::this_thread::sleep_for(300ms);
-            Picture now = m_desktop.screen.grab(m_bounds);
+            Picture now = m_desktop.screen.grabWithoutButtons(m_bounds);
             if (now == last) return now;
             last = std::move(now);
         }

@@ -1,11 +1,14 @@
 #include "AppDelegate.h"
 
+#include "Bubble.h"
 #include "Cover.h"
 #include "HotKey.h"
 
 void AppDelegate::applicationDidFinishLaunching(const NSNotification&) {
     handOverFromEarlierInstances();
-    Cover::shared()->start(); // First: the status icon reads its state.
+    Cover::shared()->start(); // First: the buttons and the status icon read its state.
+    Bubble::shared()->menu = [] { return std::make_shared<NSMenu>(); };
+    Bubble::shared()->start();
     createStatusItem();
     HotKey::shared().register_();
     NSNotificationCenter::defaultCenter().addObserverForName(

@@ -2,7 +2,6 @@
 
 #include "WindowServerBlur.h"
 
-#include <optional>
 #include <set>
 
 namespace {
@@ -13,6 +12,8 @@ constexpr int fullBlur = 168;
 
 constexpr NSUInteger fillsSuperview = NSViewWidthSizable | NSViewHeightSizable;
 
+} // namespace
+
 std::optional<uint32_t> displayNumber(const NSScreen& screen) {
     const auto& description = screen.deviceDescription();
     const auto found = description.find("NSScreenNumber");
@@ -21,8 +22,6 @@ std::optional<uint32_t> displayNumber(const NSScreen& screen) {
     if (!number) return std::nullopt;
     return number->unsignedIntValue();
 }
-
-} // namespace
 
 const NSColor& Scrim::tint() {
     static const NSColor color = NSColor::colorWithWhite(0.0, 0.4);

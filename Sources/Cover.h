@@ -7,6 +7,10 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
+
+/// What a screen is known by; none where the platform gives it no number.
+std::optional<uint32_t> displayNumber(const NSScreen& screen);
 
 /// The colours of the sheet.
 namespace Scrim {

@@ -1,5 +1,8 @@
 #include "AppKit/NSApplication+Private.h"
 #include "AppKit/NSRunningApplication.h"
+#include "AppKit/PanelAccessible+Private.h"
+#include "AppKit/PanelWindow+Private.h"
+#include "AppKit/PopupOrder+Private.h"
 #include "AppKit/QuitSignals+Private.h"
 #include "WindowServer/Session.h"
 
@@ -52,6 +55,10 @@ void makeQtApplication() {
     [[maybe_unused]] static auto* application = new QApplication(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setDesktopFileName("com.vardek.NimbrelLite");
+    // A drag counts by every point that the pointer passed.
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+    [[maybe_unused]] static auto* popups = new PopupOrder(*application);
+    offerPanelsToAssistiveTechnology();
 }
 
 } // namespace
@@ -71,6 +78,7 @@ NSApplication::NSApplication() {
         NSNotificationCenter::defaultCenter().postNotificationName(
             NSApplicationDidChangeScreenParametersNotification, nullptr);
     };
+    Session::current().onCompositingChanged = [] { PanelWindow::compositingChanged(); };
     watchQuitSignals([this] { terminate(nullptr); });
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
 }
@@ -88,7 +96,17 @@ void NSApplication::terminate(const id&) {
         qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
 }
 
-CurrentEvent::CurrentEvent(const NSEvent& event)
-    : m_previous(std::exchange(NSApp->m_currentEvent, event)) {}
+namespace {
+std::optional<NSPoint> theMouseLocation;
+}
 
-CurrentEvent::~CurrentEvent() { NSApp->m_currentEvent = m_previous; }
+CurrentEvent::CurrentEvent(const NSEvent& event, std::optional<NSPoint> mouseLocation)
+    : m_previous(std::exchange(NSApp->m_currentEvent, event)),
+      m_previousLocation(std::exchange(theMouseLocation, mouseLocation)) {}
+
+CurrentEvent::~CurrentEvent() {
+    NSApp->m_currentEvent = m_previous;
+    theMouseLocation = m_previousLocation;
+}
+
+const std::optional<NSPoint>& CurrentEvent::mouseLocation() { return theMouseLocation; }

@@ -1,10 +1,16 @@
 #pragma once
 
+#include "Foundation/NSGeometry.h"
 #include "Foundation/NSObjCRuntime.h"
 
 enum NSEventType : NSUInteger {
+    NSEventTypeLeftMouseDown = 1,
     NSEventTypeLeftMouseUp = 2,
+    NSEventTypeRightMouseDown = 3,
     NSEventTypeRightMouseUp = 4,
+    NSEventTypeLeftMouseDragged = 6,
+    NSEventTypeMouseEntered = 8,
+    NSEventTypeMouseExited = 9,
 };
 
 enum NSEventMask : NSUInteger {
@@ -21,6 +27,9 @@ public:
 
     NSEventType type() const { return m_type; }
     NSUInteger modifierFlags() const { return m_modifierFlags; }
+
+    /// Where the pointer is on the screen; while an event is handled, where it was then.
+    static NSPoint mouseLocation();
 
 private:
     NSEventType m_type;

@@ -1,5 +1,8 @@
 #include "AppKit/NSImage+Private.h"
 
+#include "AppKit/NSGraphicsContext+Private.h"
+#include "AppKit/Symbol+Private.h"
+
 #include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -14,8 +17,8 @@ bool isTextLight() {
     return QGuiApplication::palette().color(QPalette::WindowText).lightness() > 127;
 }
 
-QString symbolFile(const std::string& name) {
-    return ":/Symbols/" + QString::fromStdString(name) + ".svg";
+QRectF rectFrom(const NSRect& rect) {
+    return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
 }
 
 /// The symbol as it is drawn, black on a white ground; as a template, the other way round where the
@@ -68,11 +71,71 @@ private:
 
 } // namespace
 
+std::shared_ptr<NSImage> NSImage::symbol(const std::string& name, double pointSize) {
+    // A symbol is wider than the letters beside it, and stands in a square.
+    constexpr double sidePerPoint = 1.6;
+    const double side = pointSize * sidePerPoint;
+    const auto image = imageWithSize({side, side}, false, [name](const NSRect& rect) {
+        drawSymbolInk(NSGraphicsContext::currentContext()->painter(), name, rectFrom(rect));
+        return true;
+    });
+    image->m_name = name;
+    return image;
+}
+
 std::shared_ptr<NSImage>
 NSImage::imageWithSystemSymbolName(const std::string& name,
                                    const std::optional<std::string>& accessibilityDescription) {
     if (!QFile::exists(symbolFile(name))) return nullptr;
-    return std::shared_ptr<NSImage>(new NSImage(name, accessibilityDescription));
+    constexpr double systemFontSize = 13;
+    const auto image = symbol(name, systemFontSize);
+    image->m_accessibilityDescription = accessibilityDescription;
+    return image;
+}
+
+std::shared_ptr<NSImage>
+NSImage::imageWithSymbolConfiguration(const NSImageSymbolConfiguration& configuration) const {
+    if (m_name.empty()) return nullptr;
+    const auto image = symbol(m_name, configuration.pointSize());
+    image->m_accessibilityDescription = m_accessibilityDescription;
+    image->m_template = m_template;
+    return image;
+}
+
+std::shared_ptr<NSImage> NSImage::imageWithSize(const NSSize& size, bool flipped,
+                                                DrawingHandler drawingHandler) {
+    return std::shared_ptr<NSImage>(new NSImage(size, flipped, std::move(drawingHandler)));
+}
+
+// The handler draws on a layer of its own, with the pixels of what lies below, so that nothing is
+// drawn at a scale it was not meant for.
+void NSImage::drawInRect(const NSRect& rect) const {
+    auto* const context = NSGraphicsContext::currentContext();
+    if (!context || m_size.width <= 0 || m_size.height <= 0) return;
+    QPainter& target = context->painter();
+    const QTransform toDevice = target.transform();
+    const QRect area = toDevice.mapRect(rectFrom(rect)).toAlignedRect();
+    QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
+    layer.fill(Qt::transparent);
+
+    QTransform toTarget =
+        QTransform::fromTranslate(rect.origin.x, rect.origin.y)
+            .scale(rect.size.width / m_size.width, rect.size.height / m_size.height);
+    if (m_flipped) toTarget.translate(0, m_size.height).scale(1, -1);
+    QPainter painter(&layer);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(toTarget * toDevice * QTransform::fromTranslate(-area.x(), -area.y()));
+    bool drawn = false;
+    {
+        const NSGraphicsContext inner(painter);
+        drawn = m_drawingHandler({{}, m_size});
+    }
+    painter.end();
+    if (!drawn) return;
+    target.save();
+    target.resetTransform();
+    target.drawImage(area.topLeft(), layer);
+    target.restore();
 }
 
 QIcon iconFrom(const NSImage& image) {

@@ -9,7 +9,8 @@ std::vector<std::shared_ptr<NSScreen>> NSScreen::screens() {
         Description description;
         if (display.number != 0)
             description["NSScreenNumber"] = std::make_shared<NSNumber>(display.number);
-        screens.push_back(std::make_shared<NSScreen>(display.frame, std::move(description)));
+        screens.push_back(std::make_shared<NSScreen>(display.frame, display.visibleFrame,
+                                                     std::move(description)));
     }
     return screens;
 }

@@ -41,7 +41,8 @@ void NSView::addSubview(std::shared_ptr<NSView> view, NSWindowOrderingMode posit
     else if (above)
         ++place;
     view->m_superview = this;
-    m_subviews.insert(place, std::move(view));
+    const auto added = *m_subviews.insert(place, std::move(view));
+    if (window()) added->viewDidMoveToWindow();
     setNeedsDisplay(true);
 }
 
@@ -60,6 +61,21 @@ void NSView::setWantsLayer(bool wantsLayer) {
 }
 
 NSWindow* NSView::window() const { return m_superview ? m_superview->window() : m_window; }
+
+void NSView::viewDidMoveToWindow() {
+    for (const auto& view : m_subviews)
+        view->viewDidMoveToWindow();
+}
+
+void NSView::setToolTip(const std::string& toolTip) {
+    m_toolTip = toolTip;
+    if (NSWindow* const target = window()) target->viewTextsChanged();
+}
+
+void NSView::setAccessibilityLabel(const std::string& label) {
+    m_accessibilityLabel = label;
+    if (NSWindow* const target = window()) target->viewTextsChanged();
+}
 
 void NSView::setNeedsDisplay(bool needsDisplay) {
     NSWindow* const target = window();

@@ -1,11 +1,16 @@
 #pragma once
 
 #include "AppKit/CALayer.h"
+#include "AppKit/NSAccessibility.h"
+#include "AppKit/NSEvent.h"
+#include "AppKit/NSTrackingArea.h"
 #include "Foundation/NSGeometry.h"
 #include "Foundation/NSObjCRuntime.h"
 #include "Foundation/NSObject.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 class NSWindow;
@@ -22,6 +27,7 @@ enum NSWindowOrderingMode : NSInteger {
 };
 
 /// A rectangle in a window: a colour of its own where it has a layer, and the views in front of it.
+/// The content view of a panel draws itself and hears the mouse.
 class NSView : public NSObject, private CALayerDelegate {
 public:
     NSView() = default;
@@ -57,7 +63,38 @@ public:
     /// Called by the window that takes the view as its content, or lets it go.
     void viewWillMoveToWindow(NSWindow* window) { m_window = window; }
 
+    /// The view is in another window now, or in none. Passed on to the subviews.
+    virtual void viewDidMoveToWindow();
+
     void setNeedsDisplay(bool needsDisplay);
+    /// Draws with what `NSColor`, `NSBezierPath` and `NSImage` offer, y up from the lower left
+    /// corner unless the view is flipped.
+    virtual void drawRect(const NSRect&) {}
+    virtual bool isFlipped() const { return false; }
+
+    // The mouse. A press goes to the view under the pointer, and so does all up to its release.
+    virtual void mouseDown(const NSEvent&) {}
+    virtual void mouseDragged(const NSEvent&) {}
+    virtual void mouseUp(const NSEvent&) {}
+    virtual void rightMouseDown(const NSEvent&) {}
+    virtual void mouseEntered(const NSEvent&) {}
+    virtual void mouseExited(const NSEvent&) {}
+    /// Whether a press counts that finds another application active.
+    virtual bool acceptsFirstMouse(const std::optional<NSEvent>&) const { return false; }
+
+    const std::vector<std::shared_ptr<NSTrackingArea>>& trackingAreas() const {
+        return m_trackingAreas;
+    }
+    void addTrackingArea(std::shared_ptr<NSTrackingArea> area) {
+        m_trackingAreas.push_back(std::move(area));
+    }
+
+    const std::string& toolTip() const { return m_toolTip; }
+    void setToolTip(const std::string& toolTip);
+    const std::string& accessibilityLabel() const { return m_accessibilityLabel; }
+    void setAccessibilityLabel(const std::string& label);
+    const NSAccessibilityRole& accessibilityRole() const { return m_accessibilityRole; }
+    void setAccessibilityRole(const NSAccessibilityRole& role) { m_accessibilityRole = role; }
 
 private:
     void displayLayer(CALayer&) override { setNeedsDisplay(true); }
@@ -70,4 +107,8 @@ private:
     NSWindow* m_window = nullptr; ///< Set on a content view alone.
     bool m_hidden = false;
     std::shared_ptr<CALayer> m_layer;
+    std::vector<std::shared_ptr<NSTrackingArea>> m_trackingAreas;
+    std::string m_toolTip;
+    std::string m_accessibilityLabel;
+    NSAccessibilityRole m_accessibilityRole;
 };

@@ -8,4 +8,5 @@
 #include "Foundation/NSObjCRuntime.h"
 #include "Foundation/NSObject.h"
 #include "Foundation/NSOperationQueue.h"
+#include "Foundation/NSTimer.h"
 #include "Foundation/NSUserDefaults.h"

@@ -36,7 +36,8 @@ TEST_P(CoverLayouts, EveryPixelOfEveryMonitorAndNoOther) {
     agent.cover();
 
     for (const Area& monitor : desktop.screen.monitors())
-        EXPECT_LE(desktop.screen.grab(monitor).brightest(), brightestCovered) << monitor;
+        EXPECT_LE(desktop.screen.grabWithoutButtons(monitor).brightest(), brightestCovered)
+            << monitor;
     if (const Area& clear = GetParam().clear; clear.width > 0) {
         EXPECT_TRUE(desktop.screen.grab(clear).isAll(white)) << clear;
     }
@@ -74,12 +75,12 @@ TEST(Cover, HasGoneWithoutATraceAfterTheSecondClick) {
     paper.show();
     Agent agent(desktop);
     const Area aboveTheTray = {0, 0, 3200, 1080 - Tray::iconSize};
-    const Picture before = desktop.screen.grab(aboveTheTray);
+    const Picture before = desktop.screen.grabWithoutButtons(aboveTheTray);
 
     agent.cover();
     agent.uncover();
 
-    EXPECT_EQ(desktop.screen.grab(aboveTheTray), before);
+    EXPECT_EQ(desktop.screen.grabWithoutButtons(aboveTheTray), before);
 }
 
 TEST(Cover, FollowsEveryOneOfThreeQuickClicks) {

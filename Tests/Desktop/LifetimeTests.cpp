@@ -21,7 +21,7 @@ struct OnPaper : testing::Test {
         paper.show();
     }
 
-    bool isClear() { return desktop.screen.grab({0, 0, 3200, 1000}).isAll(marker); }
+    bool isClear() { return desktop.screen.grabWithoutButtons({0, 0, 3200, 1000}).isAll(marker); }
 
     Desktop desktop;
     TestWindow paper;

@@ -12,7 +12,7 @@ constexpr int brightestCovered = 160;
 
 bool isDarkEverywhere(const Desktop& desktop) {
     for (const Area& monitor : desktop.screen.monitors())
-        if (desktop.screen.grab(monitor).brightest() > brightestCovered) return false;
+        if (desktop.screen.grabWithoutButtons(monitor).brightest() > brightestCovered) return false;
     return true;
 }
 

@@ -12,8 +12,8 @@ namespace {
 constexpr uint32_t solid = 0x0E1015;
 
 bool isSolid(const Desktop& desktop) {
-    return desktop.screen.grab(Desktop::left).isAll(solid) &&
-           desktop.screen.grab(Desktop::right).isAll(solid);
+    return desktop.screen.grabWithoutButtons(Desktop::left).isAll(solid) &&
+           desktop.screen.grabWithoutButtons(Desktop::right).isAll(solid);
 }
 
 bool isBlurred(const Desktop& desktop) {

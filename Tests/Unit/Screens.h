@@ -14,6 +14,7 @@ inline WindowServer::Display display(uint32_t number, const CGRect& frame) {
     WindowServer::Display result;
     result.number = number;
     result.frame = frame;
+    result.visibleFrame = frame;
     return result;
 }
 

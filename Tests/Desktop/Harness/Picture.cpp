@@ -37,6 +37,14 @@ Picture Picture::cut(const Area& area) const {
     return {area, std::move(pixels)};
 }
 
+void Picture::erase(const Area& area) {
+    for (int y = std::max(area.y, m_area.y); y < std::min(area.bottom(), m_area.bottom()); ++y)
+        for (int x = std::max(area.x, m_area.x + 1); x < std::min(area.right(), m_area.right());
+             ++x)
+            m_pixels[static_cast<size_t>((y - m_area.y) * m_area.width + x - m_area.x)] =
+                at(x - 1, y);
+}
+
 double Picture::mean() const {
     double sum = 0;
     for (uint32_t pixel : m_pixels)

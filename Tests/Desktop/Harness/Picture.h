@@ -19,6 +19,7 @@ public:
     int luminance(int x, int y) const; ///< 0 to 255
 
     Picture cut(const Area& area) const;
+    void erase(const Area& area); ///< Spreads the pixels left of the area over it.
 
     double mean() const;                 ///< The mean luminance, 0 to 255.
     int brightest() const;               ///< The greatest luminance.

@@ -35,6 +35,13 @@ Picture Screen::grab(const Area& area) const {
     return {area, std::move(pixels)};
 }
 
+Picture Screen::grabWithoutButtons(const Area& area) const {
+    Picture picture = grab(area);
+    for (const ScreenWindow& window : windows())
+        if (window.viewable && window.instance.starts_with("button:")) picture.erase(window.area);
+    return picture;
+}
+
 std::vector<Area> Screen::monitors() const {
     const auto reply = m_client.ask(xcb_randr_get_monitors_reply,
                                     xcb_randr_get_monitors(m_client, m_client.root(), 1));

@@ -25,6 +25,8 @@ public:
 
     Area bounds() const;
     Picture grab(const Area& area) const;
+    /// The same with every floating button of the program painted over by what stands left of it.
+    Picture grabWithoutButtons(const Area& area) const;
 
     std::vector<Area> monitors() const;
     std::vector<ScreenWindow> windows() const; ///< From the bottom to the top.

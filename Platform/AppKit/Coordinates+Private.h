@@ -1,0 +1,10 @@
+// Between the platform's coordinates, y up from the lower left of the first screen, and the
+// toolkit's, y down. Both count in points.
+#pragma once
+
+#include "Foundation/NSGeometry.h"
+
+#include <QRect>
+
+NSPoint pointFrom(const QPointF& point);
+QRect rectOf(const NSRect& rect);

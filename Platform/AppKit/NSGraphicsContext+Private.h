@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+
+/// Where `NSColor`, `NSBezierPath` and `NSImage` draw. Contexts stack: the newest one is current
+/// while it lives.
+class NSGraphicsContext {
+public:
+    /// The painter's coordinates are the view's.
+    explicit NSGraphicsContext(QPainter& painter);
+    ~NSGraphicsContext();
+    NSGraphicsContext(const NSGraphicsContext&) = delete;
+    NSGraphicsContext& operator=(const NSGraphicsContext&) = delete;
+
+    /// Null where nothing is being drawn.
+    static NSGraphicsContext* currentContext();
+
+    QPainter& painter() { return m_painter; }
+    QColor fill = Qt::black;
+    QColor stroke = Qt::black;
+
+private:
+    QPainter& m_painter;
+    NSGraphicsContext* const m_outer;
+};

@@ -1,0 +1,20 @@
+// What a panel shows, in device pixels, y down.
+#pragma once
+
+#include "AppKit/NSView.h"
+#include "WindowServer/Session.h"
+
+#include <QImage>
+
+/// The view as it draws itself on a clear ground. The size is in points, the scale in pixels a
+/// point.
+QImage pictureOf(NSView& view, const NSSize& size, double scale);
+
+/// The rectangles that hold all of the picture that is not clear, and nothing else.
+std::vector<WindowServer::PixelRect> inkOf(const QImage& picture);
+
+/// The picture with so many pixels around it on each side, and a soft shadow there.
+QImage withShadow(const QImage& picture, double margin, double scale);
+
+/// What may well lie behind the ink, as its surroundings have it. Empty where these are not known.
+QImage estimateBehind(const QImage& picture, const WindowServer::Snapshot& surroundings);

@@ -1,0 +1,231 @@
+#include "AppKit/PanelWidget+Private.h"
+
+#include "AppKit/Coordinates+Private.h"
+#include "AppKit/NSApplication+Private.h"
+#include "AppKit/PanelPicture+Private.h"
+#include "WindowServer/Session.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <cmath>
+#include <utility>
+
+using WindowServer::Session;
+
+namespace {
+
+constexpr int shadowMargin = 12; ///< In points.
+
+/// The windows behind take their time to redraw what has come to light.
+constexpr int lookAfterMilliseconds = 60;
+
+NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers) {
+    return {type, modifiers & Qt::ControlModifier ? NSUInteger{NSEventModifierFlagControl} : 0};
+}
+
+/// The output that holds the middle of the frame.
+std::string outputAt(const NSRect& frame) {
+    const double x = CGRectGetMidX(frame);
+    const double y = CGRectGetMidY(frame);
+    for (const auto& display : Session::current().displays())
+        if (x >= CGRectGetMinX(display.frame) && x < CGRectGetMaxX(display.frame) &&
+            y >= CGRectGetMinY(display.frame) && y < CGRectGetMaxY(display.frame))
+            return display.name;
+    return {};
+}
+
+} // namespace
+
+std::shared_ptr<PanelWidget> PanelWidget::make(NSWindow& window) {
+    return {new PanelWidget(window), [](PanelWidget* widget) { widget->deleteLater(); }};
+}
+
+PanelWidget::PanelWidget(NSWindow& window)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint |
+                           Qt::WindowDoesNotAcceptFocus),
+      m_window(&window), m_translucent(Session::current().isComposited()),
+      m_margin(m_translucent && window.hasShadow() ? shadowMargin : 0),
+      m_alpha(window.alphaValue()) {
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setAttribute(m_translucent ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
+    m_look.setSingleShot(true);
+    m_look.setInterval(lookAfterMilliseconds);
+    connect(&m_look, &QTimer::timeout, this, [this] { lookBehind(); });
+}
+
+void PanelWidget::enter() {
+    updateTexts();
+    updateFrame();
+    Session::current().setName(winId(), "button:" + outputAt(m_window->frame()));
+    if (m_margin > 0)
+        Session::current().setShadowMargin(
+            winId(), static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
+    updateLevel();
+    draw();
+    lookBehind();
+    show();
+    m_look.start();
+}
+
+void PanelWidget::leave() {
+    Session::current().dropLevel(winId());
+    m_window = nullptr;
+    m_look.stop();
+    hide();
+}
+
+void PanelWidget::checkForm() {
+    const bool suits = m_translucent == Session::current().isComposited();
+    if (m_window && !m_pressed && !suits) onWrongForm();
+}
+
+void PanelWidget::updateFrame() {
+    setGeometry(rectOf(m_window->frame()).marginsAdded({m_margin, m_margin, m_margin, m_margin}));
+    if (!m_look.isActive()) m_look.start();
+}
+
+void PanelWidget::updateLevel() {
+    Session::current().setLevel(winId(), static_cast<int>(m_window->level()));
+}
+
+void PanelWidget::updateAlpha() {
+    const double before = std::exchange(m_alpha, m_window->alphaValue());
+    if (before == 1) lookBehind(); // Now it is seen through the panel.
+    update();
+}
+
+void PanelWidget::updatePicture() {
+    m_picture = {};
+    m_look.start();
+    update();
+}
+
+void PanelWidget::updateTexts() {
+    setWindowTitle(QString::fromStdString(m_window->title()));
+    if (!m_window->contentView()) return;
+    setToolTip(QString::fromStdString(m_window->contentView()->toolTip()));
+    setAccessibleName(QString::fromStdString(m_window->contentView()->accessibilityLabel()));
+}
+
+NSView* PanelWidget::view() const { return m_window ? m_window->contentView().get() : nullptr; }
+
+// --- Looks
+
+void PanelWidget::draw() {
+    m_picture = {};
+    if (view()) m_picture = pictureOf(*view(), m_window->frame().size, devicePixelRatioF());
+    setShapes();
+}
+
+/// What the drawing leaves clear neither hides anything nor takes input.
+void PanelWidget::setShapes() {
+    const int margin = static_cast<int>(std::lround(m_margin * devicePixelRatioF()));
+    auto ink = inkOf(m_picture);
+    for (auto& run : ink) {
+        run.x += margin;
+        run.y += margin;
+    }
+    if (!m_translucent) Session::current().setShape(winId(), Session::Region::Bounding, ink);
+    if (m_window->ignoresMouseEvents()) ink.clear();
+    Session::current().setShape(winId(), Session::Region::Input, ink);
+}
+
+/// A look, not a watch: what changes behind a panel that stays as it is does not show through.
+void PanelWidget::lookBehind() {
+    if (m_translucent || !m_window) return;
+    if (m_picture.isNull()) draw();
+    constexpr int rim = 2;
+    m_behind = estimateBehind(m_picture, Session::current().grabAround(winId(), rim));
+    update();
+}
+
+void PanelWidget::paintEvent(QPaintEvent*) {
+    if (!m_window) return;
+    const double scale = devicePixelRatioF();
+    const QSize size(static_cast<int>(std::lround(m_window->frame().size.width * scale)),
+                     static_cast<int>(std::lround(m_window->frame().size.height * scale)));
+    if (m_picture.size() != size) draw();
+    QPainter painter(this);
+    if (m_translucent) {
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(rect(), Qt::transparent);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    } else if (!m_behind.isNull()) {
+        m_behind.setDevicePixelRatio(scale);
+        painter.drawImage(0, 0, m_behind);
+    } else {
+        painter.fillRect(rect(), Qt::black);
+    }
+    QImage picture = m_margin > 0 ? withShadow(m_picture, m_margin * scale, scale) : m_picture;
+    picture.setDevicePixelRatio(scale);
+    painter.setOpacity(m_alpha);
+    painter.drawImage(0, 0, picture);
+}
+
+// --- Input
+
+void PanelWidget::mousePressEvent(QMouseEvent* event) {
+    m_pressed = true;
+    if (event->button() == Qt::LeftButton)
+        send(&NSView::mouseDown, NSEventTypeLeftMouseDown, *event);
+    else if (event->button() == Qt::RightButton)
+        send(&NSView::rightMouseDown, NSEventTypeRightMouseDown, *event);
+}
+
+void PanelWidget::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() & Qt::LeftButton)
+        send(&NSView::mouseDragged, NSEventTypeLeftMouseDragged, *event);
+}
+
+void PanelWidget::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) send(&NSView::mouseUp, NSEventTypeLeftMouseUp, *event);
+    m_pressed = event->buttons() != Qt::NoButton;
+    checkForm();
+}
+
+void PanelWidget::enterEvent(QEnterEvent*) {
+    sendToTrackers(&NSView::mouseEntered, NSEventTypeMouseEntered);
+}
+
+void PanelWidget::leaveEvent(QEvent*) {
+    sendToTrackers(&NSView::mouseExited, NSEventTypeMouseExited);
+}
+
+void PanelWidget::press() {
+    const auto self = shared_from_this();
+    const NSPoint middle = {CGRectGetMidX(m_window->frame()), CGRectGetMidY(m_window->frame())};
+    const auto at = [&](Handler handler, NSEventType type) {
+        if (view()) deliver(handler, *view(), eventOf(type, {}), middle);
+    };
+    at(&NSView::mouseDown, NSEventTypeLeftMouseDown);
+    at(&NSView::mouseUp, NSEventTypeLeftMouseUp);
+}
+
+void PanelWidget::send(Handler handler, NSEventType type, const QMouseEvent& event) {
+    if (!view()) return;
+    const NSEvent translated = eventOf(type, event.modifiers());
+    const bool first = QGuiApplication::applicationState() != Qt::ApplicationActive;
+    if (first && !view()->acceptsFirstMouse(translated)) return;
+    deliver(handler, *view(), translated, pointFrom(event.globalPosition()));
+}
+
+void PanelWidget::sendToTrackers(Handler handler, NSEventType type) {
+    if (!view()) return;
+    const NSEvent event = eventOf(type, QGuiApplication::queryKeyboardModifiers());
+    for (const auto& area : std::vector(view()->trackingAreas()))
+        if (area->options() & NSTrackingMouseEnteredAndExited)
+            deliver(handler, *area->owner(), event, {});
+}
+
+/// What the view does may put an end to the window, and a menu that it opens to everything.
+void PanelWidget::deliver(Handler handler, NSView& view, const NSEvent& event,
+                          std::optional<NSPoint> location) {
+    const auto self = shared_from_this();
+    const auto content = m_window->contentView();
+    const CurrentEvent current(event, location);
+    (view.*handler)(event);
+}

@@ -1,0 +1,60 @@
+#include "AppKit/PanelWindow+Private.h"
+
+#include "AppKit/PanelWidget+Private.h"
+
+#include <QApplication>
+
+PanelWindow::~PanelWindow() { PanelWindow::orderOut(); }
+
+void PanelWindow::compositingChanged() {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* panel = dynamic_cast<PanelWidget*>(widget)) panel->checkForm();
+}
+
+NSInteger PanelWindow::number() const {
+    return m_widget ? static_cast<NSInteger>(m_widget->winId()) : 0;
+}
+
+void PanelWindow::setTitle(const std::string&) {
+    if (m_widget) m_widget->updateTexts();
+}
+
+void PanelWindow::setFrame(const NSRect&) {
+    if (m_widget) m_widget->updateFrame();
+}
+
+void PanelWindow::setLevel(NSInteger) {
+    if (m_widget) m_widget->updateLevel();
+}
+
+void PanelWindow::setIgnoresMouseEvents(bool) {
+    if (m_widget) m_widget->updatePicture();
+}
+
+void PanelWindow::setAlpha(double) {
+    if (m_widget) m_widget->updateAlpha();
+}
+
+void PanelWindow::displayViews() {
+    if (m_widget) m_widget->updatePicture();
+}
+
+void PanelWindow::describeViews() {
+    if (m_widget) m_widget->updateTexts();
+}
+
+void PanelWindow::orderFront() {
+    if (m_widget) return;
+    m_widget = PanelWidget::make(m_window);
+    m_widget->onWrongForm = [this] {
+        orderOut();
+        orderFront();
+    };
+    m_widget->enter();
+}
+
+void PanelWindow::orderOut() {
+    if (!m_widget) return;
+    m_widget->leave();
+    m_widget.reset();
+}

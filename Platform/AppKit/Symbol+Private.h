@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QPainter>
+#include <QString>
+
+#include <string>
+
+/// The file that a symbol is drawn in, whether or not there is one. Its parts, by their names:
+/// `ground` is light and lies under all of it, to keep it legible on anything; `ink` is the symbol;
+/// `gap`, where there is one, parts the ink from the `slash` across it.
+QString symbolFile(const std::string& name);
+
+/// Draws the ink alone, black, and clears the gap. The painter's y axis points up.
+void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect);

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+/// Where timers and animations take their time from: the clock of the event loop, or another one
+/// that is put in its place.
+class Timeline {
+public:
+    virtual ~Timeline() = default;
+
+    static Timeline& current();
+    /// Null for the event loop's.
+    static void install(std::unique_ptr<Timeline> timeline);
+
+    virtual double now() const = 0; ///< Seconds, from no point in particular.
+
+    /// Runs `work` once, so many seconds from now, unless the result is dropped before.
+    virtual std::shared_ptr<void> schedule(double seconds, std::function<void()> work) = 0;
+};
