@@ -32,7 +32,7 @@ OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, Ite
     for (const auto& installed : target->handlers)
         if (installed->handler == handler) return eventHandlerAlreadyInstalledErr;
     target->handlers.push_back(std::make_unique<OpaqueEventHandlerRef>(
-        handler, std::vector(list, list + numTypes), userData));
+        OpaqueEventHandlerRef{handler, {list, list + numTypes}, userData}));
     if (outRef) *outRef = target->handlers.back().get();
     return noErr;
 }
