@@ -38,6 +38,9 @@ public:
     NSView* view() const;
     void press();
 
+    /// Notes where the mouse is, before the toolkit rounds it to points.
+    bool eventFilter(QObject* window, QEvent* event) override;
+
 protected:
     void paintEvent(QPaintEvent*) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -66,5 +69,6 @@ private:
     QImage m_behind;    ///< Empty where nothing is known.
     QTimer m_look;
     double m_alpha = 1;
+    QPointF m_mouse;
     bool m_pressed = false;
 };

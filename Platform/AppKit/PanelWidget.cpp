@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWindow>
 
 #include <cmath>
 #include <utility>
@@ -58,6 +59,8 @@ PanelWidget::PanelWidget(NSWindow& window)
 }
 
 void PanelWidget::enter() {
+    create();
+    windowHandle()->installEventFilter(this);
     updateTexts();
     updateFrame();
     Session::current().setName(winId(), "button:" + outputAt(m_window->frame()));
@@ -168,6 +171,12 @@ void PanelWidget::paintEvent(QPaintEvent*) {
 
 // --- Input
 
+bool PanelWidget::eventFilter(QObject* window, QEvent* event) {
+    if (const auto* mouse = dynamic_cast<const QMouseEvent*>(event))
+        m_mouse = mouse->globalPosition();
+    return QWidget::eventFilter(window, event);
+}
+
 void PanelWidget::mousePressEvent(QMouseEvent* event) {
     m_pressed = true;
     if (event->button() == Qt::LeftButton)
@@ -210,7 +219,7 @@ void PanelWidget::send(Handler handler, NSEventType type, const QMouseEvent& eve
     const NSEvent translated = eventOf(type, event.modifiers());
     const bool first = QGuiApplication::applicationState() != Qt::ApplicationActive;
     if (first && !view()->acceptsFirstMouse(translated)) return;
-    deliver(handler, *view(), translated, pointFrom(event.globalPosition()));
+    deliver(handler, *view(), translated, pointFrom(m_mouse));
 }
 
 void PanelWidget::sendToTrackers(Handler handler, NSEventType type) {

@@ -1,0 +1,201 @@
+#include "ManualTime.h"
+#include "Screens.h"
+
+#include "Bubble.h"
+#include "Cover.h"
+#include "Prefs.h"
+
+class BubbleTest : public ScreensTest {
+protected:
+    void SetUp() override {
+        ScreensTest::SetUp();
+        for (const uint32_t number : {7u, 9u})
+            Prefs::shared().setButtonSpot(number, 1.0, 0.62);
+        bubble->start();
+    }
+    void TearDown() override {
+        Cover::shared()->hide();
+        bubble = nullptr;
+        Timeline::install(nullptr);
+        ScreensTest::TearDown();
+    }
+
+    std::map<uint32_t, std::shared_ptr<BubblePanel>>& panels() { return bubble->panels; }
+    BubblePanel& panel(uint32_t number = 7) { return *panels().at(number); }
+
+    /// One screen, number 7, that leaves the rectangle to its windows.
+    void useScreen(const CGRect& visibleFrame) {
+        auto only = display(7, CGRectMake(0, 0, 1440, 900));
+        only.visibleFrame = visibleFrame;
+        screens().setDisplays({only});
+    }
+
+    void drop(const NSPoint& origin) {
+        panel().setFrameOrigin(origin);
+        panel().button->onMoved();
+    }
+
+    void expectOrigin(const NSPoint& expected, const char* name = "") {
+        EXPECT_NEAR(panel().frame().origin.x, expected.x, 1e-9) << name;
+        EXPECT_NEAR(panel().frame().origin.y, expected.y, 1e-9) << name;
+    }
+
+    ManualTime& time = ManualTime::install();
+    std::shared_ptr<Bubble> bubble = std::make_shared<Bubble>();
+};
+
+TEST_F(BubbleTest, PlacesEachButtonFromItsStoredSpot) {
+    struct Case {
+        const char* name;
+        CGRect visibleFrame;
+        ButtonSpot spot;
+        NSPoint origin;
+    };
+    for (const auto& [name, visibleFrame, spot, origin] : {
+             Case{"untouched", {{0, 0}, {1440, 875}}, {1.0, 0.62}, {1390, 317.22}},
+             Case{"top left", {{0, 0}, {1440, 875}}, {0.0, 0.0}, {6, 825}},
+             Case{"bottom right", {{0, 0}, {1440, 875}}, {1.0, 1.0}, {1390, 6}},
+             Case{"nearly right", {{0, 0}, {1440, 875}}, {0.49, 0.0}, {6, 825}},
+             Case{"just right", {{0, 0}, {1440, 875}}, {0.5, 0.0}, {1390, 825}},
+             Case{"taken as stored", {{0, 0}, {1440, 875}}, {7.0, 1.5}, {1390, -403.5}},
+             Case{"panels around", {{50, 30}, {1300, 800}}, {0.0, 1.0}, {56, 36}},
+             Case{"too low for it", {{0, 0}, {1440, 40}}, {1.0, 0.62}, {1390, -10}},
+         }) {
+        Prefs::shared().setButtonSpot(7, spot.side, spot.down);
+        screens().setDisplays({});
+        useScreen(visibleFrame);
+        expectOrigin(origin, name);
+    }
+}
+
+TEST_F(BubbleTest, SettlesAtTheNearerSideOfItsOwnScreen) {
+    useScreen(CGRectMake(0, 0, 1440, 875)); // The area is (6, 6) to (1434, 869).
+    struct Case {
+        const char* name;
+        NSPoint dropped;
+        NSPoint origin;
+        ButtonSpot spot;
+    };
+    const double travel = 863 - 44;
+    for (const auto& [name, dropped, origin, spot] : {
+             Case{"left half", {300, 400}, {6, 400}, {0.0, (869 - 44 - 400) / travel}},
+             Case{"right half", {900, 400}, {1390, 400}, {1.0, (869 - 44 - 400) / travel}},
+             Case{"on the middle line", {698, 400}, {1390, 400}, {1.0, (869 - 44 - 400) / travel}},
+             Case{"just left of it", {697.9, 400}, {6, 400}, {0.0, (869 - 44 - 400) / travel}},
+             Case{"above", {300, 4000}, {6, 825}, {0.0, 0.0}},
+             Case{"below", {300, -4000}, {6, 6}, {0.0, 1.0}},
+             Case{"on the next screen", {2500, 100}, {1390, 100}, {1.0, 725 / travel}},
+             Case{"on the one before", {-2500, 100}, {6, 100}, {0.0, 725 / travel}},
+         }) {
+        drop(dropped);
+        const ButtonSpot stored = Prefs::shared().buttonSpot(7);
+        EXPECT_EQ(stored.side, spot.side) << name;
+        EXPECT_NEAR(stored.down, spot.down, 1e-9) << name;
+        time.advance(0.2);
+        expectOrigin(origin, name);
+        // A button made anew stands where the former one came to rest.
+        bubble->start();
+        expectOrigin(origin, name);
+    }
+}
+
+TEST_F(BubbleTest, SlidesQuicklyAtFirst) {
+    useScreen(CGRectMake(0, 0, 1440, 875));
+    drop({300, 400});
+    expectOrigin({300, 400});
+    time.advance(0.08);
+    const double half = (300 - panel().frame().origin.x) / (300 - 6);
+    EXPECT_GT(half, 0.55);
+    EXPECT_LT(half, 0.8);
+    time.advance(0.09);
+    expectOrigin({6, 400});
+    time.advance(10);
+    EXPECT_EQ(time.pending(), 0);
+}
+
+TEST_F(BubbleTest, ATooLowScreenStoresTheMiddle) {
+    useScreen(CGRectMake(0, 0, 1440, 40));
+    drop({300, 400});
+    time.advance(1);
+    expectOrigin({6, -10});
+    EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{0.0, 0.5}));
+}
+
+TEST_F(BubbleTest, StaysWhereItWasDroppedWithoutAHome) {
+    useScreen(CGRectMake(0, 0, 1440, 875));
+    for (const std::optional<uint32_t> home : {std::optional<uint32_t>(), {12345}}) {
+        panel().home = home;
+        drop({300, 400});
+        time.advance(1);
+        expectOrigin({300, 400});
+        EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{1.0, 0.62}));
+    }
+}
+
+TEST_F(BubbleTest, MovingOneMovesNoOther) {
+    const NSRect other = panel(9).frame();
+    drop({300, 400});
+    time.advance(1);
+    EXPECT_EQ(panel(9).frame(), other);
+    EXPECT_EQ(Prefs::shared().buttonSpot(9), (ButtonSpot{1.0, 0.62}));
+}
+
+TEST_F(BubbleTest, EveryScreenWithANumberHasOne) {
+    auto displays = twoScreens();
+    displays.push_back(display(0, CGRectMake(0, 1080, 800, 600)));
+    screens().setDisplays(displays);
+    ASSERT_EQ(panels().size(), 2u);
+    for (const auto& [number, each] : panels())
+        EXPECT_EQ(each->home, number);
+    screens().setDisplays({});
+    EXPECT_TRUE(panels().empty());
+}
+
+TEST_F(BubbleTest, AChangeOfScreensMakesAllAnew) {
+    const std::weak_ptr<BubblePanel> former = panels().at(7);
+    time.advance(10);
+    ASSERT_LT(panel().alphaValue(), 1.0);
+    screens().setDisplays({display(7, CGRectMake(0, 0, 1920, 1080))});
+    EXPECT_TRUE(former.expired());
+    EXPECT_EQ(panel().alphaValue(), 1.0);
+    time.advance(10);
+    EXPECT_LT(panel().alphaValue(), 1.0);
+}
+
+TEST_F(BubbleTest, OneMadeWhileTheCoverIsOnIsBlurredAndStaysAwake) {
+    Cover::shared()->show();
+    screens().setDisplays({display(7, CGRectMake(0, 0, 1920, 1080))});
+    EXPECT_TRUE(panel().button->blurred());
+    time.advance(10);
+    EXPECT_EQ(panel().alphaValue(), 1.0);
+}
+
+TEST_F(BubbleTest, AClickTogglesAndAllFollow) {
+    for (const bool shown : {true, false}) {
+        panel().button->onClick();
+        EXPECT_EQ(Cover::shared()->shown(), shown);
+        for (const auto& [number, each] : panels())
+            EXPECT_EQ(each->button->blurred(), shown);
+    }
+}
+
+TEST_F(BubbleTest, TheMenuIsMadeAnewForEachPopUp) {
+    EXPECT_TRUE(bubble->menu());
+    int menus = 0;
+    bubble->menu = [&]() -> std::shared_ptr<NSMenu> {
+        ++menus;
+        return nullptr;
+    };
+    const NSEvent event(NSEventTypeRightMouseDown, 0);
+    for (const auto& [number, each] : panels())
+        each->button->rightMouseDown(event);
+    EXPECT_EQ(menus, 2);
+}
+
+TEST_F(BubbleTest, CallbacksOutliveTheirOwner) {
+    const auto orphan = panels().at(7);
+    bubble = nullptr;
+    orphan->button->onMoved();
+    orphan->button->rightMouseDown(NSEvent(NSEventTypeRightMouseDown, 0));
+    screens().setDisplays({});
+}
