@@ -7,7 +7,8 @@ NSNotificationCenter& NSNotificationCenter::defaultCenter() {
 
 id NSNotificationCenter::addObserverForName(const NSNotificationName& name, const id& object,
                                             NSOperationQueue&, Block block) {
-    m_observers.push_back(std::make_shared<Observer>(name, object.get(), std::move(block)));
+    m_observers.push_back(
+        std::make_shared<Observer>(Observer{name, object.get(), std::move(block)}));
     return m_observers.back();
 }
 
