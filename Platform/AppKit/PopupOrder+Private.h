@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QObject>
+#include <QWidget>
+
+#include <map>
 
 class QApplication;
 
@@ -11,4 +14,10 @@ public:
     explicit PopupOrder(QApplication& application);
 
     bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void raise(const QWidget& popup);
+    void drop(const QWidget& popup);
+
+    std::map<const QWidget*, WId> m_raised;
 };

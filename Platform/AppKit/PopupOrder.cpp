@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QWidget>
+#include <QWindow>
 
 using WindowServer::Session;
 
@@ -19,15 +20,27 @@ PopupOrder::PopupOrder(QApplication& application) : QObject(&application) {
 bool PopupOrder::eventFilter(QObject* object, QEvent* event) {
     const bool shown = event->type() == QEvent::Show;
     if (!shown && event->type() != QEvent::Hide) return false;
-    const auto* widget = qobject_cast<QWidget*>(object);
-    if (!widget || !widget->internalWinId()) return false;
+    auto* widget = qobject_cast<QWidget*>(object);
+    if (!widget) return false;
     const Qt::WindowType type = widget->windowType();
     if (type != Qt::Popup && type != Qt::ToolTip) return false;
-    if (shown) {
-        Session::current().setName(widget->winId(), type == Qt::Popup ? "menu" : "tip");
-        Session::current().setLevel(widget->winId(), aboveAll);
-    } else {
-        Session::current().dropLevel(widget->winId());
-    }
+    drop(*widget);
+    // A widget that is being shown may yet be given another native window.
+    if (shown)
+        QMetaObject::invokeMethod(
+            widget, [this, widget] { raise(*widget); }, Qt::QueuedConnection);
     return false;
+}
+
+void PopupOrder::raise(const QWidget& popup) {
+    if (!popup.isVisible() || !popup.windowHandle()) return;
+    const WId window = popup.windowHandle()->winId();
+    m_raised[&popup] = window;
+    Session::current().setName(window, popup.windowType() == Qt::Popup ? "menu" : "tip");
+    Session::current().setLevel(window, aboveAll);
+}
+
+void PopupOrder::drop(const QWidget& popup) {
+    const auto raised = m_raised.extract(&popup);
+    if (raised) Session::current().dropLevel(raised.mapped());
 }

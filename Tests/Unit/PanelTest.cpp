@@ -162,6 +162,7 @@ TEST_F(PanelTest, MenusAndToolTipsOfTheToolkitStandAboveIt) {
     for (const auto type : {Qt::Popup, Qt::ToolTip}) {
         QWidget popup(nullptr, type);
         popup.show();
+        QCoreApplication::processEvents();
         EXPECT_GT(screens().levels[popup.winId()], 1002);
         popup.hide();
         EXPECT_FALSE(screens().levels.contains(popup.winId()));

@@ -77,6 +77,16 @@ std::vector<ScreenWindow> Agent::visibleCovers() const {
     return windows;
 }
 
+std::vector<ScreenWindow> Agent::buttons() const {
+    std::vector<ScreenWindow> windows = m_desktop.screen.windows();
+    std::erase_if(windows, [](const ScreenWindow& window) {
+        return !window.viewable || !window.instance.starts_with("button:");
+    });
+    std::sort(windows.begin(), windows.end(),
+              [](const auto& a, const auto& b) { return a.area.x < b.area.x; });
+    return windows;
+}
+
 bool Agent::isCovered() const {
     std::vector<Area> areas;
     for (const ScreenWindow& window : visibleCovers())

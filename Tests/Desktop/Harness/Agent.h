@@ -22,6 +22,8 @@ public:
     std::vector<ScreenWindow> covers() const; ///< Mapped or not, from the bottom to the top.
     std::vector<ScreenWindow> visibleCovers() const;
 
+    std::vector<ScreenWindow> buttons() const; ///< On the screen, from the left to the right.
+
     /// True when each monitor has one visible cover of just its size, and there is no other.
     bool isCovered() const;
 

@@ -60,6 +60,7 @@ Environment Desktop::environment() const {
         {"ASAN_OPTIONS", "detect_leaks=0"},
         {"UBSAN_OPTIONS", "print_stacktrace=1"},
     };
+    result.insert(extra.begin(), extra.end());
     return result;
 }
 

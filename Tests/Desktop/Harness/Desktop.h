@@ -35,6 +35,7 @@ public:
     /// What a program finds in its environment here.
     Environment environment() const;
 
+    Environment extra; ///< More for programs to find in their environment.
     std::unique_ptr<XServer> server;
     std::optional<SessionBus> bus;
     Screen screen;

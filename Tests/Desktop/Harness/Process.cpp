@@ -104,4 +104,12 @@ double Process::processorTime() const {
     return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
+long Process::sleeps() const {
+    std::ifstream file("/proc/" + std::to_string(m_pid) + "/status");
+    for (std::string line; std::getline(file, line);)
+        if (line.starts_with("voluntary_ctxt_switches:"))
+            return std::stol(line.substr(line.find(':') + 1));
+    return 0;
+}
+
 } // namespace Harness

@@ -38,6 +38,9 @@ public:
     /// The processor time it has used so far, in seconds.
     double processorTime() const;
 
+    /// How often it has gone to sleep so far, and so been woken.
+    long sleeps() const;
+
 private:
     pid_t m_pid = 0;
     int m_output = -1;
