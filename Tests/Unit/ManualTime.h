@@ -16,6 +16,12 @@ public:
         return result;
     }
 
+    /// An alarm and the timer that waits for it hold one another until it rings.
+    ~ManualTime() override {
+        for (const auto& each : m_alarms)
+            if (const auto alarm = each.lock()) alarm->work = nullptr;
+    }
+
     double now() const override { return m_now; }
 
     std::shared_ptr<void> schedule(double seconds, std::function<void()> work) override {
