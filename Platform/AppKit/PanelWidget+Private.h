@@ -71,4 +71,5 @@ private:
     double m_alpha = 1;
     QPointF m_mouse;
     bool m_pressed = false;
+    int m_delivering = 0; ///< So many events are being handled, one within the other.
 };

@@ -79,6 +79,9 @@ void PanelWidget::leave() {
     m_window = nullptr;
     m_look.stop();
     hide();
+    // A hidden window that hears of a drag still on its way would stay the pressed one for the
+    // toolkit, even when it is no more. So it goes at once, but not in the middle of an event.
+    if (m_delivering == 0) destroy();
 }
 
 void PanelWidget::checkForm() {
@@ -236,5 +239,7 @@ void PanelWidget::deliver(Handler handler, NSView& view, const NSEvent& event,
     const auto self = shared_from_this();
     const auto content = m_window->contentView();
     const CurrentEvent current(event, location);
+    ++m_delivering;
     (view.*handler)(event);
+    --m_delivering;
 }
