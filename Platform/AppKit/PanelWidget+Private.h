@@ -66,6 +66,7 @@ private:
     const bool m_translucent;
     const int m_margin; ///< For the shadow, in points.
     QImage m_picture;   ///< Empty while it is to be drawn anew.
+    QImage m_shadowed;  ///< The same with its shadow, where it has one.
     QImage m_behind;    ///< Empty where nothing is known.
     QTimer m_look;
     double m_alpha = 1;

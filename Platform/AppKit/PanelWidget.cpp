@@ -122,8 +122,11 @@ NSView* PanelWidget::view() const { return m_window ? m_window->contentView().ge
 // --- Looks
 
 void PanelWidget::draw() {
+    const double scale = devicePixelRatioF();
     m_picture = {};
-    if (view()) m_picture = pictureOf(*view(), m_window->frame().size, devicePixelRatioF());
+    if (view()) m_picture = pictureOf(*view(), m_window->frame().size, scale);
+    m_shadowed = m_margin > 0 ? withShadow(m_picture, m_margin * scale, scale) : m_picture;
+    m_shadowed.setDevicePixelRatio(scale);
     setShapes();
 }
 
@@ -166,10 +169,8 @@ void PanelWidget::paintEvent(QPaintEvent*) {
     } else {
         painter.fillRect(rect(), Qt::black);
     }
-    QImage picture = m_margin > 0 ? withShadow(m_picture, m_margin * scale, scale) : m_picture;
-    picture.setDevicePixelRatio(scale);
     painter.setOpacity(m_alpha);
-    painter.drawImage(0, 0, picture);
+    painter.drawImage(0, 0, m_shadowed);
 }
 
 // --- Input

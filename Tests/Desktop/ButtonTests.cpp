@@ -149,18 +149,19 @@ TEST_F(Buttons, MoveAtMoreThanThreePoints) {
         int pixels; ///< Of the pointer's way.
         bool drags;
     };
-    for (const auto& [scale, pixels, drags] : {
+    for (const auto& each : {
              Case{"1", 3, false}, Case{"1", 4, true}, Case{"1.25", 3, false},
              Case{"1.25", 4, true},                   // 3.2 points
              Case{"2", 6, false}, Case{"2", 7, true}, // 3.5 points
          }) {
-        desktop.extra = {{"QT_SCALE_FACTOR", scale}};
+        desktop.extra = {{"QT_SCALE_FACTOR", each.scale}};
         ASSERT_NO_FATAL_FAILURE(start());
         const Area before = area(1);
         const Point from = middleOf(before);
-        drag(1, {{from.x - pixels, from.y}, from});
-        EXPECT_TRUE(await([&] { return agent->isCovered() != drags; })) << scale << " " << pixels;
-        EXPECT_TRUE(await([&] { return area(1) == before; })) << scale << " " << pixels;
+        drag(1, {{from.x - each.pixels, from.y}, from});
+        EXPECT_TRUE(await([&] { return agent->isCovered() != each.drags; }))
+            << each.scale << " " << each.pixels;
+        EXPECT_TRUE(await([&] { return area(1) == before; })) << each.scale << " " << each.pixels;
         if (agent->isCovered()) agent->uncover();
         agent.reset();
     }
