@@ -2,6 +2,8 @@
 
 #include "WindowServer/X11/Connection.h"
 
+#include <QCoreApplication>
+
 #include <string>
 
 namespace WindowServer {
@@ -11,6 +13,11 @@ TrayWatch::TrayWatch(Connection& connection)
       m_selection(connection.atom(
           ("_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber())).c_str())),
       m_announcement(connection.atom("MANAGER")) {}
+
+void TrayWatch::attach() {
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    look();
+}
 
 void TrayWatch::look() {
     xcb_connection_t* const xcb = m_connection.xcb();
@@ -25,18 +32,26 @@ void TrayWatch::look() {
     if (!alive) m_owner = XCB_WINDOW_NONE;
 }
 
-void TrayWatch::handle(const xcb_generic_event_t& event) {
-    const int type = event.response_type & 0x7f;
-    if (type == XCB_CLIENT_MESSAGE) {
-        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-        if (message.type != m_announcement || message.data.data32[1] != m_selection) return;
-    } else if (type == XCB_DESTROY_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
-        if (m_owner == XCB_WINDOW_NONE || notify.window != m_owner) return;
-    } else {
-        return;
-    }
+void TrayWatch::lookAgain() {
+    const xcb_window_t before = m_owner;
     look();
+    if (m_owner != before && onChanged) onChanged();
+}
+
+bool TrayWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
+    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+    if ((event.response_type & 0x7f) != XCB_CLIENT_MESSAGE) return false;
+    const auto& announcement = reinterpret_cast<const xcb_client_message_event_t&>(event);
+    if (announcement.type == m_announcement && announcement.data.data32[1] == m_selection)
+        QMetaObject::invokeMethod(
+            &m_turn, [this] { lookAgain(); }, Qt::QueuedConnection);
+    return false;
+}
+
+void TrayWatch::handle(const xcb_generic_event_t& event) {
+    if ((event.response_type & 0x7f) != XCB_DESTROY_NOTIFY || m_owner == XCB_WINDOW_NONE) return;
+    if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window != m_owner) return;
+    m_owner = XCB_WINDOW_NONE; // One that follows at once will announce itself.
     if (onChanged) onChanged();
 }
 

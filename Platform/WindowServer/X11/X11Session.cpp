@@ -66,7 +66,7 @@ void X11Session::attach() {
         if (onCompositingChanged) onCompositingChanged();
     };
     selectRootEvents();
-    m_tray.look();
+    m_tray.attach();
     watchDisplays();
     m_displays = readDisplays();
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &m_commit, [this] { leaveScreen(); });
@@ -297,7 +297,7 @@ void X11Session::watchScreen(bool watch) {
     selectRootEvents();
 }
 
-/// The root's own structure always, for trays announce themselves there; what happens among the
+/// The root's own structure always, for its size tells of new displays; what happens among the
 /// windows only while one of ours has to stay above them.
 void X11Session::selectRootEvents() {
     uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
