@@ -6,8 +6,9 @@
 #include <string>
 
 /// The file that a symbol is drawn in, whether or not there is one. Its parts, by their names:
-/// `ground` is light and lies under all of it, to keep it legible on anything; `ink` is the symbol;
-/// `gap`, where there is one, parts the ink from the `slash` across it.
+/// `ink` is the symbol; `gap`, where there is one, parts the ink from the `slash` across it.
+/// `ground` is light and lies under all of that in the symbols for a tray, whose colour nobody
+/// knows.
 QString symbolFile(const std::string& name);
 
 /// Draws the ink alone, black, and clears the gap. The painter's y axis points up.
