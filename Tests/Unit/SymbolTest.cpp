@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QIcon>
 #include <QImage>
 
 namespace {
@@ -77,4 +78,11 @@ TEST(Symbol, FillsItsSquareAndStaysWithinIt) {
         EXPECT_GT(ink.share, 0.15);
         EXPECT_LT(ink.share, 0.55);
     }
+}
+
+TEST(ApplicationIcon, IsCarriedWithin) {
+    const QImage icon = QIcon(":/Icons/com.vardek.NimbrelLite.svg").pixmap(64, 64).toImage();
+    ASSERT_FALSE(icon.isNull());
+    EXPECT_EQ(icon.pixelColor(0, 0).alpha(), 0);
+    EXPECT_EQ(icon.pixelColor(32, 32), QColor(Qt::white));
 }
