@@ -3,7 +3,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include <QString>
 
@@ -22,11 +21,8 @@ public:
     void set(const std::string& key, const std::optional<std::string>& value);
 
 private:
-    using Lines = std::vector<std::string>;
-
-    /// No lines where there is no file; nothing at all where there is one that must be left alone.
-    std::optional<Lines> read() const;
-    bool write(const Lines& lines) const;
+    /// An empty text where there is no file; nothing where there is one that must be left alone.
+    std::optional<std::string> read() const;
 
     const QString m_path;
     std::map<std::string, std::optional<std::string>> m_unwritten;

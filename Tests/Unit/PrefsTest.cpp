@@ -1,5 +1,7 @@
 #include "Prefs.h"
 
+#include "FullDisk.h"
+
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -152,6 +154,19 @@ TEST_F(PrefsTest, KeepsWhatCannotBeWrittenUntilItCan) {
     ASSERT_TRUE(QDir().rmdir(path));
     prefs.d.setBool(false, "loginAsked");
     EXPECT_EQ(text(), "[General]\nbuttonSpot.7=0, 0.5\nloginAsked=false\n");
+}
+
+TEST_F(PrefsTest, AFullDiskLosesNothing) {
+    prefs.setButtonSpot(7, 0, 0.25);
+    const auto before = text();
+    {
+        const FullDisk full;
+        prefs.setButtonSpot(7, 1, 0.75);
+    }
+    EXPECT_EQ(text(), before);
+    EXPECT_EQ(prefs.buttonSpot(7), (ButtonSpot{1, 0.75}));
+    prefs.setButtonSpot(8, 0, 0.5);
+    EXPECT_EQ(text(), "[General]\nbuttonSpot.7=1, 0.75\nbuttonSpot.8=0, 0.5\n");
 }
 
 TEST_F(PrefsTest, WaitsForNothingAndTouchesNoOtherKindOfFile) {
