@@ -1,7 +1,12 @@
 #include "Foundation/NSBundle.h"
 
+#include "Foundation/NSBundle+Private.h"
+
+#include <QCoreApplication>
 #include <QFile>
 #include <QXmlStreamReader>
+
+#include <algorithm>
 
 NSBundle& NSBundle::mainBundle() {
     static NSBundle bundle;
@@ -23,7 +28,22 @@ NSBundle::NSBundle() {
 }
 
 std::optional<std::string> NSBundle::bundleIdentifier() const {
-    const auto found = m_infoDictionary.find("CFBundleIdentifier");
+    return objectForInfoDictionaryKey("CFBundleIdentifier");
+}
+
+std::string NSBundle::bundlePath() const {
+    return bundlePathOf(QCoreApplication::applicationFilePath().toStdString(),
+                        objectForInfoDictionaryKey("CFBundleName").value_or(""));
+}
+
+std::optional<std::string> NSBundle::objectForInfoDictionaryKey(const std::string& key) const {
+    const auto found = m_infoDictionary.find(key);
     if (found == m_infoDictionary.end()) return std::nullopt;
     return found->second;
+}
+
+std::string bundlePathOf(const std::string& executable, const std::string& name) {
+    for (const char* const prefix : {"/usr/", "/opt/"})
+        if (executable.starts_with(prefix)) return "/Applications/" + name + ".app";
+    return executable.substr(0, std::max<size_t>(executable.rfind('/'), 1));
 }

@@ -14,6 +14,13 @@ public:
     /// Empty in an executable without a property list.
     std::optional<std::string> bundleIdentifier() const;
 
+    /// "/Applications/" and the bundle's name where the program is installed for everyone; else the
+    /// folder that the executable is in.
+    std::string bundlePath() const;
+
+    /// Empty where the property list has no text under the key.
+    std::optional<std::string> objectForInfoDictionaryKey(const std::string& key) const;
+
 private:
     NSBundle();
 

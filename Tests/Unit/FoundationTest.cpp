@@ -1,6 +1,10 @@
 #include "Foundation/Foundation.h"
 
+#include "Foundation/NSBundle+Private.h"
+
 #include <gmock/gmock.h>
+
+#include <filesystem>
 
 using testing::ElementsAre;
 
@@ -69,4 +73,37 @@ TEST(SEL, ReachesOnlyObjectsThatHaveTheMethod) {
 
 TEST(NSBundle, KnowsItsIdentifier) {
     EXPECT_EQ(NSBundle::mainBundle().bundleIdentifier(), "com.vardek.NimbrelLite");
+}
+
+TEST(NSBundle, IsAmongTheApplicationsWhereItIsInstalledForEveryone) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"/usr/bin/program", "/Applications/A Name.app"},
+        {"/usr/local/bin/program", "/Applications/A Name.app"},
+        {"/opt/folder/bin/program", "/Applications/A Name.app"},
+        {"/home/someone/.local/bin/program", "/home/someone/.local/bin"},
+        {"/home/someone/usr/bin/program", "/home/someone/usr/bin"},
+        {"/home/someone/Applications/program", "/home/someone/Applications"},
+        {"/media/disk/A Name.app/program", "/media/disk/A Name.app"},
+        {"/optional/program", "/optional"},
+        {"/usr2/bin/program", "/usr2/bin"},
+        {"/program", "/"},
+    };
+    for (const auto& [executable, path] : cases)
+        EXPECT_EQ(bundlePathOf(executable, "A Name"), path) << executable;
+}
+
+TEST(NSBundle, ReadsItsPropertyList) {
+    const auto& bundle = NSBundle::mainBundle();
+    EXPECT_EQ(bundle.objectForInfoDictionaryKey("CFBundleName"), "Nimbrel Lite");
+    EXPECT_EQ(bundle.objectForInfoDictionaryKey("LSUIElement"), std::nullopt);
+    const auto executable = std::filesystem::read_symlink("/proc/self/exe").string();
+    EXPECT_EQ(bundle.bundlePath(), bundlePathOf(executable, "Nimbrel Lite"));
+}
+
+TEST(NSLog, WritesOneLine) {
+    const NSError error("Domain", 7, "No room");
+    testing::internal::CaptureStderr();
+    NSLog("50%s: " + error.description());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "50%s: Error Domain=Domain Code=7 \"No room\"\n");
 }

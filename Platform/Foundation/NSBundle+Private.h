@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+
+/// Where a bundle of the name is, for an executable at an absolute path. An installed one, under
+/// /usr, /usr/local or /opt, is in the folder of applications. Any other, such as one in a build
+/// tree or in someone's home, is the folder that the executable is in.
+std::string bundlePathOf(const std::string& executable, const std::string& name);

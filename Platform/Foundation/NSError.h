@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Foundation/NSObjCRuntime.h"
+#include "Foundation/NSObject.h"
+
+#include <string>
+
+using NSErrorDomain = std::string;
+
+/// Why something that was asked for was not done.
+class NSError : public NSObject {
+public:
+    NSError(NSErrorDomain domain, NSInteger code, std::string localizedDescription);
+
+    const NSErrorDomain& domain() const { return m_domain; }
+    NSInteger code() const { return m_code; }
+
+    /// A sentence for people.
+    const std::string& localizedDescription() const { return m_localizedDescription; }
+
+    /// The whole error on one line, for logs.
+    std::string description() const;
+
+private:
+    const NSErrorDomain m_domain;
+    const NSInteger m_code;
+    const std::string m_localizedDescription;
+};
