@@ -1,5 +1,6 @@
 // The platform's numbers, as they are known to every program written for it.
 #include "AppKit/AppKit.h"
+#include "ServiceManagement/ServiceManagement.h"
 
 static_assert(NSApplicationActivationPolicyAccessory == 1);
 static_assert(NSApplicationActivationPolicyRegular == 0);
@@ -40,3 +41,8 @@ static_assert(NSWindowCollectionBehaviorIgnoresCycle == 64);
 static_assert(NSWindowCollectionBehaviorStationary == 16);
 static_assert(NSWindowStyleMaskBorderless == 0);
 static_assert(NSWindowStyleMaskNonactivatingPanel == 0x80);
+static_assert(SMAppServiceStatusEnabled == 1);
+static_assert(SMAppServiceStatusNotFound == 3);
+static_assert(SMAppServiceStatusNotRegistered == 0);
+static_assert(SMAppServiceStatusRequiresApproval == 2);
+static_assert(kSMErrorInternalFailure == 2);
