@@ -20,6 +20,7 @@
 #include "AppKit/NSStatusItem.h"
 #include "AppKit/NSTrackingArea.h"
 #include "AppKit/NSView.h"
+#include "AppKit/NSViewController.h"
 #include "AppKit/NSVisualEffectView.h"
 #include "AppKit/NSWindow.h"
 #include "AppKit/NSWorkspace.h"

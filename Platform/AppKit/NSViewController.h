@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Foundation/NSGeometry.h"
+#include "Foundation/NSObject.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+class ViewContent;
+
+/// Makes what a window shows, and keeps what is to be said of it.
+class NSViewController : public NSObject {
+public:
+    const std::string& title() const { return m_title; }
+    void setTitle(const std::string& title);
+
+    /// In points. 0 by 0 leaves it to what is shown.
+    const NSSize& preferredContentSize() const { return m_preferredContentSize; }
+    void setPreferredContentSize(const NSSize& size) { m_preferredContentSize = size; }
+
+    /// Called once, when a window with the controller first comes on the screen.
+    virtual std::unique_ptr<ViewContent> loadView() = 0;
+
+    /// For whoever shows the title. A block that is set replaces the one before.
+    void onTitleChange(std::function<void()> block) { m_titleChanged = std::move(block); }
+
+private:
+    std::string m_title;
+    NSSize m_preferredContentSize;
+    std::function<void()> m_titleChanged;
+};

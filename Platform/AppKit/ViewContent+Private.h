@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QWidget>
+
+/// What a view controller shows: a widget for the inside of a window, which makes itself as large
+/// as its size hint says unless the window is told another size. It hears by its show event that it
+/// comes on the screen.
+class ViewContent : public QWidget {
+public:
+    using QWidget::QWidget;
+};
