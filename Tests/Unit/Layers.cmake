@@ -1,8 +1,8 @@
 # The program, and the platform's headers that it sees, name neither the toolkit nor the X server.
 file(GLOB program ${ROOT}/Sources/*.h ${ROOT}/Sources/*.cpp)
 file(GLOB headers ${ROOT}/Platform/CoreGraphics/*.h ${ROOT}/Platform/Foundation/*.h
-     ${ROOT}/Platform/AppKit/*.h ${ROOT}/Platform/Carbon/*.h
-     ${ROOT}/Platform/ServiceManagement/*.h)
+     ${ROOT}/Platform/AppKit/*.h ${ROOT}/Platform/Carbon/*.h ${ROOT}/Platform/Combine/*.h
+     ${ROOT}/Platform/ServiceManagement/*.h ${ROOT}/Platform/SwiftUI/*.h)
 list(FILTER headers EXCLUDE REGEX "[+]Private[.]h$")
 list(LENGTH program count)
 if(count EQUAL 0)

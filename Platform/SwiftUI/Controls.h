@@ -1,0 +1,23 @@
+#pragma once
+
+#include "SwiftUI/Binding.h"
+#include "SwiftUI/View.h"
+
+#include <functional>
+#include <string>
+
+struct Button : View {
+    struct Options {
+        std::function<void()> action;
+        View label;
+    };
+    explicit Button(const Options& options);
+    Button(const std::string& title, std::function<void()> action);
+};
+
+struct Toggle : View {
+    struct Options {
+        Binding<bool> isOn;
+    };
+    Toggle(const std::string& title, const Options& options);
+};
