@@ -4,10 +4,13 @@
 #include "AppKit/PanelWindow+Private.h"
 #include "AppKit/PopupOrder+Private.h"
 #include "AppKit/QuitSignals+Private.h"
+#include "AppKit/ReopenRequests+Private.h"
 #include "WindowServer/Session.h"
 
 #include <QApplication>
+#include <QWindow>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -81,6 +84,7 @@ NSApplication::NSApplication() {
     Session::current().onCompositingChanged = [] { PanelWindow::compositingChanged(); };
     watchQuitSignals([this] { terminate(nullptr); });
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
+    answerReopenRequests([this] { reopen(); });
 }
 
 void NSApplication::run() {
@@ -88,6 +92,13 @@ void NSApplication::run() {
         delegate->applicationDidFinishLaunching(
             NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
     QApplication::exec();
+}
+
+void NSApplication::reopen() {
+    const auto windows = QGuiApplication::topLevelWindows();
+    const bool hasVisibleWindows = std::ranges::any_of(windows, &QWindow::isVisible);
+    if (const auto delegate = m_delegate.lock())
+        delegate->applicationShouldHandleReopen(*this, hasVisibleWindows);
 }
 
 void NSApplication::terminate(const id&) {

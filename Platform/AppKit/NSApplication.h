@@ -19,11 +19,18 @@ enum NSApplicationActivationPolicy : NSInteger {
     NSApplicationActivationPolicyAccessory = 1,
 };
 
+class NSApplication;
+
 class NSApplicationDelegate {
 public:
     virtual ~NSApplicationDelegate() = default;
     /// The first call, before any event.
     virtual void applicationDidFinishLaunching(const NSNotification&) {}
+    /// The user opened the application again while it runs. The answer is whether the platform
+    /// should do more about it, of which there is nothing here.
+    virtual bool applicationShouldHandleReopen(NSApplication&, bool /*hasVisibleWindows*/) {
+        return true;
+    }
 };
 
 class NSApplication : public NSObject {
@@ -54,6 +61,7 @@ private:
     friend class CurrentEvent;
 
     NSApplication();
+    void reopen();
 
     std::weak_ptr<NSApplicationDelegate> m_delegate;
     NSApplicationActivationPolicy m_activationPolicy = NSApplicationActivationPolicyRegular;

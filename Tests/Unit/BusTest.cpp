@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
@@ -74,6 +75,31 @@ private:
 
 OtherInstance* older = nullptr;
 
+/// A request that any desktop makes of the application that has the name on the bus.
+QDBusPendingCall ask(const char* method, const QVariantList& arguments = {QVariantMap()}) {
+    auto request = QDBusMessage::createMethodCall(identifier, "/com/vardek/NimbrelLite",
+                                                  "org.freedesktop.Application", method);
+    request.setArguments(arguments);
+    return older->connection.asyncCall(request);
+}
+
+/// The bus starts the program for this one and keeps it until the program has its name.
+std::optional<QDBusPendingCall> launch;
+
+struct ReopenCounter : NSApplicationDelegate {
+    bool applicationShouldHandleReopen(NSApplication& application, bool) override {
+        EXPECT_EQ(&application, NSApp);
+        ++count;
+        return false;
+    }
+    int count = 0;
+};
+
+QDBusError answered(QDBusPendingCall call) {
+    runUntil([&] { return call.isFinished(); });
+    return call.error();
+}
+
 /// The desktop's settings, in the first version of their interface.
 class Portal {
 public:
@@ -107,6 +133,37 @@ private:
 };
 
 } // namespace
+
+TEST(NSApplication, IsReopenedByRequestsThatFindItRunning) {
+    const auto delegate = std::make_shared<ReopenCounter>();
+    NSApp->setDelegate(delegate);
+    EXPECT_FALSE(answered(*launch).isValid()) << answered(*launch).message().toStdString();
+    EXPECT_EQ(delegate->count, 0);
+    for (int asked = 1; asked <= 3; ++asked) {
+        EXPECT_FALSE(answered(ask("Activate")).isValid());
+        EXPECT_EQ(delegate->count, asked);
+    }
+    const QVariantMap data;
+    EXPECT_EQ(answered(ask("ActivateAction", {"blur", QVariantList(), data})).type(),
+              QDBusError::InvalidArgs);
+    EXPECT_EQ(answered(ask("Open", {QStringList{"file:///a"}, data})).type(),
+              QDBusError::NotSupported);
+    EXPECT_EQ(delegate->count, 3);
+}
+
+TEST(NSApplication, LeavesReopeningToANewerInstanceWhileThatRuns) {
+    const auto delegate = std::make_shared<ReopenCounter>();
+    NSApp->setDelegate(delegate);
+    {
+        OtherInstance newer("taking over");
+        newer.connection.interface()->registerService(
+            identifier, QDBusConnectionInterface::ReplaceExistingService);
+        ask("Activate").waitForFinished();
+        QDBusConnection::disconnectFromBus("taking over");
+    }
+    EXPECT_FALSE(answered(ask("Activate")).isValid());
+    EXPECT_EQ(delegate->count, 1);
+}
 
 TEST(NSRunningApplication, FindsTheInstancesOldestFirst) {
     OtherInstance newer("newer");
@@ -196,6 +253,8 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     OtherInstance first("older");
     older = &first;
+    launch = ask("Activate");
+    older->connection.interface()->registeredServiceNames(); // Now the bus has read the request.
     NSApplication::sharedApplication();
     return RUN_ALL_TESTS();
 }
