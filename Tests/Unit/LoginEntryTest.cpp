@@ -16,6 +16,7 @@
 #include <csignal>
 #include <cstdlib>
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -289,6 +290,8 @@ TEST_F(LoginEntryTest, AnEndInTheMiddleLeavesAWholeEntry) {
     std::srand(1);
     for (int i = 0; i < 30; ++i) {
         const pid_t writer = fork();
+        ASSERT_GE(writer, 0);
+        if (writer == 0) prctl(PR_SET_PDEATHSIG, SIGKILL);
         while (writer == 0) {
             registered(other);
             registered(entry);

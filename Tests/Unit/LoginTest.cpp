@@ -1,0 +1,152 @@
+#include "LoginItem.h"
+#include "LoginSwitch.h"
+#include "ServiceManagement/SMAppService+Private.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <utility>
+
+namespace {
+
+/// Keeps what it is asked for, or refuses.
+struct Service : SMAppService {
+    SMAppServiceStatus status() const override { return now; }
+    bool registerAndReturnError(std::shared_ptr<NSError>& error) override {
+        calls += "register ";
+        return change(afterRegister, error);
+    }
+    bool unregisterAndReturnError(std::shared_ptr<NSError>& error) override {
+        calls += "unregister ";
+        return change(SMAppServiceStatusNotRegistered, error);
+    }
+
+    bool change(SMAppServiceStatus wanted, std::shared_ptr<NSError>& error) {
+        if (refuses)
+            error = std::make_shared<NSError>("Here", 7, "Not today");
+        else
+            now = wanted;
+        return !refuses;
+    }
+
+    /// What was asked since the last time.
+    std::string taken() { return std::exchange(calls, ""); }
+
+    SMAppServiceStatus now = SMAppServiceStatusNotRegistered;
+    SMAppServiceStatus afterRegister = SMAppServiceStatusEnabled;
+    bool refuses = false;
+    std::string calls;
+};
+
+struct LoginTest : testing::Test {
+    void SetUp() override { installMainAppService(service); }
+    void TearDown() override { installMainAppService(nullptr); }
+
+    /// What the action writes to the log.
+    static std::string log(const std::function<void()>& action) {
+        testing::internal::CaptureStderr();
+        action();
+        return testing::internal::GetCapturedStderr();
+    }
+
+    const std::shared_ptr<Service> service = std::make_shared<Service>();
+};
+
+const char* const line = "Nimbrel Lite: login item not changed: "
+                         "Error Domain=Here Code=7 \"Not today\"\n";
+
+} // namespace
+
+TEST_F(LoginTest, SetAsksOnceAndLogsAFailureAlone) {
+    for (const bool refuses : {false, true})
+        for (const bool on : {true, false}) {
+            service->refuses = refuses;
+            EXPECT_EQ(log([&] { LoginItem::set(on); }), refuses ? line : "");
+            EXPECT_EQ(service->taken(), on ? "register " : "unregister ");
+        }
+}
+
+TEST_F(LoginTest, OnlyTheStatusEnabledReadsAsOn) {
+    for (const int status : {0, 1, 2, 3}) {
+        service->now = SMAppServiceStatus(status);
+        EXPECT_EQ(LoginSwitch().on, status == 1);
+        for (const bool wasOn : {false, true}) {
+            service->now = SMAppServiceStatus(wasOn);
+            LoginSwitch login;
+            service->now = SMAppServiceStatus(status);
+            const bool isOn = status == 1;
+            login.refresh();
+            EXPECT_EQ(login.on, isOn);
+            EXPECT_EQ(service->taken(), isOn == wasOn ? "" : isOn ? "register " : "unregister ");
+        }
+    }
+}
+
+TEST_F(LoginTest, AWriteAsksTheSystemWhereItChangesSomething) {
+    LoginSwitch login;
+    const struct {
+        bool on;
+        const char* calls;
+    } writes[] = {{false, ""}, {true, "register "}, {true, ""}, {false, "unregister "}};
+    for (const auto& [on, calls] : writes) {
+        login.on = on;
+        EXPECT_EQ(service->taken(), calls);
+        login.refresh();
+        EXPECT_EQ(login.on, on);
+        EXPECT_EQ(service->taken(), "");
+    }
+}
+
+TEST_F(LoginTest, ObserversHearOfAChangeBeforeItAndTheSystemAfterIt) {
+    LoginSwitch login;
+    std::string heard;
+    const auto subscription =
+        login.objectWillChange.sink([&] { heard += (login.on ? "on " : "off ") + service->calls; });
+    login.on = true;
+    EXPECT_EQ(heard, "off ");
+    EXPECT_EQ(service->taken(), "register ");
+    service->now = SMAppServiceStatusRequiresApproval;
+    login.refresh();
+    EXPECT_EQ(heard, "off on ");
+}
+
+TEST_F(LoginTest, ARefusedChangeStaysUntilTheNextRefresh) {
+    LoginSwitch login;
+    service->refuses = true;
+    EXPECT_EQ(log([&] { login.on = true; }), line);
+    EXPECT_TRUE(login.on);
+    EXPECT_EQ(service->taken(), "register ");
+    EXPECT_EQ(log([&] { login.refresh(); }), line);
+    EXPECT_FALSE(login.on);
+    EXPECT_EQ(service->taken(), "unregister ");
+}
+
+TEST_F(LoginTest, AnItemThatAwaitsApprovalStaysOnUntilTheNextRefresh) {
+    service->now = service->afterRegister = SMAppServiceStatusRequiresApproval;
+    LoginSwitch login;
+    login.on = true;
+    EXPECT_EQ(service->taken(), "register ");
+    EXPECT_TRUE(login.on);
+    login.refresh();
+    EXPECT_FALSE(login.on);
+    EXPECT_EQ(service->taken(), "unregister ");
+}
+
+TEST(SMAppService, IsTheRunningProgramInTheUsersFolder) {
+    auto& service = SMAppService::mainAppService();
+    EXPECT_EQ(service.status(), SMAppServiceStatusNotRegistered);
+    LoginItem::set(true);
+    EXPECT_EQ(service.status(), SMAppServiceStatusEnabled);
+    const auto folder = std::filesystem::path(std::getenv("XDG_CONFIG_HOME")) / "autostart";
+    std::ifstream entry(folder / "com.vardek.NimbrelLite.desktop");
+    const std::string text(std::istreambuf_iterator<char>(entry), {});
+    const auto program = std::filesystem::read_symlink("/proc/self/exe").string();
+    EXPECT_NE(text.find("\nName=Nimbrel Lite\n"), text.npos);
+    EXPECT_NE(text.find("\nTryExec=" + program + "\n"), text.npos);
+    LoginItem::set(false);
+    EXPECT_EQ(service.status(), SMAppServiceStatusNotRegistered);
+    EXPECT_TRUE(std::filesystem::is_empty(folder));
+}
