@@ -1,3 +1,6 @@
+#include "AppKit/AboutController+Private.h"
+#include "AppKit/ContentWindow+Private.h"
+#include "AppKit/NSAlert.h"
 #include "AppKit/NSApplication+Private.h"
 #include "AppKit/NSRunningApplication.h"
 #include "AppKit/PanelAccessible+Private.h"
@@ -5,9 +8,11 @@
 #include "AppKit/PopupOrder+Private.h"
 #include "AppKit/QuitSignals+Private.h"
 #include "AppKit/ReopenRequests+Private.h"
+#include "Foundation/NSBundle.h"
 #include "WindowServer/Session.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QWindow>
 
 #include <algorithm>
@@ -81,7 +86,10 @@ NSApplication::NSApplication() {
         NSNotificationCenter::defaultCenter().postNotificationName(
             NSApplicationDidChangeScreenParametersNotification, nullptr);
     };
-    Session::current().onCompositingChanged = [] { PanelWindow::compositingChanged(); };
+    Session::current().onCompositingChanged = [] {
+        PanelWindow::compositingChanged();
+        ContentWindow::compositingChanged();
+    };
     watchQuitSignals([this] { terminate(nullptr); });
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
     answerReopenRequests([this] { reopen(); });
@@ -105,6 +113,47 @@ void NSApplication::terminate(const id&) {
     // Queued, so that a request that comes before the loop runs is not lost.
     QMetaObject::invokeMethod(
         qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+}
+
+void NSApplication::activateIgnoringOtherApps(bool flag) {
+    if (flag) ContentWindow::activate();
+}
+
+NSInteger NSApplication::runModalForWindow(NSWindow& window) {
+    NSInteger result = NSModalResponseAbort;
+    QEventLoop loop;
+    const auto outer = std::exchange(m_stopModal, [&](NSInteger code) {
+        result = code;
+        loop.quit();
+    });
+    dynamic_cast<ContentWindow&>(*window.m_native).setModal(true);
+    if (!window.isVisible()) window.center();
+    window.makeKeyAndOrderFront(nullptr);
+    loop.exec();
+    window.orderOut(nullptr);
+    m_stopModal = outer;
+    return result;
+}
+
+void NSApplication::stopModalWithCode(NSInteger code) {
+    if (m_stopModal) m_stopModal(code);
+}
+
+void NSApplication::orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options) {
+    if (!m_aboutPanel) {
+        m_about = std::make_shared<AboutController>();
+        m_about->setTitle(
+            "About " +
+            NSBundle::mainBundle().objectForInfoDictionaryKey("CFBundleName").value_or(""));
+        m_aboutPanel = NSWindow::windowWithContentViewController(m_about);
+        m_aboutPanel->setStyleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
+    }
+    const auto credits = options.find(NSAboutPanelOptionCredits);
+    m_about->setCredits(credits == options.end()
+                            ? nullptr
+                            : std::any_cast<std::shared_ptr<NSAttributedString>>(credits->second));
+    if (!m_aboutPanel->isVisible()) m_aboutPanel->center();
+    m_aboutPanel->makeKeyAndOrderFront(nullptr);
 }
 
 namespace {

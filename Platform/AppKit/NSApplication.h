@@ -5,8 +5,12 @@
 #include "Foundation/NSObjCRuntime.h"
 #include "Foundation/NSObject.h"
 
+#include <any>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
+#include <string>
 
 /// Posted when the set of screens or a screen's geometry has changed.
 inline const NSNotificationName NSApplicationDidChangeScreenParametersNotification =
@@ -19,7 +23,12 @@ enum NSApplicationActivationPolicy : NSInteger {
     NSApplicationActivationPolicyAccessory = 1,
 };
 
+/// Credits, an NSAttributedString.
+inline const std::string NSAboutPanelOptionCredits = "Credits";
+
+class AboutController;
 class NSApplication;
+class NSWindow;
 
 class NSApplicationDelegate {
 public:
@@ -54,6 +63,20 @@ public:
     /// Makes `run` return as soon as the event at hand is done. Before `run`, it is remembered.
     void terminate(const id& sender);
 
+    /// The windows of the program's that are open take the keyboard from other programs, the
+    /// frontmost of them. A program without one has nothing that could.
+    void activateIgnoringOtherApps(bool flag);
+
+    /// Shows the window and handles events, none of them for another window of the program's, until
+    /// `stopModalWithCode`, whose code it returns. NSModalResponseAbort where the application ends
+    /// before.
+    NSInteger runModalForWindow(NSWindow& window);
+    void stopModalWithCode(NSInteger code);
+
+    using AboutPanelOptions = std::map<std::string, std::any>;
+    /// Shows what the bundle says of the program, and the credits of the options.
+    void orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options);
+
     /// The event that is being handled.
     const std::optional<NSEvent>& currentEvent() const { return m_currentEvent; }
 
@@ -66,6 +89,9 @@ private:
     std::weak_ptr<NSApplicationDelegate> m_delegate;
     NSApplicationActivationPolicy m_activationPolicy = NSApplicationActivationPolicyRegular;
     std::optional<NSEvent> m_currentEvent;
+    std::function<void(NSInteger)> m_stopModal; ///< Ends the innermost modal loop.
+    std::shared_ptr<AboutController> m_about;
+    std::shared_ptr<NSWindow> m_aboutPanel;
 };
 
 /// The shared application, once it has been made.

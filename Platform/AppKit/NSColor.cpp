@@ -2,6 +2,9 @@
 
 #include "AppKit/NSGraphicsContext+Private.h"
 
+#include <QGuiApplication>
+#include <QPalette>
+
 namespace {
 
 QColor colorFrom(const CGColor& color) {
@@ -9,14 +12,24 @@ QColor colorFrom(const CGColor& color) {
                             static_cast<float>(color.blue), static_cast<float>(color.alpha));
 }
 
+// Contrasts of 5.9 to 1 and 7.6 to 1 with the windows' own light and dark.
+constexpr ::CGColor darkSecondary = {0, 0, 0, 0.6};
+constexpr ::CGColor lightSecondary = {1, 1, 1, 0.6};
+
 } // namespace
 
+::CGColor NSColor::CGColor() const {
+    if (!m_secondaryLabel) return m_color;
+    const bool isDark = QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
+    return isDark ? lightSecondary : darkSecondary;
+}
+
 void NSColor::setFill() const {
-    if (auto* context = NSGraphicsContext::currentContext()) context->fill = colorFrom(m_color);
+    if (auto* context = NSGraphicsContext::currentContext()) context->fill = colorFrom(CGColor());
 }
 
 void NSColor::setStroke() const {
-    if (auto* context = NSGraphicsContext::currentContext()) context->stroke = colorFrom(m_color);
+    if (auto* context = NSGraphicsContext::currentContext()) context->stroke = colorFrom(CGColor());
 }
 
 void NSColor::set() const {

@@ -14,11 +14,17 @@ public:
         return NSColor({red, green, blue, alpha});
     }
 
+    /// Text of the second rank: dark in light windows, light in dark ones.
+    static NSColor secondaryLabelColor() { return NSColor({}, true); }
+
     NSColor colorWithAlphaComponent(double alpha) const {
         return NSColor({m_color.red, m_color.green, m_color.blue, alpha});
     }
 
-    ::CGColor CGColor() const { return m_color; }
+    /// As it is in the windows at this moment.
+    ::CGColor CGColor() const;
+
+    bool operator==(const NSColor&) const = default;
 
     // What the drawing after it is done with, until the view has been drawn.
     void setFill() const;
@@ -26,7 +32,9 @@ public:
     void set() const; ///< Both.
 
 private:
-    explicit NSColor(const ::CGColor& color) : m_color(color) {}
+    explicit NSColor(const ::CGColor& color, bool secondaryLabel = false)
+        : m_color(color), m_secondaryLabel(secondaryLabel) {}
 
     ::CGColor m_color;
+    bool m_secondaryLabel; ///< Whatever the components.
 };

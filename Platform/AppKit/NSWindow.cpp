@@ -1,18 +1,56 @@
 #include "AppKit/NSWindow.h"
 
 #include "AppKit/Animation+Private.h"
-#include "AppKit/NativeWindow+Private.h"
+#include "AppKit/ContentWindow+Private.h"
+#include "AppKit/NSEvent.h"
+#include "AppKit/NSScreen.h"
+#include "AppKit/NSViewController.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
+namespace {
+
+/// The screen that holds the point, else the main one. Null without any screen.
+std::shared_ptr<NSScreen> screenAt(const NSPoint& point) {
+    const auto screens = NSScreen::screens();
+    const auto holder = std::ranges::find_if(screens, [&](const auto& screen) {
+        const NSRect& frame = screen->frame();
+        return point.x >= frame.origin.x && point.x < frame.origin.x + frame.size.width &&
+               point.y >= frame.origin.y && point.y < frame.origin.y + frame.size.height;
+    });
+    if (holder != screens.end()) return *holder;
+    return screens.empty() ? nullptr : screens.front();
+}
+
+} // namespace
+
 NSWindow::NSWindow(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType, bool)
-    : m_native(NativeWindow::make(*this, styleMask)), m_frame(contentRect) {
+    : m_native(NativeWindow::make(*this, styleMask)), m_styleMask(styleMask), m_frame(contentRect) {
     m_native->setFrame(m_frame);
     m_native->setAlpha(m_alphaValue);
 }
 
-NSWindow::~NSWindow() { setContentView(nullptr); }
+NSWindow::NSWindow(std::shared_ptr<NSViewController> controller)
+    : m_contentViewController(std::move(controller)),
+      m_native(std::make_unique<ContentWindow>(*this)),
+      m_styleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
+                  NSWindowStyleMaskMiniaturizable | NSWindowStyleMaskResizable),
+      m_title(m_contentViewController->title()),
+      m_frame{{}, m_contentViewController->preferredContentSize()} {
+    m_contentViewController->onTitleChange([this] { setTitle(m_contentViewController->title()); });
+}
+
+NSWindow::~NSWindow() {
+    setContentView(nullptr);
+    if (m_contentViewController) m_contentViewController->onTitleChange(nullptr);
+}
+
+std::shared_ptr<NSWindow>
+NSWindow::windowWithContentViewController(std::shared_ptr<NSViewController> controller) {
+    return std::shared_ptr<NSWindow>(new NSWindow(std::move(controller)));
+}
 
 NSInteger NSWindow::windowNumber() const { return m_native->number(); }
 
@@ -29,11 +67,35 @@ void NSWindow::setFrame(const NSRect& frame, bool) {
 
 void NSWindow::setFrameOrigin(const NSPoint& origin) { setFrame({origin, m_frame.size}, false); }
 
+void NSWindow::setContentSize(const NSSize& size) {
+    const double top = m_frame.origin.y + m_frame.size.height;
+    const bool wasCentered = m_isCentered;
+    setFrame({{m_frame.origin.x, top - size.height}, size}, true);
+    if (wasCentered) center();
+}
+
+void NSWindow::center() {
+    constexpr double above = 2.0 / 5; // of the height that is left
+    const auto screen = screenAt(NSEvent::mouseLocation());
+    if (!screen) return;
+    const NSRect& room = screen->visibleFrame();
+    const double left = room.size.width - m_frame.size.width;
+    const double under = (room.size.height - m_frame.size.height) * (1 - above);
+    setFrameOrigin({std::round(room.origin.x + left / 2), std::round(room.origin.y + under)});
+    m_isCentered = true;
+}
+
 void NSWindow::moveTo(const NSRect& frame) {
+    m_isCentered = false;
     if (CGRectEqualToRect(m_frame, frame)) return;
     m_frame = frame;
     m_native->setFrame(frame);
     if (m_contentView) m_contentView->setFrame({{}, frame.size});
+}
+
+void NSWindow::movedByUser(const NSPoint& origin) {
+    m_isCentered = false;
+    m_frame.origin = origin;
 }
 
 void NSWindow::setLevel(NSInteger level) {
@@ -103,6 +165,17 @@ void NSWindow::setViewsNeedDisplay(bool needDisplay) {
 
 void NSWindow::viewTextsChanged() { m_native->describeViews(); }
 
-void NSWindow::orderFrontRegardless() { m_native->orderFront(); }
+void NSWindow::orderFrontRegardless() {
+    m_visible = true;
+    m_native->orderFront();
+}
 
-void NSWindow::orderOut(const id&) { m_native->orderOut(); }
+void NSWindow::makeKeyAndOrderFront(const id&) {
+    orderFrontRegardless();
+    m_native->makeKey();
+}
+
+void NSWindow::orderOut(const id&) {
+    m_visible = false;
+    m_native->orderOut();
+}

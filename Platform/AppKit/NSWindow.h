@@ -10,10 +10,15 @@
 #include <string>
 
 class Animation;
+class NSViewController;
 class NativeWindow;
 
 enum NSWindowStyleMask : NSUInteger {
     NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskTitled = 1 << 0,
+    NSWindowStyleMaskClosable = 1 << 1,
+    NSWindowStyleMaskMiniaturizable = 1 << 2,
+    NSWindowStyleMaskResizable = 1 << 3,
     NSWindowStyleMaskNonactivatingPanel = 1 << 7,
 };
 
@@ -21,6 +26,7 @@ enum NSBackingStoreType : NSUInteger { NSBackingStoreBuffered = 2 };
 
 enum NSWindowCollectionBehavior : NSUInteger {
     NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
+    NSWindowCollectionBehaviorMoveToActiveSpace = 1 << 1,
     NSWindowCollectionBehaviorStationary = 1 << 4,
     NSWindowCollectionBehaviorIgnoresCycle = 1 << 6,
     NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8,
@@ -35,9 +41,11 @@ inline constexpr NSInteger NSNormalWindowLevel = 0;
 inline constexpr NSInteger NSFloatingWindowLevel = 3;
 inline constexpr NSInteger NSScreenSaverWindowLevel = 1000;
 
-/// A window without a frame. A borderless one lays what its views show over each other into one
-/// colour, above the blurred picture of a visible effect view; a panel is drawn by its content
-/// view.
+/// A window. A borderless one lays what its views show over each other into one colour, above the
+/// blurred picture of a visible effect view; a panel is drawn by its content view. One that shows
+/// what a view controller makes has a title bar, and is left to the window manager below level
+/// 1000. From there on it stands above the other programs' windows, with a frame of its own, and
+/// takes the keyboard itself.
 class NSWindow : public NSObject {
 public:
     /// The style chooses what stands on the screen for the window, which is made whenever that
@@ -45,6 +53,18 @@ public:
     NSWindow(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType backing,
              bool defer);
     ~NSWindow() override;
+
+    /// As large as the controller prefers, with all that a title bar can have, and the controller's
+    /// title, which it follows.
+    static std::shared_ptr<NSWindow>
+    windowWithContentViewController(std::shared_ptr<NSViewController> controller);
+    const std::shared_ptr<NSViewController>& contentViewController() const {
+        return m_contentViewController;
+    }
+
+    NSUInteger styleMask() const { return m_styleMask; }
+    /// Of a window with a title bar, before it is first shown: what stands in the bar.
+    void setStyleMask(NSUInteger styleMask) { m_styleMask = styleMask; }
 
     virtual bool canBecomeKeyWindow() const { return false; }
     virtual bool canBecomeMainWindow() const { return false; }
@@ -55,9 +75,14 @@ public:
     const std::string& title() const { return m_title; }
     void setTitle(const std::string& title);
 
+    /// Without the title bar.
     NSRect frame() const { return m_frame; }
     void setFrame(const NSRect& frame, bool display);
     void setFrameOrigin(const NSPoint& origin);
+    /// The upper left corner stays where it is.
+    void setContentSize(const NSSize& size);
+    /// In the middle of the screen where the pointer is, and a little above.
+    void center();
 
     NSInteger level() const { return m_level; }
     void setLevel(NSInteger level);
@@ -95,8 +120,19 @@ public:
     /// Called by the views as what they say of themselves changes.
     void viewTextsChanged();
 
+    bool isVisible() const { return m_visible; }
     void orderFrontRegardless();
+    /// In front, and with the keyboard.
+    void makeKeyAndOrderFront(const id& sender);
     void orderOut(const id& sender);
+    void close() { orderOut(nullptr); }
+
+    /// Whether the window leaves the screen while another program is the active one.
+    bool hidesOnDeactivate() const { return m_hidesOnDeactivate; }
+    void setHidesOnDeactivate(bool hides) { m_hidesOnDeactivate = hides; }
+
+    /// Called by what stands on the screen for the window when the user has moved it.
+    void movedByUser(const NSPoint& origin);
 
     // What the window server grants every window of this kind anyway; kept for those who ask.
     bool isOpaque() const { return m_opaque; }
@@ -109,16 +145,28 @@ public:
     void setReleasedWhenClosed(bool released) { m_releasedWhenClosed = released; }
     NSUInteger collectionBehavior() const { return m_collectionBehavior; }
     void setCollectionBehavior(NSUInteger behavior) { m_collectionBehavior = behavior; }
+    bool isRestorable() const { return m_restorable; }
+    void setRestorable(bool restorable) { m_restorable = restorable; }
     NSWindowAnimationBehavior animationBehavior() const { return m_animationBehavior; }
     void setAnimationBehavior(NSWindowAnimationBehavior behavior) {
         m_animationBehavior = behavior;
     }
 
 private:
+    friend class NSApplication;
+
+    explicit NSWindow(std::shared_ptr<NSViewController> controller);
+
     void moveTo(const NSRect& frame);
     void fadeTo(double alpha);
 
+    const std::shared_ptr<NSViewController> m_contentViewController;
     const std::unique_ptr<NativeWindow> m_native;
+    NSUInteger m_styleMask;
+    bool m_visible = false;
+    bool m_isCentered = false; ///< And not moved since: it stays so when its size becomes known.
+    bool m_hidesOnDeactivate = false;
+    bool m_restorable = true;
     std::unique_ptr<Animation> m_move;
     std::unique_ptr<Animation> m_fade;
     std::string m_title;

@@ -2,6 +2,9 @@
 
 #include "AppKit/ContrastSetting+Private.h"
 
+#include <QDesktopServices>
+#include <QUrl>
+
 NSWorkspace& NSWorkspace::sharedWorkspace() {
     static auto* const workspace = new NSWorkspace; // Outlives the bus it listens to.
     return *workspace;
@@ -15,6 +18,10 @@ NSWorkspace::NSWorkspace() : m_contrast(std::make_unique<ContrastSetting>()) {
 }
 
 NSWorkspace::~NSWorkspace() = default;
+
+bool NSWorkspace::openURL(const NSURL& url) {
+    return QDesktopServices::openUrl(QUrl(QString::fromStdString(url.absoluteString())));
+}
 
 bool NSWorkspace::accessibilityDisplayShouldReduceTransparency() const {
     return m_contrast->isHigher();

@@ -2,6 +2,7 @@
 
 #include "Foundation/NSNotificationCenter.h"
 #include "Foundation/NSObject.h"
+#include "Foundation/NSURL.h"
 
 #include <memory>
 
@@ -16,6 +17,9 @@ public:
     static NSWorkspace& sharedWorkspace();
 
     NSNotificationCenter& notificationCenter() { return m_notificationCenter; }
+
+    /// Hands the address to the desktop's browser. False where there is none.
+    bool openURL(const NSURL& url);
 
     /// True while the desktop asks for higher contrast, which reduced transparency is part of. The
     /// desktop is asked at first use; false until it has answered, and where it has no such

@@ -19,6 +19,7 @@ public:
     virtual void setAlpha(double alpha) = 0;
     virtual void displayViews() = 0; ///< The views look different.
     virtual void describeViews() {}  ///< They say something else of themselves.
+    virtual void makeKey() {}        ///< To have the keyboard.
     virtual void orderFront() = 0;
     virtual void orderOut() = 0;
 };

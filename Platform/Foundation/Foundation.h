@@ -11,4 +11,5 @@
 #include "Foundation/NSObject.h"
 #include "Foundation/NSOperationQueue.h"
 #include "Foundation/NSTimer.h"
+#include "Foundation/NSURL.h"
 #include "Foundation/NSUserDefaults.h"

@@ -127,6 +127,13 @@ public:
     virtual void setLevel(ToolkitWindow, int level) = 0;
     virtual void dropLevel(ToolkitWindow) = 0;
 
+    /// Gives the keyboard to a window that no window manager cares for, until it is given back to
+    /// the one that had it.
+    virtual void takeKeyboard(ToolkitWindow) {}
+    /// To be called while the window still stands on the screen. Leaves the keyboard where it is if
+    /// someone has taken it since.
+    virtual void giveKeyboardBack(ToolkitWindow) {}
+
     /// Names the window for everyone who looks at the screen.
     virtual void setName(ToolkitWindow, const std::string&) {}
 

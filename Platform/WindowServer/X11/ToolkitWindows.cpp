@@ -52,6 +52,12 @@ void setToolkitShadowMargin(Connection& connection, ToolkitWindow window, int ma
     setNumbers(connection, window, "_COMPTON_SHADOW", {0}); // Some go by this one alone.
 }
 
+void focusToolkit(ToolkitWindow window) {
+    xcb_set_input_focus(toolkitConnection(), XCB_INPUT_FOCUS_PARENT,
+                        static_cast<xcb_window_t>(window), XCB_CURRENT_TIME);
+    xcb_flush(toolkitConnection());
+}
+
 Snapshot grabAroundToolkit(Connection& connection, ToolkitWindow window, int margin) {
     xcb_connection_t* const xcb = toolkitConnection();
     const auto id = static_cast<xcb_window_t>(window);

@@ -12,6 +12,8 @@ void setToolkitName(Connection& connection, ToolkitWindow window, const std::str
 void setToolkitShape(Connection& connection, ToolkitWindow window, Session::Region region,
                      const std::vector<PixelRect>& rectangles);
 void setToolkitShadowMargin(Connection& connection, ToolkitWindow window, int margin);
+/// Gives the keyboard to the window, which the toolkit has mapped.
+void focusToolkit(ToolkitWindow window);
 /// Empty where the server refuses, or its pixels are of a kind not known here.
 Snapshot grabAroundToolkit(Connection& connection, ToolkitWindow window, int margin);
 

@@ -39,7 +39,7 @@ std::unique_ptr<X11Session> X11Session::connect() {
 X11Session::X11Session(std::unique_ptr<Connection> connection)
     : m_connection(std::move(connection)), m_monitors(*m_connection), m_stacking(*m_connection),
       m_tray(*m_connection), m_compositor(*m_connection), m_struts(*m_connection),
-      m_key(*m_connection) {
+      m_key(*m_connection), m_focus(*m_connection) {
     for (QTimer* timer : {&m_commit, &m_frame, &m_displayRefresh}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
@@ -146,6 +146,14 @@ void X11Session::setLevel(ToolkitWindow window, int level) {
 void X11Session::dropLevel(ToolkitWindow window) {
     m_stacking.remove(static_cast<xcb_window_t>(window));
     scheduleCommit();
+}
+
+void X11Session::takeKeyboard(ToolkitWindow window) {
+    m_focus.take(static_cast<xcb_window_t>(window));
+}
+
+void X11Session::giveKeyboardBack(ToolkitWindow window) {
+    m_focus.giveBack(static_cast<xcb_window_t>(window));
 }
 
 void X11Session::setName(ToolkitWindow window, const std::string& instance) {

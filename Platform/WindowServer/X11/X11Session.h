@@ -4,6 +4,7 @@
 #include "WindowServer/X11/CompositorWatch.h"
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/KeyGrab.h"
+#include "WindowServer/X11/KeyboardFocus.h"
 #include "WindowServer/X11/LiveBlur.h"
 #include "WindowServer/X11/Monitors.h"
 #include "WindowServer/X11/Stacking.h"
@@ -36,6 +37,8 @@ public:
     std::unique_ptr<Surface> makeSurface() override;
     void setLevel(ToolkitWindow window, int level) override;
     void dropLevel(ToolkitWindow window) override;
+    void takeKeyboard(ToolkitWindow window) override;
+    void giveKeyboardBack(ToolkitWindow window) override;
     void setName(ToolkitWindow window, const std::string& instance) override;
     void setShape(ToolkitWindow window, Region region,
                   const std::vector<PixelRect>& rectangles) override;
@@ -78,6 +81,7 @@ private:
     CompositorWatch m_compositor;
     Struts m_struts;
     KeyGrab m_key;
+    KeyboardFocus m_focus;
     std::vector<Display> m_displays;
     std::vector<X11Surface*> m_surfaces;
     std::unique_ptr<LiveBlur> m_live;

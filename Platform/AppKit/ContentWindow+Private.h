@@ -1,0 +1,44 @@
+#pragma once
+
+#include "AppKit/NativeWindow+Private.h"
+
+#include <QObject>
+
+class FrameWidget;
+class ViewContent;
+
+/// A window that shows what a view controller makes. Its widgets are made when it first comes on
+/// the screen, and then kept, with all that the user did to them, until the window goes.
+class ContentWindow : public NativeWindow {
+public:
+    explicit ContentWindow(NSWindow& window);
+    ~ContentWindow() override;
+
+    /// A compositor has come or gone: every window takes on the form that suits.
+    static void compositingChanged();
+    /// The program has become the active one: windows that left because it was not come back, and
+    /// the frontmost takes the keyboard.
+    static void activate();
+
+    /// No other window of the program's takes input while this one is on the screen.
+    void setModal(bool modal) { m_modal = modal; }
+
+    NSInteger number() const override;
+    void setTitle(const std::string& title) override;
+    void setFrame(const NSRect& frame) override;
+    void setLevel(NSInteger) override {} ///< Chosen before the window is first shown.
+    void setIgnoresMouseEvents(bool) override {}
+    void setAlpha(double) override {}
+    void displayViews() override {}
+    void makeKey() override;
+    void orderFront() override;
+    void orderOut() override;
+
+private:
+    void makeFrame(std::unique_ptr<ViewContent> content);
+    void changeForm();
+
+    NSWindow& m_window;
+    bool m_modal = false;
+    std::unique_ptr<FrameWidget> m_frame;
+};

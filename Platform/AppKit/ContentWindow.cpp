@@ -1,0 +1,79 @@
+#include "AppKit/ContentWindow+Private.h"
+
+#include "AppKit/Coordinates+Private.h"
+#include "AppKit/FrameWidget+Private.h"
+#include "AppKit/NSViewController.h"
+#include "AppKit/ViewContent+Private.h"
+
+#include <QApplication>
+
+namespace {
+
+std::vector<FrameWidget*> frames() {
+    std::vector<FrameWidget*> frames;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* frame = dynamic_cast<FrameWidget*>(widget)) frames.push_back(frame);
+    return frames;
+}
+
+} // namespace
+
+ContentWindow::ContentWindow(NSWindow& window) : m_window(window) {}
+
+ContentWindow::~ContentWindow() { ContentWindow::orderOut(); }
+
+void ContentWindow::compositingChanged() {
+    for (FrameWidget* frame : frames())
+        frame->checkForm();
+}
+
+void ContentWindow::activate() {
+    FrameWidget* front = nullptr;
+    for (FrameWidget* frame : frames()) {
+        frame->comeBack();
+        if (frame->isVisible() && (!front || frame->orderedAfter(*front))) front = frame;
+    }
+    if (front) front->takeKeyboard();
+}
+
+NSInteger ContentWindow::number() const {
+    return m_frame && m_frame->isVisible() ? static_cast<NSInteger>(m_frame->winId()) : 0;
+}
+
+void ContentWindow::setTitle(const std::string& title) {
+    if (m_frame) m_frame->setWindowTitle(QString::fromStdString(title));
+}
+
+void ContentWindow::setFrame(const NSRect& frame) {
+    if (m_frame) m_frame->place(rectOf(frame));
+}
+
+void ContentWindow::makeKey() {
+    if (m_frame) m_frame->takeKeyboard();
+}
+
+void ContentWindow::orderFront() {
+    if (!m_frame) makeFrame(m_window.contentViewController()->loadView());
+    m_frame->setWindowModality(m_modal ? Qt::ApplicationModal : Qt::NonModal);
+    m_frame->enter();
+}
+
+void ContentWindow::orderOut() {
+    if (m_frame) m_frame->leave();
+}
+
+void ContentWindow::makeFrame(std::unique_ptr<ViewContent> content) {
+    m_frame = FrameWidget::make(m_window, std::move(content));
+    m_frame->onWrongForm = [this] { changeForm(); };
+}
+
+void ContentWindow::changeForm() {
+    FrameWidget* const former = m_frame.release(); // It is still telling of the change.
+    const bool shown = former->isVisible();
+    former->leave();
+    former->deleteLater();
+    makeFrame(former->takeContent());
+    if (!shown) return;
+    orderFront();
+    makeKey();
+}

@@ -1,0 +1,99 @@
+#include "AppKit/FrameWidget+Private.h"
+
+#include "AppKit/Coordinates+Private.h"
+#include "AppKit/FloatingFrame+Private.h"
+#include "AppKit/ViewContent+Private.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr NSInteger firstOwnLevel = 1000; ///< From here on window managers have no say.
+
+Qt::WindowFlags managedFlags(NSUInteger style) {
+    Qt::WindowFlags flags =
+        Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+    if (style & NSWindowStyleMaskClosable) flags |= Qt::WindowCloseButtonHint;
+    if (style & NSWindowStyleMaskMiniaturizable) flags |= Qt::WindowMinimizeButtonHint;
+    return flags;
+}
+
+} // namespace
+
+std::unique_ptr<FrameWidget> FrameWidget::make(NSWindow& window,
+                                               std::unique_ptr<ViewContent> content) {
+    if (window.level() >= firstOwnLevel)
+        return std::make_unique<FloatingFrame>(window, std::move(content));
+    return std::unique_ptr<FrameWidget>(
+        new FrameWidget(window, std::move(content), {}, managedFlags(window.styleMask())));
+}
+
+FrameWidget::FrameWidget(NSWindow& window, std::unique_ptr<ViewContent> content,
+                         const QMargins& chrome, Qt::WindowFlags flags)
+    : QWidget(nullptr, flags), m_window(window), m_content(content.release()), m_chrome(chrome) {
+    setWindowTitle(QString::fromStdString(window.title()));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(chrome);
+    layout->setSpacing(0);
+    layout->addWidget(m_content);
+    if (window.frame().size.width <= 0)
+        window.setContentSize(
+            {m_content->sizeHint().width() * 1.0, m_content->sizeHint().height() * 1.0});
+    place(rectOf(window.frame()));
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, &FrameWidget::leaveIfInactive);
+}
+
+std::unique_ptr<ViewContent> FrameWidget::takeContent() {
+    m_content->setParent(nullptr);
+    return std::unique_ptr<ViewContent>(m_content);
+}
+
+void FrameWidget::place(const QRect& content) {
+    const QRect whole = content.marginsAdded(m_chrome);
+    if (hasStyle(NSWindowStyleMaskResizable))
+        resize(whole.size());
+    else
+        setFixedSize(whole.size());
+    move(whole.topLeft());
+}
+
+void FrameWidget::enter() {
+    static unsigned lastOrder = 0;
+    m_order = ++lastOrder;
+    m_away = false;
+    // Window managers put a window that comes back where they like, unless it asks for a place.
+    if (!isVisible()) move(rectOf(m_window.frame()).marginsAdded(m_chrome).topLeft());
+    show();
+    raise();
+}
+
+void FrameWidget::leave() {
+    m_away = false;
+    hide();
+}
+
+void FrameWidget::takeKeyboard() { activateWindow(); }
+
+void FrameWidget::comeBack() {
+    if (m_away) enter();
+}
+
+void FrameWidget::leaveIfInactive(Qt::ApplicationState state) {
+    if (state != Qt::ApplicationInactive || !m_window.hidesOnDeactivate() || !isVisible()) return;
+    leave();
+    m_away = true;
+}
+
+/// The window manager's close button goes the window's own way.
+void FrameWidget::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    m_window.close();
+}
+
+void FrameWidget::moveEvent(QMoveEvent*) {
+    if (!isVisible()) return;
+    const QRect content = geometry().marginsRemoved(m_chrome);
+    m_window.movedByUser(pointFrom(QPointF(content.left(), content.top() + content.height())));
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "AppKit/NSWindow.h"
+#include "Foundation/NSObjCRuntime.h"
+#include "Foundation/NSObject.h"
+
+#include <memory>
+#include <string>
+
+enum NSAlertStyle : NSUInteger { NSAlertStyleInformational = 1 };
+
+using NSModalResponse = NSInteger;
+
+inline constexpr NSModalResponse NSAlertFirstButtonReturn = 1000;
+inline constexpr NSModalResponse NSAlertSecondButtonReturn = 1001;
+inline constexpr NSModalResponse NSAlertThirdButtonReturn = 1002;
+/// The modal loop has ended without an answer, because the application ends.
+inline constexpr NSModalResponse NSModalResponseAbort = -1001;
+
+class AlertController;
+
+/// A question in a small window that has to be answered before anything else of the program's.
+/// Return presses the first button; Escape the one that says "Not Now" or "Cancel", or the only
+/// one.
+class NSAlert : public NSObject {
+public:
+    NSAlert();
+    ~NSAlert() override;
+
+    NSAlertStyle alertStyle() const { return m_alertStyle; }
+    void setAlertStyle(NSAlertStyle style) { m_alertStyle = style; }
+
+    const std::string& messageText() const;
+    void setMessageText(const std::string& text);
+    const std::string& informativeText() const;
+    void setInformativeText(const std::string& text);
+    void addButtonWithTitle(const std::string& title);
+
+    const std::shared_ptr<NSWindow>& window() const { return m_window; }
+
+    /// Shows the alert, and returns which button was pressed: 1000 for the first, 1001 for the
+    /// second, and so on.
+    NSModalResponse runModal();
+
+private:
+    NSAlertStyle m_alertStyle = NSAlertStyleInformational;
+    const std::shared_ptr<AlertController> m_controller;
+    const std::shared_ptr<NSWindow> m_window;
+};
