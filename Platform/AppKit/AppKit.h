@@ -15,6 +15,7 @@
 #include "AppKit/NSImage.h"
 #include "AppKit/NSImageSymbolConfiguration.h"
 #include "AppKit/NSMenu.h"
+#include "AppKit/NSMenuItem.h"
 #include "AppKit/NSPanel.h"
 #include "AppKit/NSRunningApplication.h"
 #include "AppKit/NSScreen.h"

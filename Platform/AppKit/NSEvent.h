@@ -18,7 +18,11 @@ enum NSEventMask : NSUInteger {
     NSEventMaskRightMouseUp = 1 << NSEventTypeRightMouseUp,
 };
 
-enum NSEventModifierFlags : NSUInteger { NSEventModifierFlagControl = 1 << 18 };
+enum NSEventModifierFlags : NSUInteger {
+    NSEventModifierFlagControl = 1 << 18,
+    NSEventModifierFlagOption = 1 << 19,
+    NSEventModifierFlagCommand = 1 << 20,
+};
 
 class NSEvent {
 public:

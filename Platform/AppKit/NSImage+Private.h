@@ -7,3 +7,6 @@
 /// The image as an icon that is drawn anew for each size it is asked for. A template takes the
 /// colour of the application's text.
 QIcon iconFrom(const NSImage& image);
+
+/// A symbol without ground, drawn anew for each size in the colour of the painter's pen.
+QIcon inkIconFrom(const NSImage& image);

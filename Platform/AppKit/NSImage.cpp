@@ -33,6 +33,33 @@ QPixmap draw(const std::string& name, bool isTemplate, const QSize& size) {
     return QPixmap::fromImage(image);
 }
 
+class InkEngine : public QIconEngine {
+public:
+    explicit InkEngine(std::string name) : m_name(std::move(name)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+        const double scale = painter->device()->devicePixelRatioF();
+        QImage ink((QSizeF(rect.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+        ink.fill(Qt::transparent);
+        QPainter drawing(&ink);
+        drawing.setRenderHint(QPainter::Antialiasing);
+        // Its y axis points down, and the ink's up.
+        drawing.translate(0, ink.height());
+        drawing.scale(1, -1);
+        drawSymbolInk(drawing, m_name, ink.rect());
+        drawing.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        drawing.fillRect(ink.rect(), painter->pen().color());
+        drawing.end();
+        ink.setDevicePixelRatio(scale);
+        painter->drawImage(rect.topLeft(), ink);
+    }
+
+    QIconEngine* clone() const override { return new InkEngine(*this); }
+
+private:
+    const std::string m_name;
+};
+
 class SymbolEngine : public QIconEngine {
 public:
     SymbolEngine(std::string name, bool isTemplate)
@@ -141,3 +168,5 @@ void NSImage::drawInRect(const NSRect& rect) const {
 QIcon iconFrom(const NSImage& image) {
     return QIcon(new SymbolEngine(image.name(), image.isTemplate()));
 }
+
+QIcon inkIconFrom(const NSImage& image) { return QIcon(new InkEngine(image.name())); }

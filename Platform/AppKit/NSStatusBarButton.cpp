@@ -1,5 +1,6 @@
 #include "AppKit/NSStatusBarButton.h"
 
+#include "AppKit/MenuPopup+Private.h"
 #include "AppKit/NSApplication+Private.h"
 #include "AppKit/TrayIcon+Private.h"
 
@@ -17,10 +18,20 @@ void NSStatusBarButton::setImage(std::shared_ptr<NSImage> image) {
     m_icon->update();
 }
 
+void NSStatusBarButton::performClick(const id&) {
+    const auto menu = m_menu; // The delegate may take it away as it closes.
+    if (!menu) return sendAction();
+    if (!MenuPopup::close(*menu)) MenuPopup(menu).openBeside(m_icon->place());
+}
+
+void NSStatusBarButton::sendAction() {
+    if (const auto target = m_target.lock()) m_action.send(*target, *this);
+}
+
 void NSStatusBarButton::sendActionFor(const NSEvent& event) {
-    if (!(m_actionMask & (1UL << event.type()))) return;
-    const auto target = m_target.lock();
-    if (!target) return;
     const CurrentEvent current(event);
-    m_action.send(*target);
+    if (m_menu)
+        performClick(nullptr);
+    else if (m_actionMask & (1UL << event.type()))
+        sendAction();
 }

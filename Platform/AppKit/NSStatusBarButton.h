@@ -2,6 +2,7 @@
 
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSImage.h"
+#include "AppKit/NSMenu.h"
 #include "Foundation/NSObjCRuntime.h"
 #include "Foundation/NSObject.h"
 
@@ -27,16 +28,24 @@ public:
     const std::shared_ptr<NSImage>& image() const { return m_image; }
     void setImage(std::shared_ptr<NSImage> image);
 
+    /// Does what a click does: opens the item's menu, where one is attached, and returns when it
+    /// has closed; closes it where it is open; without a menu, sends the action.
+    void performClick(const id& sender);
+
     /// The tray delivers its clicks here.
     void mouseUp(const NSEvent& event) { sendActionFor(event); }
     void rightMouseUp(const NSEvent& event) { sendActionFor(event); }
 
 private:
+    friend class NSStatusItem;
+
+    void sendAction();
     void sendActionFor(const NSEvent& event);
 
     std::weak_ptr<NSObject> m_target;
     SEL m_action;
     NSUInteger m_actionMask = NSEventMaskLeftMouseUp;
+    std::shared_ptr<NSMenu> m_menu;
     std::string m_toolTip;
     std::shared_ptr<NSImage> m_image;
     std::unique_ptr<TrayIcon> m_icon;

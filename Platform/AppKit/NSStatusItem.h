@@ -13,6 +13,10 @@ public:
 
     const std::shared_ptr<NSStatusBarButton>& button() const { return m_button; }
 
+    /// While a menu is attached, a click opens it in place of the action.
+    const std::shared_ptr<NSMenu>& menu() const { return m_button->m_menu; }
+    void setMenu(std::shared_ptr<NSMenu> menu) { m_button->m_menu = std::move(menu); }
+
 private:
     std::shared_ptr<NSStatusBarButton> m_button;
 };

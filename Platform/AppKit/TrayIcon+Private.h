@@ -2,6 +2,7 @@
 
 #include <QDBusServiceWatcher>
 #include <QObject>
+#include <QRect>
 
 #include <memory>
 
@@ -18,6 +19,9 @@ public:
 
     /// Shows the button's image and tool tip as they are now.
     void update();
+
+    /// Where the icon stands on the screen; the pointer's place where the tray does not tell.
+    QRect place() const;
 
 private slots:
     void lookForTray();

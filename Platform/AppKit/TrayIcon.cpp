@@ -4,6 +4,7 @@
 #include "AppKit/NSStatusBarButton.h"
 #include "WindowServer/Session.h"
 
+#include <QCursor>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -78,4 +79,9 @@ void TrayIcon::update() {
     m_icon->setToolTip(QString::fromStdString(m_button.toolTip()));
     m_icon->setIcon(m_button.image() ? iconFrom(*m_button.image()) : QIcon());
     m_icon->setVisible(m_button.image() != nullptr);
+}
+
+QRect TrayIcon::place() const {
+    const QRect known = m_icon ? m_icon->geometry() : QRect();
+    return known.isValid() ? known : QRect(QCursor::pos(), QSize(1, 1));
 }

@@ -65,10 +65,23 @@ TEST(SEL, ReachesOnlyObjectsThatHaveTheMethod) {
     struct Other : NSObject {
     } other;
     const SEL count = &Counter::count;
-    count.send(counter);
-    count.send(other);
-    SEL().send(counter);
+    count.send(counter, other);
+    count.send(other, counter);
+    SEL().send(counter, other);
     EXPECT_EQ(counter.counted, 1);
+}
+
+TEST(SEL, HandsOverASenderOfTheRightClass) {
+    struct Sender : NSObject {
+    } sender;
+    struct Listener : NSObject {
+        void hear(const Sender& from) { heard.push_back(&from); }
+        std::vector<const NSObject*> heard;
+    } listener;
+    const SEL hear = &Listener::hear;
+    hear.send(listener, sender);
+    hear.send(listener, listener);
+    EXPECT_EQ(listener.heard, std::vector<const NSObject*>{&sender});
 }
 
 TEST(NSBundle, KnowsItsIdentifier) {

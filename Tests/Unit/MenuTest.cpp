@@ -1,0 +1,184 @@
+#include "AppKit/AppKit.h"
+#include "AppKit/KeyEquivalent+Private.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMenu>
+#include <QTimer>
+
+using testing::ElementsAre;
+
+namespace {
+
+struct Program : NSObject, NSMenuDelegate {
+    void choose(NSMenuItem& item) { log.push_back(item.title()); }
+    void clicked() { log.push_back("clicked"); }
+    void menuDidClose(NSMenu&) override { log.push_back("closed"); }
+    std::vector<std::string> log;
+};
+
+class MenuTest : public testing::Test {
+protected:
+    std::shared_ptr<NSMenuItem> add(NSMenu& to, const std::string& title,
+                                    const std::string& key = "") const {
+        const auto item = std::make_shared<NSMenuItem>(title, &Program::choose, key);
+        item->setTarget(program);
+        to.addItem(item);
+        return item;
+    }
+
+    void SetUp() override {
+        menu->setDelegate(program);
+        add(*menu, "First & last", "n")->setKeyEquivalentModifierMask(0x1c0000);
+        menu->addItem(NSMenuItem::separatorItem());
+        add(*submenu, "Inner", "i");
+        const auto more = std::make_shared<NSMenuItem>("More", nullptr, "");
+        more->setImage(NSImage::imageWithSystemSymbolName("lock.fill", std::nullopt));
+        more->setSubmenu(submenu);
+        menu->addItem(more);
+    }
+
+    /// Opens the menu and does something with it as it stands there; closes it if that did not.
+    void open(const std::function<void(QMenu&)>& act) const {
+        QTimer::singleShot(0, [&] {
+            auto* const native = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_TRUE(native);
+            act(*native);
+            native->close();
+        });
+        NSView view(NSRect{});
+        NSMenu::popUpContextMenu(menu, NSEvent(NSEventTypeRightMouseDown, 0), view);
+    }
+
+    static void strike(QMenu& native, int key, Qt::KeyboardModifiers modifiers = {}) {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers);
+        QApplication::sendEvent(&native, &press);
+    }
+
+    std::shared_ptr<Program> program = std::make_shared<Program>();
+    std::shared_ptr<NSMenu> menu = std::make_shared<NSMenu>();
+    std::shared_ptr<NSMenu> submenu = std::make_shared<NSMenu>("More");
+};
+
+} // namespace
+
+TEST_F(MenuTest, ShowsARowForEachItem) {
+    open([](QMenu& native) {
+        const auto rows = native.actions();
+        ASSERT_EQ(rows.size(), 3);
+        EXPECT_EQ(rows[0]->text(), "First && last");
+        EXPECT_TRUE(rows[0]->isEnabled());
+        EXPECT_TRUE(rows[1]->isSeparator());
+        EXPECT_TRUE(rows[2]->isEnabled());
+        EXPECT_FALSE(rows[2]->icon().isNull());
+        ASSERT_TRUE(rows[2]->menu());
+        EXPECT_EQ(rows[2]->menu()->actions().value(0)->text(), "Inner");
+    });
+}
+
+TEST_F(MenuTest, RunsWhatIsChosenOnceItHasClosed) {
+    struct Case {
+        const char* how;
+        std::function<void(QMenu&)> act;
+        std::vector<std::string> log;
+    };
+    const Case cases[] = {
+        {"nothing", [](QMenu&) {}, {"closed"}},
+        {"escape", [](QMenu& native) { strike(native, Qt::Key_Escape); }, {"closed"}},
+        {"a row",
+         [](QMenu& native) { native.actions()[0]->trigger(); },
+         {"closed", "First & last"}},
+        {"a row of the submenu",
+         [](QMenu& native) { native.actions()[2]->menu()->actions()[0]->trigger(); },
+         {"closed", "Inner"}},
+        {"the arrow and return",
+         [](QMenu& native) {
+             strike(native, Qt::Key_Down);
+             strike(native, Qt::Key_Return);
+         },
+         {"closed", "First & last"}},
+        {"the keys of a row",
+         [](QMenu& native) {
+             strike(native, Qt::Key_N, Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+         },
+         {"closed", "First & last"}},
+        {"the keys of a row of the submenu",
+         [](QMenu& native) { strike(native, Qt::Key_I, Qt::MetaModifier); },
+         {"closed", "Inner"}},
+        {"fewer keys",
+         [](QMenu& native) { strike(native, Qt::Key_N, Qt::MetaModifier); },
+         {"closed"}},
+    };
+    for (const auto& each : cases) {
+        program->log.clear();
+        open(each.act);
+        EXPECT_EQ(program->log, each.log) << each.how;
+    }
+}
+
+TEST_F(MenuTest, LeavesAnItemAloneWhoseTargetHasGone) {
+    const auto orphan = std::make_shared<NSMenuItem>("Orphan", &Program::choose, "o");
+    menu->addItem(orphan);
+    EXPECT_FALSE(orphan->isEnabled()) << "without a target";
+    auto target = std::make_shared<Program>();
+    orphan->setTarget(target);
+    EXPECT_TRUE(orphan->isEnabled());
+    open([&](QMenu& native) {
+        target = nullptr;
+        native.actions()[3]->trigger();
+    });
+    EXPECT_FALSE(orphan->isEnabled());
+    open([](QMenu& native) { strike(native, Qt::Key_O, Qt::MetaModifier); });
+    EXPECT_THAT(program->log, ElementsAre("closed", "closed"));
+}
+
+TEST_F(MenuTest, DoesNotOpenWithoutItems) {
+    NSView view(NSRect{});
+    const NSEvent event(NSEventTypeRightMouseDown, 0);
+    NSMenu::popUpContextMenu(nullptr, event, view);
+    NSMenu::popUpContextMenu(std::make_shared<NSMenu>(), event, view);
+}
+
+TEST_F(MenuTest, OpensAtAClickOnItsStatusItem) {
+    const auto item = NSStatusBar::systemStatusBar().statusItemWithLength(NSSquareStatusItemLength);
+    const auto& button = item->button();
+    button->setTarget(program);
+    button->setAction(&Program::clicked);
+    item->setMenu(menu);
+    const auto closeLater = [&](const std::function<void()>& close) {
+        QTimer::singleShot(0, [close] {
+            EXPECT_TRUE(QApplication::activePopupWidget());
+            close();
+        });
+    };
+    const NSEvent click(NSEventTypeLeftMouseUp, 0);
+    closeLater([] { QApplication::activePopupWidget()->close(); });
+    button->mouseUp(click);
+    closeLater([&] { button->mouseUp(click); });
+    button->performClick(nullptr);
+    EXPECT_THAT(program->log, ElementsAre("closed", "closed"));
+    item->setMenu(nullptr);
+    button->mouseUp(click);
+    EXPECT_EQ(program->log.back(), "clicked");
+}
+
+TEST_F(MenuTest, HandsWhatIsTiedToAnItemBack) {
+    const auto& item = menu->itemArray().front();
+    EXPECT_FALSE(item->representedObject().has_value());
+    item->setRepresentedObject(std::string("blur.more"));
+    EXPECT_EQ(std::any_cast<std::string>(item->representedObject()), "blur.more");
+}
+
+TEST(KeyEquivalent, IsShownWithItsModifiersInOrder) {
+    const auto text = [](const char* key, NSUInteger mask) {
+        NSMenuItem item("Title", nullptr, key);
+        item.setKeyEquivalentModifierMask(mask);
+        return keyEquivalentText(item).toStdString();
+    };
+    EXPECT_EQ(text("n", 0x1c0000), "⌃⌥⌘N");
+    EXPECT_EQ(text(",", NSEventModifierFlagCommand), "⌘,");
+    EXPECT_EQ(text("", NSEventModifierFlagCommand), "");
+    EXPECT_EQ(NSMenuItem("", nullptr, "q").keyEquivalentModifierMask(), 0x100000u);
+}
