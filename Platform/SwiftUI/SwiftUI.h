@@ -5,6 +5,7 @@
 #include "SwiftUI/Controls.h"
 #include "SwiftUI/Font.h"
 #include "SwiftUI/Form.h"
+#include "SwiftUI/NSHostingController.h"
 #include "SwiftUI/ObservedObject.h"
 #include "SwiftUI/Shapes.h"
 #include "SwiftUI/Stacks.h"

@@ -1,0 +1,80 @@
+#include "SwiftUI/AccessibleElement+Private.h"
+
+#include "SwiftUI/ButtonWidget+Private.h"
+#include "SwiftUI/ContainerElements+Private.h"
+
+#include <QAccessibleWidget>
+#include <QTimer>
+
+namespace {
+
+/// Without children: what stands within is told by the name.
+class SingleElement : public QAccessibleWidget {
+public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    int childCount() const override { return 0; }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+};
+
+class ButtonElement : public SingleElement {
+public:
+    explicit ButtonElement(ButtonWidget& button)
+        : SingleElement(&button, QAccessible::Button), m_button(button) {}
+
+    QStringList actionNames() const override {
+        return QStringList(pressAction()) + SingleElement::actionNames();
+    }
+
+    void doAction(const QString& name) override {
+        if (name != pressAction()) return SingleElement::doAction(name);
+        // The caller waits for an answer, and what the press opens may stay for long.
+        QTimer::singleShot(0, &m_button, [this] { m_button.click(); });
+    }
+
+private:
+    ButtonWidget& m_button;
+};
+
+QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
+    if (auto* const button = dynamic_cast<ButtonWidget*>(object)) return new ButtonElement(*button);
+    if (auto* const group = dynamic_cast<AccessibleGroup*>(object))
+        return new SingleElement(group, QAccessible::StaticText);
+    return nullptr;
+}
+
+class GroupElement : public Element {
+public:
+    GroupElement(QWidget& group, ElementPointer content)
+        : m_group(group), m_content(std::move(content)) {}
+
+    void place(const QRectF& rect) override {
+        m_group.setGeometry(wholePoints(rect));
+        m_content->place({{}, rect.size()});
+    }
+
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        return m_content->sizeThatFits(proposal);
+    }
+
+private:
+    QWidget& m_group;
+    const ElementPointer m_content;
+};
+
+} // namespace
+
+void offerElementsToAssistiveTechnology() { QAccessible::installFactory(interfaceOf); }
+
+QWidget& takeGroup(const Environment& environment, const WidgetPlace& place) {
+    auto& group = place.take<AccessibleGroup>();
+    group.setAccessibleName(QString::fromStdString(environment.accessibilityLabel));
+    return group;
+}
+
+ElementPointer makeGroup(QWidget& group, ElementPointer content) {
+    return std::make_unique<GroupElement>(group, std::move(content));
+}

@@ -1,0 +1,63 @@
+#include "SwiftUI/HostView+Private.h"
+
+#include "SwiftUI/AccessibleElement+Private.h"
+#include "SwiftUI/ObservedObject.h"
+#include "SwiftUI/Realisation+Private.h"
+
+#include <QShowEvent>
+#include <QTimer>
+
+HostView::HostView(View root) : m_root(std::move(root)) {
+    static const bool offered = (offerElementsToAssistiveTechnology(), true);
+    Q_UNUSED(offered);
+    draw();
+}
+
+QSize HostView::sizeHint() const {
+    const QSizeF ideal = m_element->sizeThatFits({});
+    return ideal.toSize();
+}
+
+void HostView::changeEvent(QEvent* event) {
+    ViewContent::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
+        drawAtNextTurn();
+}
+
+void HostView::resizeEvent(QResizeEvent*) { place(); }
+
+void HostView::showEvent(QShowEvent* event) {
+    ViewContent::showEvent(event);
+    if (event->spontaneous()) return;
+    // Else the first button would have the focus, and a stray Space press it.
+    if (!window()->focusWidget()) setFocus();
+    // An action may lead to another drawing of the tree.
+    for (const auto& action : std::vector(m_appearActions))
+        action();
+}
+
+void HostView::draw() {
+    m_drawsAtNextTurn = false;
+    const ObservationScope scope;
+    Realisation realisation(m_pool);
+    Environment environment;
+    environment.palette = palette();
+    environment.systemFont = font();
+    environment.primary = palette().color(QPalette::WindowText);
+    m_pool.begin();
+    m_element = realisation.realise(m_root, environment, *this);
+    m_pool.end();
+    m_appearActions = realisation.appearActions();
+    m_observations.clear();
+    for (const auto& object : scope.objects())
+        m_observations.push_back(object->objectWillChange.sink([this] { drawAtNextTurn(); }));
+    place();
+}
+
+// What announces a change has not stored it yet.
+void HostView::drawAtNextTurn() {
+    if (std::exchange(m_drawsAtNextTurn, true)) return;
+    QTimer::singleShot(0, this, [this] { draw(); });
+}
+
+void HostView::place() { m_element->place(rect()); }

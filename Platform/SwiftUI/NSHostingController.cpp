@@ -1,0 +1,7 @@
+#include "SwiftUI/NSHostingController.h"
+
+#include "SwiftUI/HostView+Private.h"
+
+std::unique_ptr<ViewContent> NSHostingController::loadView() {
+    return std::make_unique<HostView>(m_rootView);
+}

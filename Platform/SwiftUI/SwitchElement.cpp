@@ -1,0 +1,104 @@
+#include "SwiftUI/FocusRing+Private.h"
+#include "SwiftUI/WidgetElement+Private.h"
+#include "SwiftUI/WidgetElements+Private.h"
+
+#include <QCheckBox>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QSizeF switchSize(36, 20);
+constexpr double gap = 8; ///< At least, between the title and the switch.
+
+/// A title at the left and a switch at the right; a click on either turns it over.
+class SwitchWidget : public QCheckBox {
+public:
+    explicit SwitchWidget(QWidget* parent) : QCheckBox(parent) {
+        setFocusPolicy(Qt::TabFocus);
+        connect(this, &QAbstractButton::clicked, this, [this](bool on) {
+            if (m_isOn) m_isOn->setWrappedValue(on);
+        });
+    }
+
+    void setToggle(const ToggleNode& toggle, const Environment& environment) {
+        m_isOn = toggle.isOn;
+        m_tint = tintOf(environment);
+        m_textColor = foregroundOf(environment);
+        setFont(fontOf(environment));
+        setText(QString::fromStdString(toggle.title).replace('&', "&&"));
+        setChecked(toggle.isOn.wrappedValue());
+        setAccessibleDescription(QString::fromStdString(environment.accessibilityHint));
+        update();
+    }
+
+protected:
+    bool hitButton(const QPoint& position) const override { return area().contains(position); }
+
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(m_textColor);
+        painter.drawText(area(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextShowMnemonic, text());
+        const QRectF track(area().right() - switchSize.width(),
+                           area().center().y() - switchSize.height() / 2, switchSize.width(),
+                           switchSize.height());
+        paintSwitch(painter, track);
+        if (hasFocus()) drawFocusRing(painter, track, track.height() / 2, m_tint);
+    }
+
+private:
+    QRectF area() const {
+        return QRectF(rect()).adjusted(focusRingMargin, focusRingMargin, -focusRingMargin,
+                                       -focusRingMargin);
+    }
+
+    void paintSwitch(QPainter& painter, const QRectF& track) const {
+        const QColor off = faintText(palette(), isDown() ? 0.34 : 0.24);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(!isChecked() ? off : isDown() ? m_tint.darker(115) : m_tint);
+        painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
+        constexpr double inset = 2;
+        const double side = track.height() - 2 * inset;
+        const double x = isChecked() ? track.right() - inset - side : track.left() + inset;
+        painter.setBrush(QColor(0, 0, 0, 40));
+        painter.drawEllipse(QRectF(x, track.top() + inset + 0.75, side, side));
+        painter.setBrush(Qt::white);
+        painter.drawEllipse(QRectF(x, track.top() + inset, side, side));
+    }
+
+    std::optional<Binding<bool>> m_isOn;
+    QColor m_tint;
+    QColor m_textColor;
+};
+
+/// The widget stands around the element by the ring's margin.
+class SwitchElement : public Element {
+public:
+    explicit SwitchElement(SwitchWidget& widget) : m_widget(widget) {}
+
+    void place(const QRectF& rect) override {
+        constexpr int ring = focusRingMargin;
+        m_widget.setGeometry(wholePoints(rect).adjusted(-ring, -ring, ring, ring));
+    }
+
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        const QSizeF title = m_widget.fontMetrics().size(Qt::TextShowMnemonic, m_widget.text());
+        const double least = title.width() + gap + switchSize.width();
+        return {std::max(least, proposal.width.value_or(least)),
+                std::max(title.height(), switchSize.height())};
+    }
+
+private:
+    SwitchWidget& m_widget;
+};
+
+} // namespace
+
+ElementPointer makeSwitch(const ToggleNode& toggle, const Environment& environment,
+                          const WidgetPlace& place) {
+    auto& widget = place.take<SwitchWidget>();
+    widget.setToggle(toggle, environment);
+    return std::make_unique<SwitchElement>(widget);
+}
