@@ -1,4 +1,5 @@
 #include "AppKit/AboutController+Private.h"
+#include "AppKit/Appearance+Private.h"
 #include "AppKit/ContentWindow+Private.h"
 #include "AppKit/NSAlert.h"
 #include "AppKit/NSApplication+Private.h"
@@ -65,6 +66,7 @@ void makeQtApplication() {
     QApplication::setDesktopFileName("com.vardek.NimbrelLite");
     // A drag counts by every point that the pointer passed.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+    [[maybe_unused]] static auto* appearance = new Appearance(*application);
     [[maybe_unused]] static auto* popups = new PopupOrder(*application);
     offerPanelsToAssistiveTechnology();
 }

@@ -1,6 +1,6 @@
 #include "AppKit/NSWorkspace.h"
 
-#include "AppKit/ContrastSetting+Private.h"
+#include "AppKit/PortalSetting+Private.h"
 
 #include <QDesktopServices>
 #include <QUrl>
@@ -10,7 +10,7 @@ NSWorkspace& NSWorkspace::sharedWorkspace() {
     return *workspace;
 }
 
-NSWorkspace::NSWorkspace() : m_contrast(std::make_unique<ContrastSetting>()) {
+NSWorkspace::NSWorkspace() : m_contrast(std::make_unique<PortalSetting>("contrast")) {
     m_contrast->onChanged = [this] {
         m_notificationCenter.postNotificationName(
             NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, nullptr);
@@ -24,5 +24,6 @@ bool NSWorkspace::openURL(const NSURL& url) {
 }
 
 bool NSWorkspace::accessibilityDisplayShouldReduceTransparency() const {
-    return m_contrast->isHigher();
+    constexpr uint higherContrast = 1;
+    return m_contrast->value() == higherContrast;
 }

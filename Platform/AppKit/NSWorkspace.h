@@ -10,7 +10,7 @@
 inline const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification =
     "NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification";
 
-class ContrastSetting;
+class PortalSetting;
 
 class NSWorkspace : public NSObject {
 public:
@@ -31,5 +31,5 @@ private:
     ~NSWorkspace() override;
 
     NSNotificationCenter m_notificationCenter;
-    std::unique_ptr<ContrastSetting> m_contrast;
+    std::unique_ptr<PortalSetting> m_contrast;
 };

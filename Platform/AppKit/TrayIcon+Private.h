@@ -23,6 +23,9 @@ public:
     /// Where the icon stands on the screen; the pointer's place where the tray does not tell.
     QRect place() const;
 
+    /// A template takes the colour of the application's text, which changes with the desktop's.
+    bool eventFilter(QObject* object, QEvent* event) override;
+
 private slots:
     void lookForTray();
 

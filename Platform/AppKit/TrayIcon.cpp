@@ -9,6 +9,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QSystemTrayIcon>
 
@@ -39,6 +40,7 @@ TrayIcon::TrayIcon(NSStatusBarButton& button)
         m_icon.reset(); // Its window may have died with the old tray.
         lookForTray();
     };
+    qApp->installEventFilter(this);
     lookForTray();
 }
 
@@ -72,6 +74,11 @@ void TrayIcon::appearIf(bool hasTray) {
             m_button.rightMouseUp(eventOf(NSEventTypeRightMouseUp));
     });
     update();
+}
+
+bool TrayIcon::eventFilter(QObject* object, QEvent* event) {
+    if (object == qApp && event->type() == QEvent::ApplicationPaletteChange) update();
+    return false;
 }
 
 void TrayIcon::update() {

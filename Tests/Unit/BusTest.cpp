@@ -15,6 +15,9 @@
 #include <QDBusVirtualObject>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QGuiApplication>
+#include <QMap>
+#include <QPalette>
 
 namespace {
 
@@ -107,14 +110,15 @@ public:
         : m_object([this](const QDBusMessage& message) {
               if (message.member() != "Read")
                   return message.createErrorReply(QDBusError::UnknownMethod, "Too old for that.");
-              EXPECT_EQ(message.arguments(),
-                        QVariantList({"org.freedesktop.appearance", "contrast"}));
-              const QDBusVariant inner(contrast);
+              const auto arguments = message.arguments(); // The group and the key.
+              EXPECT_EQ(arguments.value(0), "org.freedesktop.appearance");
+              const QDBusVariant inner(settings.value(arguments.value(1).toString()));
               return message.createReply(
                   QVariant::fromValue(QDBusVariant(QVariant::fromValue(inner))));
           }) {
         connection.registerVirtualObject(portalPath, &m_object);
     }
+    ~Portal() { QDBusConnection::disconnectFromBus("portal"); }
 
     void start() { EXPECT_TRUE(connection.registerService(portalService)); }
 
@@ -124,7 +128,7 @@ public:
         connection.send(signal);
     }
 
-    uint contrast = 1;
+    QMap<QString, uint> settings{{"contrast", 1}, {"color-scheme", 1}};
     QDBusConnection connection =
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
 
@@ -247,6 +251,28 @@ TEST(NSWorkspace, FollowsTheContrastOfTheDesktop) {
         EXPECT_EQ(surface->look, WindowServer::Look{});
     cover->show();
     looks(solid, 1);
+}
+
+TEST(Appearance, IsDarkWhileTheDesktopPrefersThat) {
+    const auto lightnessOf = [](QPalette::ColorRole role) {
+        return QGuiApplication::palette().color(role).lightness();
+    };
+    const auto isDark = [&] {
+        return lightnessOf(QPalette::Window) < 64 && lightnessOf(QPalette::WindowText) > 192;
+    };
+    const auto isLight = [&] {
+        return lightnessOf(QPalette::Window) > 192 && lightnessOf(QPalette::WindowText) < 64;
+    };
+    EXPECT_TRUE(isLight());
+    Portal portal;
+    portal.start();
+    runUntil(isDark);
+    for (const uint scheme : {0u, 2u}) { // No preference, and one for light.
+        portal.tell("org.freedesktop.appearance", "color-scheme", scheme);
+        runUntil(isLight);
+        portal.tell("org.freedesktop.appearance", "color-scheme", 1);
+        runUntil(isDark);
+    }
 }
 
 int main(int argc, char** argv) {

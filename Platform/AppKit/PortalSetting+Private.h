@@ -7,15 +7,16 @@
 
 #include <functional>
 
-/// The desktop's contrast setting, as its settings portal tells it. Nothing here waits for an
-/// answer.
-class ContrastSetting : public QObject {
+/// One number among the desktop's settings of appearance, as its settings portal tells it. Nothing
+/// here waits for an answer.
+class PortalSetting : public QObject {
     Q_OBJECT
 
 public:
-    ContrastSetting();
+    explicit PortalSetting(QString key);
 
-    bool isHigher() const { return m_isHigher; }
+    /// 0 until the desktop has answered, and where it has no such setting.
+    uint value() const { return m_value; }
     std::function<void()> onChanged;
 
 private slots:
@@ -25,6 +26,7 @@ private:
     void ask(const char* method);
     void take(QVariant value);
 
+    const QString m_key;
     QDBusServiceWatcher m_portalStart;
-    bool m_isHigher = false;
+    uint m_value = 0;
 };

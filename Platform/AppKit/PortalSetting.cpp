@@ -1,4 +1,4 @@
-#include "AppKit/ContrastSetting+Private.h"
+#include "AppKit/PortalSetting+Private.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -10,15 +10,13 @@ const QString service = "org.freedesktop.portal.Desktop";
 const QString path = "/org/freedesktop/portal/desktop";
 const QString settings = "org.freedesktop.portal.Settings";
 const QString appearance = "org.freedesktop.appearance";
-const QString contrast = "contrast";
 constexpr const char* currentMethod = "ReadOne";
 constexpr const char* oldMethod = "Read"; // All that portals before version 2 have.
-constexpr uint higherContrast = 1;
 } // namespace
 
-ContrastSetting::ContrastSetting()
-    : m_portalStart(service, QDBusConnection::sessionBus(),
-                    QDBusServiceWatcher::WatchForRegistration) {
+PortalSetting::PortalSetting(QString key)
+    : m_key(std::move(key)), m_portalStart(service, QDBusConnection::sessionBus(),
+                                           QDBusServiceWatcher::WatchForRegistration) {
     // From any sender: to tie a signal to a named one, Qt would wait for the bus here.
     QDBusConnection::sessionBus().connect(QString(), path, settings, "SettingChanged", this,
                                           SLOT(settingChanged(QDBusMessage)));
@@ -27,9 +25,9 @@ ContrastSetting::ContrastSetting()
     ask(currentMethod);
 }
 
-void ContrastSetting::ask(const char* method) {
+void PortalSetting::ask(const char* method) {
     auto question = QDBusMessage::createMethodCall(service, path, settings, method);
-    question << appearance << contrast;
+    question << appearance << m_key;
     auto* watcher =
         new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, method, watcher] {
@@ -42,17 +40,16 @@ void ContrastSetting::ask(const char* method) {
     });
 }
 
-void ContrastSetting::settingChanged(const QDBusMessage& signal) {
+void PortalSetting::settingChanged(const QDBusMessage& signal) {
     const auto arguments = signal.arguments(); // The group, the key and the value.
-    if (arguments.value(0) == appearance && arguments.value(1) == contrast)
-        take(arguments.value(2));
+    if (arguments.value(0) == appearance && arguments.value(1) == m_key) take(arguments.value(2));
 }
 
-void ContrastSetting::take(QVariant value) {
+void PortalSetting::take(QVariant value) {
     while (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
-    const bool isHigher = value.toUInt() == higherContrast;
-    if (m_isHigher == isHigher) return;
-    m_isHigher = isHigher;
+    const uint number = value.toUInt();
+    if (m_value == number) return;
+    m_value = number;
     if (onChanged) onChanged();
 }

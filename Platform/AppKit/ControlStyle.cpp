@@ -1,0 +1,89 @@
+#include "AppKit/ControlStyle+Private.h"
+
+#include <QPainter>
+#include <QStyleOptionButton>
+
+namespace {
+
+// In points.
+constexpr double corner = 6;
+constexpr double ringWidth = 2;
+constexpr double ringMargin = 3; ///< Around every button, so that the ring finds room.
+constexpr int leastWidth = 84;
+constexpr int height = 26;
+constexpr int sidePadding = 14;
+
+bool isDefault(const QStyleOptionButton& button) {
+    return button.features & QStyleOptionButton::DefaultButton;
+}
+
+QColor fillOf(const QStyleOptionButton& button) {
+    const QColor fill =
+        button.palette.color(isDefault(button) ? QPalette::Highlight : QPalette::Button);
+    if (button.state & QStyle::State_Sunken) return fill.darker(115);
+    return button.state & QStyle::State_MouseOver ? fill.darker(105) : fill;
+}
+
+void drawRing(QPainter& painter, const QRectF& body, QColor color) {
+    constexpr double away = 1 + ringWidth / 2;
+    color.setAlphaF(0.75F);
+    painter.setPen(QPen(color, ringWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(body.adjusted(-away, -away, away, away), corner + away, corner + away);
+}
+
+void drawBevel(QPainter& painter, const QStyleOptionButton& button) {
+    const QRectF body =
+        QRectF(button.rect).adjusted(ringMargin, ringMargin, -ringMargin, -ringMargin);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(fillOf(button));
+    if (isDefault(button)) {
+        painter.setPen(Qt::NoPen);
+        painter.drawRoundedRect(body, corner, corner);
+    } else {
+        painter.setPen(button.palette.color(QPalette::Mid));
+        painter.drawRoundedRect(body.adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+    }
+    if (button.state & QStyle::State_HasFocus)
+        drawRing(painter, body, button.palette.color(QPalette::Highlight));
+    painter.restore();
+}
+
+} // namespace
+
+ControlStyle::ControlStyle() : QProxyStyle("Fusion") {}
+
+int ControlStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                              const QWidget* widget) const {
+    switch (metric) {
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+    case PM_ButtonDefaultIndicator:
+        return 0;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                     const QSize& size, const QWidget* widget) const {
+    if (type != CT_PushButton) return QProxyStyle::sizeFromContents(type, option, size, widget);
+    constexpr int margins = static_cast<int>(2 * ringMargin);
+    return QSize(size.width() + 2 * sidePadding, height).expandedTo({leastWidth, size.height()}) +
+           QSize(margins, margins);
+}
+
+void ControlStyle::drawControl(ControlElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const {
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (!button || (element != CE_PushButton && element != CE_PushButtonBevel))
+        return QProxyStyle::drawControl(element, option, painter, widget);
+    drawBevel(*painter, *button);
+    if (element == CE_PushButtonBevel) return;
+    QStyleOptionButton label = *button;
+    if (isDefault(*button))
+        label.palette.setColor(QPalette::ButtonText,
+                               button->palette.color(QPalette::HighlightedText));
+    QProxyStyle::drawControl(CE_PushButtonLabel, &label, painter, widget);
+}
