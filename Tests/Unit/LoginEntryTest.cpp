@@ -291,10 +291,12 @@ TEST_F(LoginEntryTest, AnEndInTheMiddleLeavesAWholeEntry) {
     for (int i = 0; i < 30; ++i) {
         const pid_t writer = fork();
         ASSERT_GE(writer, 0);
-        if (writer == 0) prctl(PR_SET_PDEATHSIG, SIGKILL);
-        while (writer == 0) {
-            registered(other);
-            registered(entry);
+        if (writer == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            for (;;) {
+                registered(other);
+                registered(entry);
+            }
         }
         usleep(static_cast<useconds_t>(std::rand() % 4000));
         kill(writer, SIGKILL);
