@@ -15,7 +15,7 @@ ElementPointer makeButton(ButtonWidget& widget, const Environment& environment,
 
 /// The widget that a scrolled content stands in.
 class ScrollWidget;
-ScrollWidget& takeScroll(const WidgetPlace& place);
+ScrollWidget& takeScroll(const Environment& environment, const WidgetPlace& place);
 QWidget& contentOf(ScrollWidget& scroll);
 ElementPointer makeScroll(ScrollWidget& scroll, ElementPointer content);
 

@@ -7,6 +7,9 @@
 #include <QShowEvent>
 #include <QTimer>
 
+#include <cmath>
+#include <utility>
+
 HostView::HostView(View root) : m_root(std::move(root)) {
     static const bool offered = (offerElementsToAssistiveTechnology(), true);
     Q_UNUSED(offered);
@@ -15,7 +18,8 @@ HostView::HostView(View root) : m_root(std::move(root)) {
 
 QSize HostView::sizeHint() const {
     const QSizeF ideal = m_element->sizeThatFits({});
-    return ideal.toSize();
+    return {static_cast<int>(std::ceil(ideal.width())),
+            static_cast<int>(std::ceil(ideal.height()))};
 }
 
 void HostView::changeEvent(QEvent* event) {
@@ -60,4 +64,8 @@ void HostView::drawAtNextTurn() {
     QTimer::singleShot(0, this, [this] { draw(); });
 }
 
-void HostView::place() { m_element->place(rect()); }
+void HostView::place() {
+    const QRectF room = rect();
+    const QSizeF size = m_element->sizeThatFits(Proposal::of(room.size()));
+    m_element->place({room.center() - QPointF(size.width() / 2, size.height() / 2), size});
+}

@@ -97,14 +97,14 @@ ElementPointer Realisation::realise(const ForEachNode& forEach, const Part& part
 }
 
 ElementPointer Realisation::realise(const ScrollNode& scroll, const Part& part) {
-    ScrollWidget& widget = takeScroll(part.place);
+    ScrollWidget& widget = takeScroll(part.environment, part.place);
     return makeScroll(widget, realise(scroll.content, part.environment, contentOf(widget)));
 }
 
 ElementPointer Realisation::realise(const FormNode& form, const Part& part) {
     constexpr double margin = 20;
     constexpr double sectionSpacing = 20;
-    ScrollWidget& widget = takeScroll(part.place);
+    ScrollWidget& widget = takeScroll(part.environment, part.place);
     const Part within{part.environment, part.place.within(contentOf(widget))};
     auto sections = makeStack(true, 0, sectionSpacing, realiseAll(form.sections, within));
     return makeScroll(

@@ -7,10 +7,11 @@
 
 class ScrollWidget : public QScrollArea {
 public:
-    explicit ScrollWidget(QWidget* parent) : QScrollArea(parent) {
+    explicit ScrollWidget(QWidget* parent)
+        : QScrollArea(parent), m_indicator(*new ScrollIndicator(this)) {
         setFrameShape(QFrame::NoFrame);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        setVerticalScrollBar(new ScrollIndicator(this));
+        setVerticalScrollBar(&m_indicator);
         auto* const content = new QWidget;
         setWidget(content);
         // The window's own ground shows through.
@@ -24,8 +25,17 @@ public:
         setVerticalScrollBarPolicy(overflows ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
         // The indicator lies over the content's margin and takes no room from it.
         setViewportMargins(0, 0, overflows ? -ScrollIndicator::width : 0, 0);
-        verticalScrollBar()->parentWidget()->raise();
+        m_indicator.parentWidget()->raise();
     }
+
+    void setTint(const QColor& tint) { m_indicator.setTint(tint); }
+
+protected:
+    void focusInEvent(QFocusEvent*) override { m_indicator.setMarked(true); }
+    void focusOutEvent(QFocusEvent*) override { m_indicator.setMarked(false); }
+
+private:
+    ScrollIndicator& m_indicator;
 };
 
 namespace {
@@ -59,7 +69,11 @@ private:
 
 } // namespace
 
-ScrollWidget& takeScroll(const WidgetPlace& place) { return place.take<ScrollWidget>(); }
+ScrollWidget& takeScroll(const Environment& environment, const WidgetPlace& place) {
+    auto& scroll = place.take<ScrollWidget>();
+    scroll.setTint(tintOf(environment));
+    return scroll;
+}
 
 QWidget& contentOf(ScrollWidget& scroll) { return *scroll.widget(); }
 

@@ -9,6 +9,10 @@ public:
 
     static constexpr int width = 12;
 
+    void setTint(const QColor& tint);
+    /// In the tint while the keyboard scrolls the content.
+    void setMarked(bool marked);
+
     QSize sizeHint() const override { return {width, width}; }
 
 protected:
@@ -19,5 +23,7 @@ protected:
 private:
     QRectF knob() const;
 
+    QColor m_tint;
+    bool m_marked = false;
     double m_grabbedAt = 0; ///< Below the knob's top.
 };

@@ -7,11 +7,22 @@
 
 #include <algorithm>
 
+void ScrollIndicator::setTint(const QColor& tint) {
+    m_tint = tint;
+    update();
+}
+
+void ScrollIndicator::setMarked(bool marked) {
+    m_marked = marked;
+    update();
+}
+
 void ScrollIndicator::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(faintText(palette(), isSliderDown() || underMouse() ? 0.45 : 0.3));
+    const bool grasped = isSliderDown() || underMouse();
+    painter.setBrush(m_marked ? m_tint : faintText(palette(), grasped ? 0.45 : 0.3));
     const QRectF bar = knob().adjusted(3, 2, -3, -2);
     painter.drawRoundedRect(bar, bar.width() / 2, bar.width() / 2);
 }
