@@ -17,13 +17,16 @@ struct Tones {
     QRgb control;
     QRgb line;
     QRgb text;
+    QRgb secondaryText; ///< Legible on the window and on the base.
     QRgb faintText;
 };
 
 constexpr QRgb accent = 0xff1e88e5;
 constexpr QRgb onAccent = 0xffffffff;
-constexpr Tones light = {0xfff5f5f7, 0xffffffff, 0xffffffff, 0xffc8c8cc, 0xff1d1d1f, 0xff8a8a8e};
-constexpr Tones dark = {0xff29292b, 0xff1e1e20, 0xff4a4a4d, 0xff55555a, 0xfff2f2f4, 0xff8e8e93};
+constexpr Tones light = {0xfff5f5f7, 0xffffffff, 0xffffffff, 0xffc8c8cc,
+                         0xff1d1d1f, 0xff66666b, 0xff8a8a8e};
+constexpr Tones dark = {0xff29292b, 0xff1e1e20, 0xff4a4a4d, 0xff55555a,
+                        0xfff2f2f4, 0xffa8a8ae, 0xff8e8e93};
 
 QPalette paletteOf(const Tones& tones) {
     using Role = QPalette::ColorRole;
@@ -34,7 +37,7 @@ QPalette paletteOf(const Tones& tones) {
         {QPalette::Base, tones.base},
         {QPalette::AlternateBase, tones.window},
         {QPalette::Text, tones.text},
-        {QPalette::PlaceholderText, tones.faintText},
+        {QPalette::PlaceholderText, tones.secondaryText},
         {QPalette::ToolTipBase, tones.window},
         {QPalette::ToolTipText, tones.text},
         {QPalette::Button, tones.control},

@@ -11,7 +11,7 @@ namespace {
 // In points.
 constexpr int rim = 5; ///< Between the menu's edge and its rows.
 constexpr int rowPadding = 10;
-constexpr int rowSpace = 9; ///< In the height of a row, besides its text.
+constexpr int rowSpace = 10; ///< In the height of a row, besides its text.
 constexpr int separatorHeight = 11;
 constexpr int imageSide = 16;
 constexpr int imageGap = 8;
@@ -45,7 +45,7 @@ QSize sizeOf(const QStyleOptionMenuItem& option) {
 /// The text's colour mixed into the ground's.
 QColor hairline(const QPalette& palette, double share) {
     const QColor text = palette.color(QPalette::WindowText);
-    const QColor ground = palette.color(QPalette::Base);
+    const QColor ground = palette.color(QPalette::Window);
     const auto mix = [&](int a, int b) { return static_cast<int>(a * share + b * (1 - share)); };
     return {mix(text.red(), ground.red()), mix(text.green(), ground.green()),
             mix(text.blue(), ground.blue())};
@@ -58,7 +58,7 @@ void drawPanel(const QStyleOption& option, QPainter& painter, bool translucent) 
     if (!translucent) painter.fillRect(option.rect, edge);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(edge, 1));
-    painter.setBrush(option.palette.base());
+    painter.setBrush(option.palette.window());
     painter.drawRoundedRect(outline, MenuStyle::radius - 0.5, MenuStyle::radius - 0.5);
 }
 
@@ -95,7 +95,7 @@ void drawRow(const QStyleOptionMenuItem& option, QPainter& painter) {
     }
     const QRect content = option.rect.adjusted(rowPadding, 0, -rowPadding, 0);
     painter.setFont(option.font);
-    painter.setPen(colour(QPalette::Text));
+    painter.setPen(colour(QPalette::WindowText));
     if (!option.icon.isNull())
         option.icon.paint(&painter, QRect(content.x(), content.center().y() - imageSide / 2 + 1,
                                           imageSide, imageSide));

@@ -17,7 +17,7 @@ public:
 
 private:
     void raise(const QWidget& popup);
-    void drop(const QWidget& popup);
+    void drop(const QObject* popup);
 
-    std::map<const QWidget*, WId> m_raised;
+    std::map<const QObject*, WId> m_raised; ///< Windows of popups that are shown.
 };

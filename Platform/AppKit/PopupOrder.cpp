@@ -24,8 +24,9 @@ bool PopupOrder::eventFilter(QObject* object, QEvent* event) {
     if (!widget) return false;
     const Qt::WindowType type = widget->windowType();
     if (type != Qt::Popup && type != Qt::ToolTip) return false;
-    drop(*widget);
-    // A widget that is being shown may yet be given another native window.
+    drop(widget);
+    // A widget that is being shown may yet be given another native window. The call is dropped with
+    // the widget where that dies first.
     if (shown)
         QMetaObject::invokeMethod(
             widget, [this, widget] { raise(*widget); }, Qt::QueuedConnection);
@@ -36,11 +37,12 @@ void PopupOrder::raise(const QWidget& popup) {
     if (!popup.isVisible() || !popup.windowHandle()) return;
     const WId window = popup.windowHandle()->winId();
     m_raised[&popup] = window;
+    connect(&popup, &QObject::destroyed, this, &PopupOrder::drop, Qt::UniqueConnection);
     Session::current().setName(window, popup.windowType() == Qt::Popup ? "menu" : "tip");
     Session::current().setLevel(window, aboveAll);
 }
 
-void PopupOrder::drop(const QWidget& popup) {
-    const auto raised = m_raised.extract(&popup);
+void PopupOrder::drop(const QObject* popup) {
+    const auto raised = m_raised.extract(popup);
     if (raised) Session::current().dropLevel(raised.mapped());
 }

@@ -19,6 +19,8 @@
 #include <QMap>
 #include <QPalette>
 
+#include <cmath>
+
 namespace {
 
 const char* const identifier = "com.vardek.NimbrelLite";
@@ -253,6 +255,32 @@ TEST(NSWorkspace, FollowsTheContrastOfTheDesktop) {
     looks(solid, 1);
 }
 
+namespace {
+
+/// From 1, the same, to 21, black on white.
+double contrastOf(const QColor& one, const QColor& other) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    const auto luminance = [&](const QColor& color) {
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
+    };
+    const auto [low, high] = std::minmax({luminance(one), luminance(other)});
+    return (high + 0.05) / (low + 0.05);
+}
+
+void expectLegibleText() {
+    const QPalette palette = QGuiApplication::palette();
+    for (const auto ground : {QPalette::Window, QPalette::Base, QPalette::ToolTipBase})
+        for (const auto text : {QPalette::WindowText, QPalette::Text, QPalette::PlaceholderText,
+                                QPalette::ToolTipText})
+            EXPECT_GE(contrastOf(palette.color(ground), palette.color(text)), 4.5)
+                << ground << " " << text;
+}
+
+} // namespace
+
 TEST(Appearance, IsDarkWhileTheDesktopPrefersThat) {
     const auto lightnessOf = [](QPalette::ColorRole role) {
         return QGuiApplication::palette().color(role).lightness();
@@ -266,7 +294,9 @@ TEST(Appearance, IsDarkWhileTheDesktopPrefersThat) {
     EXPECT_TRUE(isLight());
     Portal portal;
     portal.start();
+    expectLegibleText();
     runUntil(isDark);
+    expectLegibleText();
     for (const uint scheme : {0u, 2u}) { // No preference, and one for light.
         portal.tell("org.freedesktop.appearance", "color-scheme", scheme);
         runUntil(isLight);
