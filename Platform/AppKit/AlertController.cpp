@@ -17,13 +17,14 @@ namespace {
 // In points.
 constexpr int iconSize = 56;
 constexpr int edge = 20;
-constexpr int textWidth = 340;
+constexpr int iconGap = 16;
+constexpr int leastTextWidth = 340;
 
-QLabel* labelWith(const std::string& text, QFont::Weight weight) {
+QLabel* labelWith(const std::string& text, QFont::Weight weight, int width) {
     auto* label = new QLabel(QString::fromStdString(text));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
-    label->setFixedWidth(textWidth);
+    label->setFixedWidth(width);
     QFont font = label->font();
     font.setWeight(weight);
     label->setFont(font);
@@ -33,14 +34,16 @@ QLabel* labelWith(const std::string& text, QFont::Weight weight) {
 class AlertContent : public ViewContent {
 public:
     explicit AlertContent(const AlertController& alert) {
+        auto* const row = rowOf(alert.buttons);
+        const int width = std::max(leastTextWidth, row->sizeHint().width() - iconSize - iconGap);
         auto* texts = new QVBoxLayout;
         texts->setSpacing(6);
-        texts->addWidget(labelWith(alert.messageText, QFont::Bold));
-        texts->addWidget(labelWith(alert.informativeText, QFont::Normal));
+        texts->addWidget(labelWith(alert.messageText, QFont::Bold, width));
+        texts->addWidget(labelWith(alert.informativeText, QFont::Normal, width));
         texts->addStretch();
 
         auto* top = new QHBoxLayout;
-        top->setSpacing(16);
+        top->setSpacing(iconGap);
         auto* icon = new QLabel;
         icon->setPixmap(programIcon().pixmap(iconSize));
         top->addWidget(icon, 0, Qt::AlignTop);
@@ -50,7 +53,7 @@ public:
         all->setContentsMargins(edge, edge, edge, edge);
         all->setSpacing(edge);
         all->addLayout(top);
-        all->addLayout(rowOf(alert.buttons));
+        all->addLayout(row);
         for (size_t i = 1; i < m_buttons.size(); ++i)
             setTabOrder(m_buttons[i - 1], m_buttons[i]);
         setAccessibleName(QString::fromStdString(alert.messageText));
@@ -86,7 +89,7 @@ private:
         row->setSpacing(10);
         for (const std::string& title : titles) {
             const auto answer = NSAlertFirstButtonReturn + static_cast<NSInteger>(m_buttons.size());
-            auto* button = new QPushButton(QString::fromStdString(title).replace("&", "&&"));
+            auto* button = new QPushButton(QString::fromStdString(title).replace("&", "&&"), this);
             button->setDefault(m_buttons.empty());
             QObject::connect(button, &QPushButton::clicked, button,
                              [answer] { NSApp->stopModalWithCode(answer); });

@@ -7,7 +7,6 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QScreen>
 
 #include <algorithm>
@@ -37,7 +36,7 @@ QMargins chromeOf(const NSWindow& window) {
 
 /// Many faint outlines, each a little larger, add up to a soft edge.
 void paintShadow(QPainter& painter, const QRectF& body) {
-    constexpr double darkest = 0.035;
+    constexpr double darkest = 0.025;
     painter.setPen(Qt::NoPen);
     for (int reach = shadowReach; reach > 0; --reach) {
         const double near = 1.0 - static_cast<double>(reach) / shadowReach;
@@ -103,23 +102,17 @@ void FloatingFrame::checkForm() {
     if (m_translucent != isComposited()) onWrongForm();
 }
 
-void FloatingFrame::resizeEvent(QResizeEvent*) {
-    if (m_translucent) return;
-    QPainterPath outline;
-    outline.addRoundedRect(rect(), corner, corner);
-    setMask(QRegion(outline.toFillPolygon().toPolygon()));
-}
-
 void FloatingFrame::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF outline = QRectF(body()).adjusted(0.5, 0.5, -0.5, -0.5);
+    const double radius = m_translucent ? corner : 0; // Only a compositor rounds off smoothly.
     if (m_translucent) paintShadow(painter, outline);
     QColor line = palette().color(QPalette::WindowText);
     line.setAlphaF(0.2F);
     painter.setPen(line);
     painter.setBrush(palette().color(QPalette::Window));
-    painter.drawRoundedRect(outline, corner, corner);
+    painter.drawRoundedRect(outline, radius, radius);
 }
 
 void FloatingFrame::mousePressEvent(QMouseEvent* event) {

@@ -7,6 +7,7 @@
 #include "AppKit/PanelAccessible+Private.h"
 #include "AppKit/PanelWindow+Private.h"
 #include "AppKit/PopupOrder+Private.h"
+#include "AppKit/ProgramIcon+Private.h"
 #include "AppKit/QuitSignals+Private.h"
 #include "AppKit/ReopenRequests+Private.h"
 #include "Foundation/NSBundle.h"
@@ -63,6 +64,7 @@ void makeQtApplication() {
     // Never deleted: the process ends with it, and with the windows and icons that hang on it.
     [[maybe_unused]] static auto* application = new QApplication(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(programIcon());
     QApplication::setDesktopFileName("com.vardek.NimbrelLite");
     // A drag counts by every point that the pointer passed.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
