@@ -31,6 +31,18 @@ QLabel* labelWith(const std::string& text, QFont::Weight weight, int width) {
     return label;
 }
 
+/// Leaves the arrow keys to the row that it stands in.
+class AlertButton : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) return event->ignore();
+        QPushButton::keyPressEvent(event);
+    }
+};
+
 class AlertContent : public ViewContent {
 public:
     explicit AlertContent(const AlertController& alert) {
@@ -89,7 +101,7 @@ private:
         row->setSpacing(10);
         for (const std::string& title : titles) {
             const auto answer = NSAlertFirstButtonReturn + static_cast<NSInteger>(m_buttons.size());
-            auto* button = new QPushButton(QString::fromStdString(title).replace("&", "&&"), this);
+            auto* button = new AlertButton(QString::fromStdString(title).replace("&", "&&"), this);
             button->setDefault(m_buttons.empty());
             QObject::connect(button, &QPushButton::clicked, button,
                              [answer] { NSApp->stopModalWithCode(answer); });
