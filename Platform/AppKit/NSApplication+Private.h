@@ -2,6 +2,12 @@
 
 #include "AppKit/NSApplication.h"
 
+#include <QProcessEnvironment>
+
+/// The environment as the program found it, for those that it starts. It sets some variables for
+/// its own libraries alone.
+const QProcessEnvironment& foundEnvironment();
+
 /// Makes an event the application's current one while it lives.
 class CurrentEvent {
 public:

@@ -75,6 +75,11 @@ void makeQtApplication() {
 
 } // namespace
 
+const QProcessEnvironment& foundEnvironment() {
+    static const auto environment = QProcessEnvironment::systemEnvironment();
+    return environment;
+}
+
 NSApplication& NSApplication::sharedApplication() {
     if (!NSApp) NSApp = new NSApplication;
     return *NSApp;
@@ -82,6 +87,7 @@ NSApplication& NSApplication::sharedApplication() {
 
 NSApplication::NSApplication() {
     harden();
+    foundEnvironment();
     nameSessionBus();
     connectToWindowServer();
     makeQtApplication();

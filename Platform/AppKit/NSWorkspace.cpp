@@ -1,9 +1,22 @@
 #include "AppKit/NSWorkspace.h"
 
+#include "AppKit/NSApplication+Private.h"
 #include "AppKit/PortalSetting+Private.h"
 
-#include <QDesktopServices>
-#include <QUrl>
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace {
+
+/// What hands an address to the desktop's browser. Empty where there is nothing of the kind.
+QString opener() {
+    for (const char* name : {"xdg-open", "sensible-browser", "x-www-browser"})
+        if (const QString found = QStandardPaths::findExecutable(name); !found.isEmpty())
+            return found;
+    return {};
+}
+
+} // namespace
 
 NSWorkspace& NSWorkspace::sharedWorkspace() {
     static auto* const workspace = new NSWorkspace; // Outlives the bus it listens to.
@@ -20,7 +33,14 @@ NSWorkspace::NSWorkspace() : m_contrast(std::make_unique<PortalSetting>("contras
 NSWorkspace::~NSWorkspace() = default;
 
 bool NSWorkspace::openURL(const NSURL& url) {
-    return QDesktopServices::openUrl(QUrl(QString::fromStdString(url.absoluteString())));
+    QProcess process;
+    process.setProgram(opener());
+    process.setArguments({QString::fromStdString(url.absoluteString())});
+    process.setProcessEnvironment(foundEnvironment());
+    // Whatever it or the browser has to say is not this program's to print.
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    return !process.program().isEmpty() && process.startDetached();
 }
 
 bool NSWorkspace::accessibilityDisplayShouldReduceTransparency() const {
