@@ -60,7 +60,8 @@ Environment Desktop::environment() const {
         {"ASAN_OPTIONS", "detect_leaks=0"},
         {"UBSAN_OPTIONS", "print_stacktrace=1"},
     };
-    result.insert(extra.begin(), extra.end());
+    for (const auto& [name, value] : extra)
+        result[name] = value;
     return result;
 }
 

@@ -35,7 +35,7 @@ public:
     /// What a program finds in its environment here.
     Environment environment() const;
 
-    Environment extra; ///< More for programs to find in their environment.
+    Environment extra; ///< More for programs to find in their environment, or other values there.
     std::unique_ptr<XServer> server;
     std::optional<SessionBus> bus;
     Screen screen;
