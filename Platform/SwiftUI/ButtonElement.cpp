@@ -1,6 +1,5 @@
 #include "SwiftUI/ButtonWidget+Private.h"
 #include "SwiftUI/ContainerElements+Private.h"
-#include "SwiftUI/FocusRing+Private.h"
 
 #include <algorithm>
 
@@ -28,12 +27,12 @@ public:
         : m_widget(widget), m_chrome(chrome), m_label(std::move(label)) {}
 
     void place(const QRectF& rect) override {
-        constexpr int ring = focusRingMargin;
-        m_widget.setGeometry(wholePoints(rect).adjusted(-ring, -ring, ring, ring));
+        const int margin = m_widget.margin();
+        m_widget.setGeometry(wholePoints(rect).adjusted(-margin, -margin, margin, margin));
         const QSizeF label =
             m_label->sizeThatFits(m_chrome ? Proposal{} : Proposal::of(rect.size()));
-        m_label->place({{ring + (rect.width() - label.width()) / 2,
-                         ring + (rect.height() - label.height()) / 2},
+        m_label->place({{margin + (rect.width() - label.width()) / 2,
+                         margin + (rect.height() - label.height()) / 2},
                         label});
     }
 

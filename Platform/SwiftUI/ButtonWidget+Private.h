@@ -7,8 +7,7 @@
 
 #include <functional>
 
-/// The chrome of a button, with the widgets of its label in it. It reaches beyond the button by the
-/// margin of the focus ring.
+/// The chrome of a button, with the widgets of its label in it.
 class ButtonWidget : public QAbstractButton {
 public:
     explicit ButtonWidget(QWidget* parent);
@@ -21,6 +20,9 @@ public:
         QColor tint;
     };
     void setLook(const Look& look);
+    /// How far the widget reaches beyond the button, for the focus ring; around a plain one also
+    /// for the ground that it gets under the pointer.
+    int margin() const;
     void setAction(std::function<void()> action) { m_action = std::move(action); }
     void setKeyboardShortcut(const std::optional<KeyboardShortcut>& shortcut);
     /// Without a content shape a plain button is pressed only on what its label shows.

@@ -4,10 +4,12 @@
 
 namespace {
 
+constexpr double plainRadius = 6;
+
 void paintPlain(QPainter& painter, const QRectF& rect, const QPalette& palette, bool down) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(faintText(palette, down ? 0.1 : 0.045));
-    painter.drawRoundedRect(rect, 6, 6);
+    painter.drawRoundedRect(rect, plainRadius, plainRadius);
 }
 
 void paintProminent(QPainter& painter, const QRectF& rect, double radius, const QColor& tint) {
@@ -55,23 +57,26 @@ void ButtonWidget::setKeyboardShortcut(const std::optional<KeyboardShortcut>& sh
     m_shortcut.setKeys(keys);
 }
 
+int ButtonWidget::margin() const { return m_look.plain ? 4 + focusRingMargin : focusRingMargin; }
+
 bool ButtonWidget::hitButton(const QPoint& position) const {
-    if (m_look.plain && !m_hasContentShape) return childAt(position);
-    return chrome().contains(position);
+    if (!m_look.plain) return chrome().contains(position);
+    return m_hasContentShape || childAt(position);
 }
 
 void ButtonWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const double radius = m_look.plain ? plainRadius : m_look.radius;
     if (m_look.plain) {
-        if (isDown() || underMouse()) paintPlain(painter, rect(), palette(), isDown());
+        if (isDown() || underMouse()) paintPlain(painter, chrome(), palette(), isDown());
     } else if (m_look.prominent) {
         const int darker = isDown() ? 118 : underMouse() ? 106 : 100;
         paintProminent(painter, chrome(), m_look.radius, m_look.tint.darker(darker));
     } else {
         paintBordered(painter, chrome(), m_look.radius, palette(), isDown(), underMouse());
     }
-    if (hasFocus()) drawFocusRing(painter, chrome(), m_look.radius, m_look.tint);
+    if (hasFocus()) drawFocusRing(painter, chrome(), radius, m_look.tint);
 }
 
 QRectF ButtonWidget::chrome() const {
