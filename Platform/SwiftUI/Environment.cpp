@@ -3,7 +3,7 @@
 namespace {
 
 /// Enough to read small print by on any window.
-constexpr double secondaryOpacity = 0.62;
+constexpr double secondaryOpacity = 0.66;
 
 QColor thinned(QColor color, double opacity) {
     color.setAlphaF(static_cast<float>(color.alphaF() * opacity));

@@ -79,7 +79,7 @@ ElementPointer makeShape(const Shape& shape, const QColor& fill, const WidgetPla
 
 ElementPointer makeCard(const Environment& environment, const WidgetPlace& place) {
     const QColor ground =
-        isDark(environment.palette) ? QColor(255, 255, 255, 12) : QColor(255, 255, 255, 150);
+        isDark(environment.palette) ? QColor(255, 255, 255, 12) : QColor(255, 255, 255, 200);
     const QColor edge = faintText(environment.palette, 0.09);
     return makePainted(
         place,
