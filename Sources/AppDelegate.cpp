@@ -3,11 +3,21 @@
 #include "Bubble.h"
 #include "Cover.h"
 #include "HotKey.h"
+#include "LoginItem.h"
+#include "Prefs.h"
+#include "SettingsWindow.h"
+
+namespace {
+const std::string loginAsked = "loginAsked";
+}
 
 void AppDelegate::applicationDidFinishLaunching(const NSNotification&) {
     handOverFromEarlierInstances();
     Cover::shared()->start(); // First: the buttons and the status icon read its state.
-    Bubble::shared()->menu = [] { return std::make_shared<NSMenu>(); };
+    Bubble::shared()->menu = [weakSelf = weak_from_this()] {
+        const auto self = weakSelf.lock();
+        return self ? self->makeMenu() : std::make_shared<NSMenu>();
+    };
     Bubble::shared()->start();
     createStatusItem();
     HotKey::shared().register_();
@@ -16,17 +26,36 @@ void AppDelegate::applicationDidFinishLaunching(const NSNotification&) {
         [weakSelf = weak_from_this()](const NSNotification&) {
             if (const auto self = weakSelf.lock()) self->updateStatusIcon();
         });
+    setUpOnFirstRun();
+}
+
+bool AppDelegate::applicationShouldHandleReopen(NSApplication&, bool) {
+    SettingsWindow::show();
+    return false;
 }
 
 void AppDelegate::statusClicked() {
     const auto& event = NSApp->currentEvent();
     const bool wantsMenu = event && (event->type() == NSEventTypeRightMouseUp ||
                                      (event->modifierFlags() & NSEventModifierFlagControl));
-    if (wantsMenu) return;
-    if (Cover::shared()->shown())
-        Cover::shared()->hide();
+    if (wantsMenu)
+        openStatusMenu();
     else
-        Cover::shared()->show();
+        toggleBlur();
+}
+
+// While a menu is attached the platform opens it at a click and sends no action, so it stays
+// attached only as long as it is open.
+void AppDelegate::openStatusMenu() {
+    if (!statusItem) return;
+    const auto menu = makeMenu();
+    menu->setDelegate(weak_from_this());
+    statusItem->setMenu(menu);
+    if (const auto& button = statusItem->button()) button->performClick(nullptr);
+}
+
+void AppDelegate::menuDidClose(NSMenu&) {
+    if (statusItem) statusItem->setMenu(nullptr);
 }
 
 // The newest launch wins: it asks every other instance to quit and carries on at once.
@@ -38,6 +67,16 @@ void AppDelegate::handOverFromEarlierInstances() {
     for (const auto& application : applications)
         if (!application->isEqual(*NSRunningApplication::currentApplication()))
             application->terminate();
+}
+
+// Once, and only where the program is installed for good. Whatever fails is not tried again.
+void AppDelegate::setUpOnFirstRun() {
+    NSUserDefaults& defaults = Prefs::shared().d;
+    if (defaults.boolForKey(loginAsked)) return;
+    if (!NSBundle::mainBundle().bundlePath().starts_with("/Applications/")) return;
+    defaults.setBool(true, loginAsked);
+    LoginItem::set(true);
+    SettingsWindow::show();
 }
 
 void AppDelegate::createStatusItem() {

@@ -36,6 +36,11 @@ void ContentWindow::activate() {
     if (front) front->takeKeyboard();
 }
 
+void ContentWindow::leaveScreen() {
+    for (FrameWidget* frame : frames())
+        frame->leave();
+}
+
 NSInteger ContentWindow::number() const {
     return m_frame && m_frame->isVisible() ? static_cast<NSInteger>(m_frame->winId()) : 0;
 }

@@ -3,6 +3,7 @@
 #include "AppKit/NSWindow.h"
 
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -47,11 +48,12 @@ protected:
     void moveEvent(QMoveEvent* event) override;
 
 private:
-    void leaveIfInactive(Qt::ApplicationState state);
+    void leaveIfInactive();
 
     NSWindow& m_window;
     QPointer<ViewContent> m_content;
-    const QMargins m_chrome; ///< Of ours, around the content.
+    const QMargins m_chrome; ///< All of ours around the content, its toolbar included.
     unsigned m_order = 0;    ///< Counts up with each window that comes to the front.
+    QTimer m_settling;       ///< Since the program became active, or another one did.
     bool m_away = false;     ///< Not on the screen because the program is not the active one.
 };

@@ -10,6 +10,9 @@
 
 namespace {
 
+/// While the keyboard goes from one of the program's windows to another, none may have it.
+constexpr int settlingMilliseconds = 100;
+
 constexpr NSInteger firstOwnLevel = 1000; ///< From here on window managers have no say.
 
 Qt::WindowFlags managedFlags(NSUInteger style) {
@@ -32,7 +35,8 @@ std::unique_ptr<FrameWidget> FrameWidget::make(NSWindow& window,
 
 FrameWidget::FrameWidget(NSWindow& window, std::unique_ptr<ViewContent> content,
                          const QMargins& chrome, Qt::WindowFlags flags)
-    : QWidget(nullptr, flags), m_window(window), m_content(content.release()), m_chrome(chrome) {
+    : QWidget(nullptr, flags), m_window(window), m_content(content.release()),
+      m_chrome(chrome + QMargins(0, m_content->toolbarHeight(), 0, 0)) {
     setWindowTitle(QString::fromStdString(window.title()));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(chrome);
@@ -42,7 +46,11 @@ FrameWidget::FrameWidget(NSWindow& window, std::unique_ptr<ViewContent> content,
         window.setContentSize(
             {m_content->sizeHint().width() * 1.0, m_content->sizeHint().height() * 1.0});
     place(rectOf(window.frame()));
-    connect(qApp, &QGuiApplication::applicationStateChanged, this, &FrameWidget::leaveIfInactive);
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settlingMilliseconds);
+    connect(&m_settling, &QTimer::timeout, this, &FrameWidget::leaveIfInactive);
+    connect(qApp, &QGuiApplication::applicationStateChanged, &m_settling,
+            qOverload<>(&QTimer::start));
 }
 
 std::unique_ptr<ViewContent> FrameWidget::takeContent() {
@@ -80,8 +88,9 @@ void FrameWidget::comeBack() {
     if (m_away) enter();
 }
 
-void FrameWidget::leaveIfInactive(Qt::ApplicationState state) {
-    if (state != Qt::ApplicationInactive || !m_window.hidesOnDeactivate() || !isVisible()) return;
+void FrameWidget::leaveIfInactive() {
+    const bool isActive = QGuiApplication::applicationState() == Qt::ApplicationActive;
+    if (isActive || !m_window.hidesOnDeactivate() || !isVisible()) return;
     leave();
     m_away = true;
 }

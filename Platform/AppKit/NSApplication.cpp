@@ -110,6 +110,7 @@ void NSApplication::run() {
         delegate->applicationDidFinishLaunching(
             NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
     QApplication::exec();
+    ContentWindow::leaveScreen();
 }
 
 void NSApplication::reopen() {

@@ -37,6 +37,11 @@ enum NSWindowAnimationBehavior : NSInteger {
     NSWindowAnimationBehaviorNone = 2,
 };
 
+enum NSWindowToolbarStyle : NSInteger {
+    NSWindowToolbarStyleAutomatic = 0,
+    NSWindowToolbarStylePreference = 2,
+};
+
 inline constexpr NSInteger NSNormalWindowLevel = 0;
 inline constexpr NSInteger NSFloatingWindowLevel = 3;
 inline constexpr NSInteger NSScreenSaverWindowLevel = 1000;
@@ -147,6 +152,8 @@ public:
     void setCollectionBehavior(NSUInteger behavior) { m_collectionBehavior = behavior; }
     bool isRestorable() const { return m_restorable; }
     void setRestorable(bool restorable) { m_restorable = restorable; }
+    NSWindowToolbarStyle toolbarStyle() const { return m_toolbarStyle; }
+    void setToolbarStyle(NSWindowToolbarStyle style) { m_toolbarStyle = style; }
     NSWindowAnimationBehavior animationBehavior() const { return m_animationBehavior; }
     void setAnimationBehavior(NSWindowAnimationBehavior behavior) {
         m_animationBehavior = behavior;
@@ -181,5 +188,6 @@ private:
     bool m_movable = true;
     bool m_releasedWhenClosed = true;
     NSUInteger m_collectionBehavior = 0;
+    NSWindowToolbarStyle m_toolbarStyle = NSWindowToolbarStyleAutomatic;
     NSWindowAnimationBehavior m_animationBehavior = NSWindowAnimationBehaviorDefault;
 };

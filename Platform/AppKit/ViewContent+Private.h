@@ -8,4 +8,7 @@
 class ViewContent : public QWidget {
 public:
     using QWidget::QWidget;
+
+    /// What of its height, in points, is the window's toolbar and does not count as content.
+    virtual int toolbarHeight() const { return 0; }
 };

@@ -49,7 +49,8 @@ struct ScrollView : View {
 /// One view for each element, known by its `id`, for the stack or section around.
 struct ForEach : View {
     template <class Range, class Id, class Content>
-    ForEach(const Range& range, Id id, Content content) : ForEach(rows(range, id, content)) {}
+    ForEach(const Range& range, Id identify, Content content)
+        : ForEach(rows(range, identify, content)) {}
 
 private:
     struct Rows {
@@ -59,10 +60,10 @@ private:
     explicit ForEach(Rows rows);
 
     template <class Range, class Id, class Content>
-    static Rows rows(const Range& range, Id id, Content content) {
+    static Rows rows(const Range& range, Id identify, Content content) {
         Rows rows;
         for (const auto& element : range) {
-            rows.ids.push_back(std::invoke(id, element));
+            rows.ids.push_back(std::invoke(identify, element));
             rows.views.push_back(content(element));
         }
         return rows;

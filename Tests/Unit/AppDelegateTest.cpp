@@ -5,6 +5,10 @@
 #include "AppKit/NSStatusBar+Private.h"
 #include "Cover.h"
 
+#include <QApplication>
+#include <QMenu>
+#include <QTimer>
+
 #include <csignal>
 
 namespace {
@@ -69,10 +73,28 @@ TEST_F(AppDelegateTest, AClickWithoutAnEventToggles) {
     EXPECT_TRUE(Cover::shared()->shown());
 }
 
-TEST_F(AppDelegateTest, ARightOrControlClickDoesNotToggle) {
-    button().rightMouseUp(NSEvent(NSEventTypeRightMouseUp, 0));
-    button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, NSEventModifierFlagControl));
+TEST_F(AppDelegateTest, ARightOrControlClickOpensTheMenuAndALeftOneTogglesAgain) {
+    const auto openedBy = [](const std::function<void()>& click) {
+        QString first;
+        QTimer::singleShot(0, [&first] {
+            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (!menu) return;
+            first = menu->actions().value(0)->text();
+            menu->close();
+        });
+        click();
+        return first.toStdString();
+    };
+    const auto rightClick = [this] { button().rightMouseUp(NSEvent(NSEventTypeRightMouseUp, 0)); };
+    const auto controlClick = [this] {
+        button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, NSEventModifierFlagControl));
+    };
+    EXPECT_EQ(openedBy(rightClick), "Blur Every Screen");
+    EXPECT_EQ(openedBy(controlClick), "Blur Every Screen");
     EXPECT_FALSE(Cover::shared()->shown());
+    button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, 0));
+    EXPECT_TRUE(Cover::shared()->shown());
+    EXPECT_EQ(openedBy(rightClick), "Show the Screens");
 }
 
 TEST_F(AppDelegateTest, TheIconFollowsEveryChangeOfTheCover) {

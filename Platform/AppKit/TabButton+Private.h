@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QAbstractButton>
+
+/// A tab in a toolbar: a symbol above its label, in the accent colour while it is the chosen one.
+class TabButton : public QAbstractButton {
+public:
+    TabButton(const QString& label, const QIcon& icon);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};

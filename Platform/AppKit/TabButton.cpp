@@ -1,0 +1,58 @@
+#include "AppKit/TabButton+Private.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace {
+
+// In points.
+constexpr int symbolSize = 22;
+constexpr int labelSize = 11;
+constexpr int leastWidth = 68;
+constexpr int sideEdge = 10;
+constexpr int upperEdge = 5;
+constexpr double corner = 6;
+
+} // namespace
+
+TabButton::TabButton(const QString& label, const QIcon& icon) {
+    setText(label);
+    setIcon(icon);
+    setCheckable(true);
+    setAutoExclusive(true);
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+    QFont small = font();
+    small.setPixelSize(labelSize);
+    setFont(small);
+}
+
+QSize TabButton::sizeHint() const {
+    const QSize label = fontMetrics().size(Qt::TextSingleLine, text());
+    return {std::max(leastWidth, label.width() + 2 * sideEdge),
+            upperEdge + symbolSize + 2 + label.height() + upperEdge};
+}
+
+void TabButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor accent = palette().color(QPalette::Highlight);
+    QColor ground = palette().color(QPalette::WindowText);
+    ground.setAlphaF(isChecked() ? 0.09F : isDown() || underMouse() ? 0.05F : 0.0F);
+    painter.setPen(hasFocus() ? QPen(accent, 2) : Qt::NoPen);
+    painter.setBrush(ground);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), corner, corner);
+
+    const QColor ink = isChecked() ? accent : palette().color(QPalette::WindowText);
+    const QRect symbol((width() - symbolSize) / 2, upperEdge, symbolSize, symbolSize);
+    QPixmap tinted = icon().pixmap(symbol.size(), devicePixelRatioF());
+    QPainter tint(&tinted);
+    tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    tint.fillRect(tinted.rect(), ink);
+    tint.end();
+    painter.drawPixmap(symbol, tinted);
+    painter.setPen(ink);
+    painter.drawText(rect().adjusted(0, 0, 0, -upperEdge), Qt::AlignHCenter | Qt::AlignBottom,
+                     text());
+}

@@ -1,0 +1,77 @@
+#include "AppKit/TabContent+Private.h"
+
+#include "AppKit/NSImage+Private.h"
+#include "AppKit/NSTabViewController.h"
+#include "AppKit/TabButton+Private.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QStackedWidget>
+
+namespace {
+
+// In points.
+constexpr int edge = 6;
+constexpr int gap = 4;
+constexpr int hairline = 1;
+
+/// Parts the toolbar from what is below.
+class Hairline : public QWidget {
+public:
+    Hairline() { setFixedHeight(hairline); }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QColor line = palette().color(QPalette::WindowText);
+        line.setAlphaF(0.15F);
+        QPainter(this).fillRect(rect(), line);
+    }
+};
+
+} // namespace
+
+TabContent::TabContent(NSTabViewController& controller)
+    : m_controller(controller), m_toolbar(new QWidget), m_views(new QStackedWidget) {
+    fillToolbar();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_toolbar);
+    layout->addWidget(new Hairline);
+    layout->addWidget(m_views);
+    for (const auto& item : controller.tabViewItems()) {
+        auto content = item->viewController()->loadView();
+        const NSSize& size = item->viewController()->preferredContentSize();
+        content->setFixedSize(static_cast<int>(size.width), static_cast<int>(size.height));
+        m_views->addWidget(content.release());
+    }
+    controller.selectionChanged = [this] { showSelected(); };
+    showSelected();
+}
+
+TabContent::~TabContent() { m_controller.selectionChanged = nullptr; }
+
+int TabContent::toolbarHeight() const { return m_toolbar->sizeHint().height() + hairline; }
+
+void TabContent::fillToolbar() {
+    auto* row = new QHBoxLayout(m_toolbar);
+    row->setContentsMargins(edge, edge, edge, edge);
+    row->setSpacing(gap);
+    row->addStretch();
+    for (const auto& item : m_controller.tabViewItems()) {
+        const auto index = static_cast<NSInteger>(m_buttons.size());
+        auto* button = new TabButton(QString::fromStdString(item->label()),
+                                     item->image() ? iconFrom(*item->image()) : QIcon());
+        connect(button, &QAbstractButton::clicked, this,
+                [this, index] { m_controller.setSelectedTabViewItemIndex(index); });
+        row->addWidget(button);
+        m_buttons.push_back(button);
+    }
+    row->addStretch();
+}
+
+void TabContent::showSelected() {
+    const auto selected = static_cast<int>(m_controller.selectedTabViewItemIndex());
+    m_views->setCurrentIndex(selected);
+    if (selected >= 0) m_buttons.at(static_cast<size_t>(selected))->setChecked(true);
+}
