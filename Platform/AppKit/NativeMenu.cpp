@@ -11,6 +11,13 @@
 
 using WindowServer::Session;
 
+namespace {
+bool isModifier(int key) {
+    return (key >= Qt::Key_Shift && key <= Qt::Key_Alt) || key == Qt::Key_AltGr ||
+           key == Qt::Key_Super_L || key == Qt::Key_Super_R;
+}
+} // namespace
+
 NativeMenu::NativeMenu(const NSMenu& menu, Chosen chosen, QWidget* parent)
     : QMenu(parent), m_chosen(std::move(chosen)), m_translucent(Session::current().isComposited()) {
     setStyle(&MenuStyle::shared());
@@ -59,6 +66,7 @@ QAction* NativeMenu::actionFor(const QKeyEvent& press) const {
 
 // The whole menu answers to the keys of its items, whichever submenu is open.
 void NativeMenu::keyPressEvent(QKeyEvent* event) {
+    if (isModifier(event->key())) return; // The first key of a chord closes no menu.
     auto* whole = this;
     while (auto* const parent = qobject_cast<NativeMenu*>(whole->parentWidget()))
         whole = parent;

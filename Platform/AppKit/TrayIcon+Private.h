@@ -3,11 +3,11 @@
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QRect>
+#include <QSystemTrayIcon>
 
 #include <memory>
 
 class NSStatusBarButton;
-class QSystemTrayIcon;
 
 /// A status bar's button in the desktop's tray, from the time there is a tray.
 class TrayIcon : public QObject {
@@ -31,6 +31,7 @@ private slots:
 
 private:
     void appearIf(bool hasTray);
+    void click(QSystemTrayIcon::ActivationReason reason);
 
     NSStatusBarButton& m_button;
     QDBusServiceWatcher m_watcherStart;

@@ -11,7 +11,6 @@
 #include <QDBusPendingReply>
 #include <QEvent>
 #include <QGuiApplication>
-#include <QSystemTrayIcon>
 
 using WindowServer::Session;
 
@@ -20,8 +19,8 @@ namespace {
 const QString watcherService = "org.kde.StatusNotifierWatcher";
 const QString watcherPath = "/StatusNotifierWatcher";
 
-NSEvent eventOf(NSEventType type) {
-    const bool control = QGuiApplication::queryKeyboardModifiers() & Qt::ControlModifier;
+NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers) {
+    const bool control = modifiers & Qt::ControlModifier;
     return {type, control ? NSUInteger{NSEventModifierFlagControl} : 0};
 }
 
@@ -66,14 +65,25 @@ void TrayIcon::lookForTray() {
 void TrayIcon::appearIf(bool hasTray) {
     if (!hasTray || m_icon) return;
     m_icon = std::make_unique<QSystemTrayIcon>();
-    connect(m_icon.get(), &QSystemTrayIcon::activated, this, [this](auto reason) {
-        // The second click of a quick pair is a click like the first.
-        if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
-            m_button.mouseUp(eventOf(NSEventTypeLeftMouseUp));
-        else if (reason == QSystemTrayIcon::Context)
-            m_button.rightMouseUp(eventOf(NSEventTypeRightMouseUp));
-    });
+    connect(m_icon.get(), &QSystemTrayIcon::activated, this, &TrayIcon::click);
     update();
+}
+
+// A menu may stay open for long: neither the tray, whose call this is, nor the icon waits for it.
+void TrayIcon::click(QSystemTrayIcon::ActivationReason reason) {
+    // The second click of a quick pair is a click like the first.
+    const bool left = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
+    if (!left && reason != QSystemTrayIcon::Context) return;
+    // An icon with a window heard which keys were held at the click; a tray on the bus does not
+    // tell.
+    const auto modifiers = m_icon->geometry().isValid() ? QGuiApplication::keyboardModifiers()
+                                                        : QGuiApplication::queryKeyboardModifiers();
+    const NSEvent event =
+        eventOf(left ? NSEventTypeLeftMouseUp : NSEventTypeRightMouseUp, modifiers);
+    const auto deliver = [this, left, event] {
+        left ? m_button.mouseUp(event) : m_button.rightMouseUp(event);
+    };
+    QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
 }
 
 bool TrayIcon::eventFilter(QObject* object, QEvent* event) {

@@ -87,6 +87,14 @@ std::vector<ScreenWindow> Agent::buttons() const {
     return windows;
 }
 
+std::vector<ScreenWindow> Agent::menus() const {
+    std::vector<ScreenWindow> windows = m_desktop.screen.windows();
+    std::erase_if(windows, [](const ScreenWindow& window) {
+        return !window.viewable || window.instance != "menu" || window.className != "nimbrel-lite";
+    });
+    return windows;
+}
+
 bool Agent::isCovered() const {
     std::vector<Area> areas;
     for (const ScreenWindow& window : visibleCovers())

@@ -24,6 +24,8 @@ public:
 
     std::vector<ScreenWindow> buttons() const; ///< On the screen, from the left to the right.
 
+    std::vector<ScreenWindow> menus() const; ///< On the screen, a menu below its submenus.
+
     /// True when each monitor has one visible cover of just its size, and there is no other.
     bool isCovered() const;
 

@@ -27,8 +27,14 @@ void Portal::setHighContrast(bool highContrast) {
     emit SettingChanged(appearance, "contrast", contrast());
 }
 
+void Portal::setDark(bool dark) {
+    m_dark = dark;
+    emit SettingChanged(appearance, "color-scheme", scheme());
+}
+
 QDBusVariant Portal::ReadOne(const QString& space, const QString& key) {
     if (space == appearance && key == "contrast") return contrast();
+    if (space == appearance && key == "color-scheme") return scheme();
     sendErrorReply("org.freedesktop.portal.Error.NotFound", "no such setting");
     return {};
 }

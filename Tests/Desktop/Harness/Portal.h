@@ -9,7 +9,8 @@
 
 namespace Harness {
 
-/// The desktop's settings as programs ask for them on the session bus: the wish for contrast alone.
+/// The desktop's settings as programs ask for them on the session bus: the wishes for contrast and
+/// for dark colours.
 class Portal : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
@@ -20,6 +21,7 @@ public:
     ~Portal() override;
 
     void setHighContrast(bool highContrast); ///< Told to everyone who listens.
+    void setDark(bool dark);
 
     uint version() const { return 2; }
 
@@ -32,9 +34,11 @@ signals:
 
 private:
     QDBusVariant contrast() const { return QDBusVariant(m_highContrast ? 1U : 0U); }
+    QDBusVariant scheme() const { return QDBusVariant(m_dark ? 1U : 2U); }
 
     QDBusConnection m_bus;
     bool m_highContrast;
+    bool m_dark = false;
 };
 
 } // namespace Harness
