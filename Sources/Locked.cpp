@@ -13,7 +13,8 @@ namespace {
 
 constexpr NSSize summitSize = {500, 600};
 
-std::shared_ptr<NSWindow> window; ///< None before the first `showSummit`.
+// None before the first `showSummit`. Kept until the process ends, so never destroyed.
+auto& window = *new std::shared_ptr<NSWindow>;
 
 void closeSummit() {
     if (window) window->close();

@@ -3,8 +3,9 @@
 #include "SettingsWindowController.h"
 
 namespace {
-std::shared_ptr<SettingsWindowController> controller; ///< None before the first `show`.
-}
+// None before the first `show`. Kept until the process ends, so never destroyed.
+auto& controller = *new std::shared_ptr<SettingsWindowController>;
+} // namespace
 
 void SettingsWindow::show() {
     if (!controller) controller = std::make_shared<SettingsWindowController>();
