@@ -1,0 +1,332 @@
+// The alert about one feature and the edition window: both stand above a covered screen and take
+// the keyboard themselves.
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/Folder.h"
+#include "Harness/TestWindow.h"
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+// Keys by their numbers on every PC keyboard.
+constexpr uint8_t escapeKey = 9;
+constexpr uint8_t tabKey = 23;
+constexpr uint8_t returnKey = 36;
+constexpr uint8_t controlKey = 37;
+constexpr uint8_t aKey = 38;
+constexpr uint8_t nKey = 57;
+constexpr uint8_t altKey = 64;
+constexpr uint8_t leftKey = 113;
+constexpr uint8_t rightKey = 114;
+constexpr uint8_t downKey = 116;
+constexpr uint8_t superKey = 133;
+
+const std::string shop = "https://vardek.example/buy/nimbrel/\n";
+
+struct Neighbours {
+    const char* names;
+    bool windowManager;
+    bool compositor;
+};
+
+constexpr Neighbours allNeighbours[] = {
+    {"none", false, false},
+    {"a window manager", true, false},
+    {"a compositor", false, true},
+    {"both", true, true},
+};
+
+bool hears(TestWindow& window, uint8_t key) {
+    return std::ranges::any_of(window.takeEvents(), [=](const auto& event) {
+        return event.type == XCB_KEY_PRESS && event.detail == key;
+    });
+}
+
+struct Alerts : testing::Test {
+    Alerts() : paper(desktop.display(), {200, 200, 400, 300}) {
+        paper.show();
+        paper.takeFocus();
+        desktop.input.move(960, 300);
+    }
+
+    void start() {
+        agent.emplace(desktop);
+        ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
+    }
+
+    /// The alert and the edition window, on the screen.
+    std::vector<ScreenWindow> panels() const {
+        auto windows = desktop.screen.windows();
+        std::erase_if(windows, [](const auto& window) {
+            return !window.viewable || window.instance != "panel";
+        });
+        return windows;
+    }
+
+    void strike(const std::vector<uint8_t>& keys) const {
+        for (const uint8_t key : keys)
+            desktop.input.strike(key);
+    }
+
+    void click(const Area& area, uint8_t button = 1) const {
+        desktop.input.move(area.x + area.width / 2, area.y + area.height / 2);
+        desktop.input.click(button);
+    }
+
+    /// Opens the menu at a button, and goes to the row that many steps down.
+    void goToRow(int steps, size_t button = 0) const {
+        click(agent->buttons().at(button).area, 3);
+        ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
+        strike(std::vector<uint8_t>(static_cast<size_t>(steps), downKey));
+    }
+
+    void expectPanel() const {
+        ASSERT_TRUE(await([&] { return panels().size() == 1 && agent->menus().empty(); }));
+        EXPECT_TRUE(await([&] { return desktop.screen.focus() == panels().at(0).number; }));
+        EXPECT_TRUE(await([&] { return desktop.screen.windows().back().instance == "panel"; }));
+    }
+    void openAlert(size_t button = 0) const {
+        ASSERT_NO_FATAL_FAILURE(goToRow(4, button));
+        strike({rightKey});
+        ASSERT_TRUE(await([&] { return agent->menus().size() == 2; }));
+        strike({returnKey});
+        expectPanel();
+    }
+    void openSummit() const {
+        ASSERT_NO_FATAL_FAILURE(goToRow(3));
+        strike({returnKey});
+        expectPanel();
+    }
+
+    void expectClosed(const char* when = "") const {
+        EXPECT_TRUE(await([&] { return panels().empty(); })) << when;
+    }
+    bool hasKeyboardBack() const {
+        return await([&] { return desktop.screen.focus() == paper.number(); });
+    }
+
+    Desktop desktop;
+    TestWindow paper;
+    std::optional<Agent> agent;
+};
+
+/// A browser that only notes where it was sent.
+struct Browser {
+    explicit Browser(Desktop& desktop) {
+        const auto program = folder.write("xdg-open", "#!/bin/sh\necho \"$@\" >> " + note.string() +
+                                                          "\necho Noise >&2\n");
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        desktop.extra["PATH"] = folder.path().string() + ":" + inheritedEnvironment()["PATH"];
+    }
+
+    std::string visited() const {
+        std::ifstream file(note);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    Folder folder;
+    const std::filesystem::path note = folder.path() / "visited";
+};
+
+} // namespace
+
+TEST_F(Alerts, StandAboveTheCoverAndBorrowTheKeyboard) {
+    for (const Neighbours& neighbours : allNeighbours) {
+        SCOPED_TRACE(neighbours.names);
+        const auto manager = neighbours.windowManager ? desktop.startWindowManager() : nullptr;
+        const auto compositor = neighbours.compositor ? desktop.startCompositor() : nullptr;
+        ASSERT_NO_FATAL_FAILURE(start());
+        paper.takeFocus();
+        for (const bool covered : {false, true}) {
+            if (covered) agent->cover();
+            ASSERT_NO_FATAL_FAILURE(openAlert());
+            paper.takeEvents();
+            strike({aKey});
+            EXPECT_FALSE(hears(paper, aKey));
+            strike({escapeKey});
+            expectClosed();
+            EXPECT_TRUE(hasKeyboardBack());
+            strike({aKey});
+            EXPECT_TRUE(hears(paper, aKey));
+            EXPECT_EQ(agent->isCovered(), covered);
+        }
+        agent.reset();
+    }
+}
+
+TEST_F(Alerts, AppearInTheMiddleOfThePointersMonitor) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    for (const size_t which : {0u, 1u}) {
+        const Area monitor = which == 0 ? Desktop::left : Desktop::right;
+        ASSERT_NO_FATAL_FAILURE(openAlert(which));
+        const Area alert = panels().at(0).area;
+        EXPECT_NEAR(alert.x + alert.width / 2, monitor.x + monitor.width / 2, 1);
+        EXPECT_GT(alert.y, monitor.y + monitor.height / 8);
+        EXPECT_LT(alert.y, monitor.y + monitor.height / 2);
+        strike({escapeKey});
+        expectClosed();
+    }
+}
+
+TEST_F(Alerts, LeaveTheKeyboardToThePointerIfItsOwnerHasGone) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_NO_FATAL_FAILURE(openAlert());
+    paper.hide();
+    strike({escapeKey});
+    expectClosed();
+    TestWindow other(desktop.display(), Desktop::left);
+    other.show();
+    desktop.input.move(960, 300);
+    EXPECT_TRUE(await([&] {
+        strike({aKey});
+        return hears(other, aKey);
+    }));
+}
+
+TEST_F(Alerts, DoWhatTheirButtonsSay) {
+    const Browser browser(desktop);
+    ASSERT_NO_FATAL_FAILURE(start());
+    const struct {
+        const char* what;
+        std::vector<uint8_t> keys;
+        bool buys;
+        bool showsAll;
+    } answers[] = {
+        {"Return on the first", {returnKey}, true, false},
+        {"Escape", {escapeKey}, false, false},
+        {"Tab to the second", {tabKey, returnKey}, false, false},
+        {"Tab to the third", {tabKey, tabKey, returnKey}, false, true},
+        {"arrows to the third", {leftKey, leftKey, leftKey, returnKey}, false, true},
+        {"arrows there and back", {leftKey, rightKey, returnKey}, true, false},
+    };
+    std::string visited;
+    for (const auto& answer : answers) {
+        SCOPED_TRACE(answer.what);
+        ASSERT_NO_FATAL_FAILURE(openAlert());
+        const auto alert = panels().at(0).number;
+        strike(answer.keys);
+        EXPECT_TRUE(await([&] {
+            const auto open = panels();
+            return answer.showsAll ? open.size() == 1 && open[0].number != alert : open.empty();
+        }));
+        if (answer.buys) visited += shop;
+        EXPECT_TRUE(await([&] { return browser.visited() == visited; })) << browser.visited();
+        if (!answer.showsAll) continue;
+        strike({escapeKey});
+        expectClosed();
+    }
+    EXPECT_EQ(agent->process().errors(), "");
+}
+
+TEST_F(Alerts, LeaveTheHotKeyAndTheOrderInForce) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_NO_FATAL_FAILURE(openAlert());
+    for (const bool covered : {true, false}) {
+        for (const uint8_t key : {controlKey, altKey, superKey, nKey})
+            desktop.input.hold(key);
+        for (const uint8_t key : {nKey, superKey, altKey, controlKey})
+            desktop.input.letGo(key);
+        EXPECT_TRUE(await([&] {
+            return covered ? agent->isCovered() : agent->visibleCovers().empty();
+        })) << covered;
+        EXPECT_TRUE(await([&] { return desktop.screen.windows().back().instance == "panel"; }));
+    }
+    strike({escapeKey});
+    expectClosed();
+}
+
+TEST_F(Alerts, OutliveTheirMonitor) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    agent->cover();
+    ASSERT_NO_FATAL_FAILURE(openAlert(1));
+    desktop.server->xrandr({"--delmonitor", "B"});
+    EXPECT_TRUE(await([&] {
+        const auto open = panels();
+        return open.size() == 1 && open[0].area.x >= 0 &&
+               open[0].area.right() <= Desktop::left.right();
+    }));
+    strike({escapeKey});
+    expectClosed();
+    EXPECT_TRUE(await([&] { return agent->isCovered(); }));
+}
+
+TEST_F(Alerts, DoNotKeepTheProgramFromItsEnd) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_NO_FATAL_FAILURE(openAlert());
+    agent->process().send(SIGTERM);
+    EXPECT_EQ(agent->process().awaitEnd(), 0);
+    EXPECT_TRUE(hasKeyboardBack());
+}
+
+TEST_F(Alerts, TheEditionWindowHidesWhileAnotherProgramIsActive) {
+    for (const Neighbours& neighbours : allNeighbours) {
+        SCOPED_TRACE(neighbours.names);
+        const auto manager = neighbours.windowManager ? desktop.startWindowManager() : nullptr;
+        const auto compositor = neighbours.compositor ? desktop.startCompositor() : nullptr;
+        ASSERT_NO_FATAL_FAILURE(start());
+        ASSERT_NO_FATAL_FAILURE(openSummit());
+        const ScreenWindow summit = panels().at(0);
+        paper.takeFocus();
+        expectClosed("as another program took the keyboard");
+        EXPECT_EQ(desktop.screen.focus(), paper.number());
+        ASSERT_NO_FATAL_FAILURE(openSummit());
+        EXPECT_EQ(panels().at(0).number, summit.number);
+        EXPECT_EQ(panels().at(0).area, summit.area);
+        TestWindow newcomer(desktop.display(), {900, 700, 200, 100}, TestWindow::Kind::Managed);
+        newcomer.show();
+        if (!neighbours.windowManager) newcomer.takeFocus();
+        expectClosed("as a new window took the keyboard");
+        agent.reset();
+    }
+}
+
+TEST_F(Alerts, TheEditionWindowIsOneAndStaysWhereItWasLeft) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    agent->cover();
+    ASSERT_NO_FATAL_FAILURE(openSummit());
+    const ScreenWindow opened = panels().at(0);
+    EXPECT_EQ(opened.area.width, 500);
+    EXPECT_GT(opened.area.height, 600); // Its title bar comes on top.
+    EXPECT_NEAR(opened.area.x + opened.area.width / 2, Desktop::left.width / 2, 1);
+
+    desktop.input.move(opened.area.x + 100, opened.area.y + 10);
+    desktop.input.press(1);
+    desktop.input.move(opened.area.x + 120, opened.area.y + 40);
+    desktop.input.move(opened.area.x + 200, opened.area.y + 90);
+    desktop.input.release(1);
+    const Area moved = {opened.area.x + 100, opened.area.y + 80, opened.area.width,
+                        opened.area.height};
+    EXPECT_TRUE(await([&] { return panels().at(0).area == moved; })) << panels().at(0).area;
+
+    ASSERT_NO_FATAL_FAILURE(openSummit()); // While it is open.
+    EXPECT_EQ(panels().at(0).area, moved);
+    for (const bool byMouse : {false, true}) {
+        if (byMouse)
+            click({moved.right() - 26, moved.y + 6, 20, 20});
+        else
+            strike({escapeKey});
+        expectClosed(byMouse ? "by its button" : "by Escape");
+        EXPECT_TRUE(hasKeyboardBack());
+        ASSERT_NO_FATAL_FAILURE(openSummit());
+        EXPECT_EQ(panels().at(0).number, opened.number);
+        EXPECT_EQ(panels().at(0).area, moved);
+    }
+    EXPECT_TRUE(agent->isCovered());
+}
+
+TEST_F(Alerts, TheEditionWindowClosesBeforeItBuys) {
+    const Browser browser(desktop);
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_NO_FATAL_FAILURE(openSummit());
+    strike({returnKey});
+    expectClosed();
+    EXPECT_TRUE(await([&] { return browser.visited() == shop; })) << browser.visited();
+}
