@@ -14,8 +14,8 @@ namespace {
 
 struct Program : NSObject, NSMenuDelegate {
     void choose(NSMenuItem& item) { log.push_back(item.title()); }
-    void clicked() { log.push_back("clicked"); }
-    void menuDidClose(NSMenu&) override { log.push_back("closed"); }
+    void clicked() { log.emplace_back("clicked"); }
+    void menuDidClose(NSMenu&) override { log.emplace_back("closed"); }
     std::vector<std::string> log;
 };
 
