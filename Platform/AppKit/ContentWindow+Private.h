@@ -20,8 +20,9 @@ public:
     /// the frontmost takes the keyboard.
     static void activate();
 
-    /// The program ends: every window leaves, and gives the keyboard back.
-    static void leaveScreen();
+    /// The program ends: every window leaves and gives the keyboard back, and its widgets go while
+    /// the toolkit still stands.
+    static void leaveForGood();
 
     /// No other window of the program's takes input while this one is on the screen.
     void setModal(bool modal) { m_modal = modal; }

@@ -5,40 +5,46 @@
 #include "AppKit/NSViewController.h"
 #include "AppKit/ViewContent+Private.h"
 
-#include <QApplication>
+#include <vector>
 
 namespace {
 
-std::vector<FrameWidget*> frames() {
-    std::vector<FrameWidget*> frames;
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        if (auto* frame = dynamic_cast<FrameWidget*>(widget)) frames.push_back(frame);
-    return frames;
+/// All that there are, oldest first. The list outlives every window.
+std::vector<ContentWindow*>& windows() {
+    static auto* const all = new std::vector<ContentWindow*>;
+    return *all;
 }
 
 } // namespace
 
-ContentWindow::ContentWindow(NSWindow& window) : m_window(window) {}
+ContentWindow::ContentWindow(NSWindow& window) : m_window(window) { windows().push_back(this); }
 
-ContentWindow::~ContentWindow() { ContentWindow::orderOut(); }
+ContentWindow::~ContentWindow() {
+    ContentWindow::orderOut();
+    std::erase(windows(), this);
+}
 
 void ContentWindow::compositingChanged() {
-    for (FrameWidget* frame : frames())
-        frame->checkForm();
+    for (const ContentWindow* window : windows())
+        if (window->m_frame) window->m_frame->checkForm();
 }
 
 void ContentWindow::activate() {
     FrameWidget* front = nullptr;
-    for (FrameWidget* frame : frames()) {
+    for (const ContentWindow* window : windows()) {
+        FrameWidget* const frame = window->m_frame.get();
+        if (!frame) continue;
         frame->comeBack();
         if (frame->isVisible() && (!front || frame->orderedAfter(*front))) front = frame;
     }
     if (front) front->takeKeyboard();
 }
 
-void ContentWindow::leaveScreen() {
-    for (FrameWidget* frame : frames())
-        frame->leave();
+void ContentWindow::leaveForGood() {
+    for (ContentWindow* window : windows()) {
+        window->orderOut();
+        window->m_frame.reset();
+    }
 }
 
 NSInteger ContentWindow::number() const {

@@ -82,7 +82,7 @@ void FloatingFrame::returnToScreen() {
 
 void FloatingFrame::enter() {
     FrameWidget::enter();
-    Session::current().setName(winId(), "panel");
+    Session::current().setName(winId(), hasTitleBar(window()) ? "window" : "alert");
     if (m_translucent)
         Session::current().setShadowMargin(
             winId(), static_cast<int>(std::lround(shadowReach * devicePixelRatioF())));

@@ -110,7 +110,7 @@ void NSApplication::run() {
         delegate->applicationDidFinishLaunching(
             NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
     QApplication::exec();
-    ContentWindow::leaveScreen();
+    ContentWindow::leaveForGood();
 }
 
 void NSApplication::reopen() {
