@@ -10,6 +10,7 @@
 #include "AppKit/ProgramIcon+Private.h"
 #include "AppKit/QuitSignals+Private.h"
 #include "AppKit/ReopenRequests+Private.h"
+#include "AppKit/SessionBus+Private.h"
 #include "Foundation/NSBundle.h"
 #include "WindowServer/Session.h"
 
@@ -20,11 +21,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 
 #include <sys/prctl.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
 using WindowServer::Session;
 
@@ -40,14 +39,6 @@ void harden() {
 }
 
 constexpr int keepExisting = 0; ///< Tells setenv to leave a variable that is set.
-
-/// Where no bus is named, the user's own is meant. Left alone, the bus library would start a new
-/// one.
-void nameSessionBus() {
-    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-    const std::string folder = runtime ? runtime : "/run/user/" + std::to_string(::getuid());
-    ::setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + folder + "/bus").c_str(), keepExisting);
-}
 
 void connectToWindowServer() {
     ::setenv("QT_QPA_PLATFORM", "xcb", keepExisting);
@@ -88,7 +79,7 @@ NSApplication& NSApplication::sharedApplication() {
 NSApplication::NSApplication() {
     harden();
     foundEnvironment();
-    nameSessionBus();
+    settleSessionBus();
     connectToWindowServer();
     makeQtApplication();
     Session::current().attach();

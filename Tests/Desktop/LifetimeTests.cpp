@@ -11,6 +11,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 using namespace Harness;
 
 namespace {
@@ -78,6 +82,23 @@ TEST_F(OnPaper, NeedsNoSessionBus) {
     Agent agent(desktop);
     agent.cover();
     agent.uncover();
+}
+
+// Whoever connects to a frozen bus waits for its first word.
+TEST_F(OnPaper, StartsBesideAFrozenSessionBus) {
+    const Folder folder;
+    const std::string path = (folder.path() / "bus").string();
+    sockaddr_un address{AF_UNIX, {}};
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    const int bus = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(::bind(bus, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(::listen(bus, 5), 0);
+    desktop.extra["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + path;
+    {
+        Agent agent(desktop);
+        agent.cover();
+    }
+    ::close(bus);
 }
 
 TEST_F(OnPaper, GoesOnWhenTheSessionBusDies) {
