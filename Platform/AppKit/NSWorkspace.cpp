@@ -10,7 +10,7 @@ namespace {
 
 /// What hands an address to the desktop's browser. Empty where there is nothing of the kind.
 QString opener() {
-    for (const char* name : {"xdg-open", "sensible-browser", "x-www-browser"})
+    for (const char* name : {"xdg-open", "x-www-browser"})
         if (const QString found = QStandardPaths::findExecutable(name); !found.isEmpty())
             return found;
     return {};

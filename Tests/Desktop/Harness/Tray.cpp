@@ -66,8 +66,6 @@ void Tray::handle(const xcb_generic_event_t& event) {
 }
 
 void Tray::dock(xcb_window_t icon) {
-    // Toolkits ask again as they hear of the tray; like other trays, this one takes an icon once.
-    if (std::find(m_icons.begin(), m_icons.end(), icon) != m_icons.end()) return;
     xcb_reparent_window(m_client, icon, m_window, 0, 0);
     xcb_map_window(m_client, icon);
     m_client.send(icon, m_embedding, XCB_EVENT_MASK_NO_EVENT,
