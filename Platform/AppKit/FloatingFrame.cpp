@@ -90,9 +90,7 @@ void FloatingFrame::enter() {
 }
 
 void FloatingFrame::leave() {
-    if (!isVisible()) return;
-    Session::current().giveKeyboardBack(winId());
-    Session::current().dropLevel(winId());
+    if (isVisible()) Session::current().dropLevel(winId());
     FrameWidget::leave();
 }
 

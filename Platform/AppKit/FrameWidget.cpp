@@ -3,10 +3,13 @@
 #include "AppKit/Coordinates+Private.h"
 #include "AppKit/FloatingFrame+Private.h"
 #include "AppKit/ViewContent+Private.h"
+#include "WindowServer/Session.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QVBoxLayout>
+
+using WindowServer::Session;
 
 namespace {
 
@@ -64,7 +67,7 @@ void FrameWidget::place(const QRect& content) {
         resize(whole.size());
     else
         setFixedSize(whole.size());
-    move(whole.topLeft());
+    setGeometry(whole);
 }
 
 void FrameWidget::enter() {
@@ -72,17 +75,24 @@ void FrameWidget::enter() {
     m_order = ++lastOrder;
     m_away = false;
     // Window managers put a window that comes back where they like, unless it asks for a place.
-    if (!isVisible()) move(rectOf(m_window.frame()).marginsAdded(m_chrome).topLeft());
+    if (!isVisible()) setGeometry(rectOf(m_window.frame()).marginsAdded(m_chrome));
     show();
     raise();
 }
 
 void FrameWidget::leave() {
     m_away = false;
+    if (!isVisible()) return;
+    Session::current().giveKeyboardBack(winId());
     hide();
 }
 
-void FrameWidget::takeKeyboard() { activateWindow(); }
+void FrameWidget::takeKeyboard() {
+    if (Session::current().hasWindowManager())
+        activateWindow();
+    else
+        Session::current().takeKeyboard(winId());
+}
 
 void FrameWidget::comeBack() {
     if (m_away) enter();

@@ -127,6 +127,9 @@ public:
     virtual void setLevel(ToolkitWindow, int level) = 0;
     virtual void dropLevel(ToolkitWindow) = 0;
 
+    /// Whether a window manager places ordinary windows and hands the keyboard round.
+    virtual bool hasWindowManager() const { return false; }
+
     /// Gives the keyboard to a window that no window manager cares for, until it is given back to
     /// the one that had it.
     virtual void takeKeyboard(ToolkitWindow) {}

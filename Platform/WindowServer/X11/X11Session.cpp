@@ -148,6 +148,18 @@ void X11Session::dropLevel(ToolkitWindow window) {
     scheduleCommit();
 }
 
+bool X11Session::hasWindowManager() const {
+    const auto check = m_connection->reply(
+        xcb_get_property_reply,
+        xcb_get_property(m_connection->xcb(), false, m_connection->root(),
+                         m_connection->atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 0, 1));
+    if (!check || xcb_get_property_value_length(check.get()) == 0) return false;
+    // A manager that has died may have left its name behind, but not its window.
+    const auto window = *static_cast<xcb_window_t*>(xcb_get_property_value(check.get()));
+    return m_connection->reply(xcb_get_window_attributes_reply,
+                               xcb_get_window_attributes(m_connection->xcb(), window)) != nullptr;
+}
+
 void X11Session::takeKeyboard(ToolkitWindow window) {
     m_focus.take(static_cast<xcb_window_t>(window));
 }

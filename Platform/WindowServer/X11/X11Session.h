@@ -37,6 +37,7 @@ public:
     std::unique_ptr<Surface> makeSurface() override;
     void setLevel(ToolkitWindow window, int level) override;
     void dropLevel(ToolkitWindow window) override;
+    bool hasWindowManager() const override;
     void takeKeyboard(ToolkitWindow window) override;
     void giveKeyboardBack(ToolkitWindow window) override;
     void setName(ToolkitWindow window, const std::string& instance) override;

@@ -1,0 +1,188 @@
+// The settings window: an ordinary window, made once.
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/TestWindow.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+
+#include <algorithm>
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+// Keys by their numbers on every PC keyboard.
+constexpr uint8_t escapeKey = 9;
+constexpr uint8_t tabKey = 23;
+constexpr uint8_t spaceKey = 65;
+
+constexpr int contentWidth = 540;
+constexpr int contentHeight = 660;
+constexpr int supportTab = contentWidth / 2 + 36; ///< The middle of the second tab.
+
+struct Settings : testing::Test {
+    Settings() : paper(desktop.display(), {200, 200, 400, 300}) {
+        paper.show();
+        paper.takeFocus();
+        desktop.input.move(960, 300);
+    }
+
+    /// As a desktop does when the user opens a program that runs already.
+    void reopen() const {
+        auto bus = QDBusConnection::connectToBus(QString::fromStdString(desktop.bus->address()),
+                                                 "reopening");
+        auto request =
+            QDBusMessage::createMethodCall("com.vardek.NimbrelLite", "/com/vardek/NimbrelLite",
+                                           "org.freedesktop.Application", "Activate");
+        request << QVariantMap();
+        EXPECT_EQ(bus.call(request).type(), QDBusMessage::ReplyMessage);
+        QDBusConnection::disconnectFromBus("reopening");
+    }
+
+    std::vector<ScreenWindow> windows() const {
+        auto all = desktop.screen.windows();
+        std::erase_if(all, [](const auto& window) {
+            return !window.viewable || window.overrideRedirect ||
+                   window.instance != "nimbrel-lite" || window.area.width < contentWidth;
+        });
+        return all;
+    }
+
+    /// Opens the window, and waits until it has the keyboard.
+    void open() const {
+        reopen();
+        ASSERT_TRUE(await([&] { return windows().size() == 1; }));
+        ASSERT_TRUE(await([&] { return desktop.screen.focus() == windows()[0].number; }));
+    }
+
+    /// As a window manager's close button does.
+    void close() const {
+        const XClient& client = paper.client();
+        client.send(windows().at(0).number, client.atom("WM_PROTOCOLS"), XCB_EVENT_MASK_NO_EVENT,
+                    {client.atom("WM_DELETE_WINDOW"), XCB_CURRENT_TIME, 0, 0, 0});
+        ASSERT_TRUE(await([&] { return windows().empty(); }));
+    }
+
+    std::string title() const {
+        const XClient& client = paper.client();
+        const auto name =
+            client.ask(xcb_get_property_reply, xcb_get_property(client, 0, windows().at(0).number,
+                                                                client.atom("_NET_WM_NAME"),
+                                                                XCB_GET_PROPERTY_TYPE_ANY, 0, 100));
+        return {static_cast<const char*>(xcb_get_property_value(name.get())),
+                static_cast<size_t>(xcb_get_property_value_length(name.get()))};
+    }
+
+    void click(int x, int y) const {
+        const Area area = windows().at(0).area;
+        desktop.input.move(area.x + x, area.y + y);
+        desktop.input.click(1);
+    }
+
+    Desktop desktop;
+    TestWindow paper;
+};
+
+} // namespace
+
+TEST_F(Settings, IsOneWindowThatEachRequestBringsToTheFront) {
+    Agent agent(desktop);
+    ASSERT_NO_FATAL_FAILURE(open());
+    const ScreenWindow first = windows()[0];
+    EXPECT_EQ(first.area.width, contentWidth);
+    EXPECT_GT(first.area.height, contentHeight);
+
+    paper.raise();
+    paper.takeFocus();
+    ASSERT_NO_FATAL_FAILURE(open());
+    EXPECT_EQ(windows()[0].number, first.number);
+    const auto all = desktop.screen.windows();
+    const auto at = [&](xcb_window_t number) {
+        return std::ranges::find(all, number, &ScreenWindow::number);
+    };
+    EXPECT_LT(at(paper.number()), at(first.number));
+}
+
+TEST_F(Settings, KeepsItsTabAndPlaceUntilItIsOpenedAgain) {
+    Agent agent(desktop);
+    ASSERT_NO_FATAL_FAILURE(open());
+    EXPECT_EQ(title(), "General");
+    const Area general = windows()[0].area;
+    click(supportTab, 30);
+    EXPECT_TRUE(await([&] { return title() == "Support"; }));
+    EXPECT_EQ(windows()[0].area, general);
+
+    const uint32_t moved[] = {300, 100};
+    xcb_configure_window(paper.client(), windows()[0].number,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, moved);
+    paper.client().settle();
+    const Area place = {300, 100, general.width, general.height};
+    ASSERT_TRUE(await([&] { return windows()[0].area == place; }));
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_NO_FATAL_FAILURE(close());
+        ASSERT_NO_FATAL_FAILURE(open());
+        EXPECT_TRUE(await([&] { return windows()[0].area == place; })) << i;
+        EXPECT_EQ(title(), "Support");
+    }
+}
+
+TEST_F(Settings, LiesUnderTheCoverAndOutlivesEscape) {
+    Agent agent(desktop);
+    ASSERT_NO_FATAL_FAILURE(open());
+    agent.cover();
+    EXPECT_LT(desktop.screen.grab(windows()[0].area).sharpestStep(), 10);
+    desktop.input.strike(escapeKey);
+    agent.uncover();
+    EXPECT_EQ(windows().size(), 1u);
+}
+
+TEST_F(Settings, TurnsTheLoginItemOnAndOffByTheKeyboardAlone) {
+    const std::filesystem::path entry =
+        std::filesystem::path(desktop.environment().at("XDG_CONFIG_HOME")) / "autostart" /
+        "com.vardek.NimbrelLite.desktop";
+    Agent agent(desktop);
+    ASSERT_NO_FATAL_FAILURE(open());
+    // Two buttons of the header, two rows, a button, a row, and then the switch.
+    for (int i = 0; i < 7; ++i)
+        desktop.input.strike(tabKey);
+    desktop.input.strike(spaceKey);
+    EXPECT_TRUE(await([&] { return std::filesystem::exists(entry); }));
+    desktop.input.strike(spaceKey);
+    EXPECT_TRUE(await([&] { return !std::filesystem::exists(entry); }));
+    EXPECT_FALSE(agent.isCovered());
+}
+
+TEST_F(Settings, KeepsItsPlaceUnderAWindowManager) {
+    const auto manager = desktop.startWindowManager();
+    Agent agent(desktop);
+    reopen();
+    // The manager frames the window: it is found by the keyboard.
+    const auto focused = [&] {
+        const XClient& client = paper.client();
+        const auto geometry =
+            client.ask(xcb_get_geometry_reply, xcb_get_geometry(client, desktop.screen.focus()));
+        const auto place = client.ask(
+            xcb_translate_coordinates_reply,
+            xcb_translate_coordinates(client, desktop.screen.focus(), client.root(), 0, 0));
+        return Area{place->dst_x, place->dst_y, geometry->width, geometry->height};
+    };
+    ASSERT_TRUE(await([&] {
+        return desktop.screen.focus() > XCB_INPUT_FOCUS_POINTER_ROOT &&
+               focused().width == contentWidth;
+    }));
+    const xcb_window_t window = desktop.screen.focus();
+    const Area place = focused();
+    for (int i = 0; i < 5; ++i) {
+        const XClient& client = paper.client();
+        client.send(window, client.atom("WM_PROTOCOLS"), XCB_EVENT_MASK_NO_EVENT,
+                    {client.atom("WM_DELETE_WINDOW"), XCB_CURRENT_TIME, 0, 0, 0});
+        ASSERT_TRUE(await([&] { return desktop.screen.focus() != window; }));
+        reopen();
+        ASSERT_TRUE(await([&] { return desktop.screen.focus() == window; }));
+        EXPECT_EQ(focused(), place) << i;
+    }
+}
