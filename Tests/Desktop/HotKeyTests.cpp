@@ -61,10 +61,20 @@ struct HotKeys : testing::Test {
     }
 
     /// The chord of another program. False if it is taken.
-    bool grab(uint16_t state) const {
-        const auto request = xcb_grab_key_checked(client, 0, client.root(), state, nKey,
+    bool grab(uint16_t state, uint8_t key = nKey) const {
+        const auto request = xcb_grab_key_checked(client, 0, client.root(), state, key,
                                                   XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
         return !Received<xcb_generic_error_t>(xcb_request_check(client, request));
+    }
+
+    /// Asked without getting in the way of whoever is about to take it.
+    bool isTaken(uint16_t state, uint8_t key = nKey) const {
+        xcb_grab_server(client);
+        const bool free = grab(state, key);
+        if (free) xcb_ungrab_key(client, key, client.root(), state);
+        xcb_ungrab_server(client);
+        client.settle();
+        return !free;
     }
 
     static constexpr uint16_t chord = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
@@ -101,6 +111,7 @@ TEST_F(HotKeys, FollowTheModifiersWhereverTheyMove) {
     desktop.input.strike(numLock);
     Agent agent(desktop);
     run({"xmodmap", "-e", "clear mod2", "-e", "add mod3 = Num_Lock"});
+    ASSERT_TRUE(await([&] { return isTaken(chord | XCB_MOD_MASK_3); }));
     expectToggles(agent, "with the lock moved, and the former one on for good");
     desktop.input.strike(numLock);
     EXPECT_TRUE(modifiers() & XCB_MOD_MASK_3);
@@ -109,6 +120,8 @@ TEST_F(HotKeys, FollowTheModifiersWhereverTheyMove) {
          "add mod1 = Super_L"});
     expectToggles(agent, "with Alt and Super exchanged");
     run({"xmodmap", "-e", "clear mod1", "-e", "add mod5 = Super_L"});
+    ASSERT_TRUE(
+        await([&] { return isTaken(XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_4 | XCB_MOD_MASK_5); }));
     expectToggles(agent, "with Super elsewhere");
 }
 
@@ -138,10 +151,12 @@ TEST_F(HotKeys, BelongToThePlaceOfTheKey) {
     };
     Agent agent(desktop);
     run({"xkbcomp", "-w0", keyboard(58, 57), desktop.display()});
+    ASSERT_TRUE(await([&] { return isTaken(chord, 58); }));
     expectToggles(agent, "moved", 58);
     strike(nKey);
     EXPECT_TRUE(holdsFor(300ms, [&] { return agent.visibleCovers().empty(); }));
     run({"xkbcomp", "-w0", keyboard(57, 58), desktop.display()});
+    ASSERT_TRUE(await([&] { return isTaken(chord); }));
     expectToggles(agent, "and back");
 }
 
