@@ -11,6 +11,7 @@
 #include "AppKit/QuitSignals+Private.h"
 #include "AppKit/ReopenRequests+Private.h"
 #include "AppKit/SessionBus+Private.h"
+#include "AppKit/SleepWatch+Private.h"
 #include "Foundation/NSBundle.h"
 #include "WindowServer/Session.h"
 
@@ -40,10 +41,24 @@ void harden() {
 
 constexpr int keepExisting = 0; ///< Tells setenv to leave a variable that is set.
 
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value && *value;
+}
+
+void warnOfWayland() {
+    const char* type = std::getenv("XDG_SESSION_TYPE");
+    if (!isSet("WAYLAND_DISPLAY") && (!type || std::string_view(type) != "wayland")) return;
+    std::fputs(
+        "Nimbrel Lite: this is a Wayland session. Only X11 windows are covered here, and all "
+        "others stay readable.\n",
+        stderr);
+}
+
 void connectToWindowServer() {
     ::setenv("QT_QPA_PLATFORM", "xcb", keepExisting);
     ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
-    if (Session::open()) return;
+    if (Session::open()) return warnOfWayland();
     std::fputs("Nimbrel Lite: no X server answers. Set DISPLAY to a running X server.\n", stderr);
     std::exit(EXIT_FAILURE);
 }
@@ -52,6 +67,9 @@ void makeQtApplication() {
     static int argc = 1;
     static char name[] = "nimbrel-lite";
     static char* argv[] = {name, nullptr};
+    // It has nothing to save and its own way to start with the session; a manager of the session
+    // that asks or restarts its clients is left out of it.
+    QApplication::setAttribute(Qt::AA_DisableSessionManager);
     // Never deleted: the process ends with it, and with the windows and icons that hang on it.
     [[maybe_unused]] static auto* application = new QApplication(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
@@ -91,6 +109,9 @@ NSApplication::NSApplication() {
         PanelWindow::compositingChanged();
         ContentWindow::compositingChanged();
     };
+    static auto* sleep = new SleepWatch(qApp);
+    sleep->onSleep = [](bool sleeps) { Session::current().setResting(sleeps); };
+    Session::current().onCovered = [](bool covered) { sleep->setWanted(covered); };
     watchQuitSignals([this] { terminate(nullptr); });
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
     answerReopenRequests([this] { reopen(); });

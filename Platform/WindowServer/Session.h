@@ -122,6 +122,14 @@ public:
 
     virtual std::unique_ptr<Surface> makeSurface() = 0;
 
+    /// Called with true as the first surface comes to stand on the screen, with false as the last
+    /// one has gone.
+    std::function<void(bool)> onCovered;
+
+    /// Lets live blurs rest: their surfaces stand there plain and dark, also before the eyes of
+    /// whoever wakes the machine, when this returns. Without rest they blur again.
+    virtual void setResting(bool) {}
+
     /// Gives a window of the toolkit's a place in the order of levels, in front of those that have
     /// the same one, until `dropLevel`.
     virtual void setLevel(ToolkitWindow, int level) = 0;

@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/MuteServer.h"
 #include "Harness/TestWindow.h"
 
 #include <algorithm>
@@ -10,10 +11,6 @@
 #include <thread>
 
 #include <gtest/gtest.h>
-
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 using namespace Harness;
 
@@ -86,19 +83,20 @@ TEST_F(OnPaper, NeedsNoSessionBus) {
 
 // Whoever connects to a frozen bus waits for its first word.
 TEST_F(OnPaper, StartsBesideAFrozenSessionBus) {
-    const Folder folder;
-    const std::string path = (folder.path() / "bus").string();
-    sockaddr_un address{AF_UNIX, {}};
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    const int bus = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    ASSERT_EQ(::bind(bus, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-    ASSERT_EQ(::listen(bus, 5), 0);
-    desktop.extra["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + path;
-    {
-        Agent agent(desktop);
-        agent.cover();
-    }
-    ::close(bus);
+    const MuteServer bus;
+    desktop.extra["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + bus.path();
+    Agent agent(desktop);
+    agent.cover();
+}
+
+// It has nothing to save and its own way to start with the session: the session's manager need
+// neither ask it before the user logs out nor start it again.
+TEST_F(OnPaper, IsNoClientOfTheSessionsManager) {
+    const MuteServer manager;
+    desktop.extra["SESSION_MANAGER"] = "local/unix:" + manager.path();
+    Agent agent(desktop);
+    agent.cover();
+    EXPECT_FALSE(manager.wasCalled());
 }
 
 TEST_F(OnPaper, GoesOnWhenTheSessionBusDies) {
@@ -176,5 +174,23 @@ TEST(Lifetime, SaysInOneSentenceThatThereIsNoDisplay) {
         EXPECT_LT(*status, 128) << "died of a signal";
         const std::string errors = process.errors();
         EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+    }
+}
+
+TEST(Lifetime, SaysInOneSentenceThatWaylandIsNotCovered) {
+    const std::pair<Environment, bool> cases[] = {
+        {{{"XDG_SESSION_TYPE", "x11"}, {"WAYLAND_DISPLAY", ""}}, false},
+        {{{"XDG_SESSION_TYPE", "wayland"}}, true},
+        {{{"WAYLAND_DISPLAY", "wayland-0"}, {"QT_QPA_PLATFORM", "xcb"}}, true},
+        {{{"WAYLAND_DISPLAY", "wayland-0"}, {"XDG_SESSION_TYPE", "wayland"}}, true},
+    };
+    Desktop desktop;
+    for (const auto& [environment, isWayland] : cases) {
+        desktop.extra = environment;
+        Agent agent(desktop);
+        agent.cover();
+        const std::string errors = agent.process().errors();
+        EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), isWayland ? 1 : 0) << errors;
+        EXPECT_EQ(errors.find("Wayland") != std::string::npos, isWayland) << errors;
     }
 }

@@ -8,6 +8,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <utility>
 
 #include <xcb/randr.h>
 
@@ -76,6 +77,11 @@ void X11Session::attach() {
 void X11Session::leaveScreen() {
     for (X11Surface* surface : m_surfaces)
         surface->hide();
+    settle();
+}
+
+/// Waits until the server has carried out all that it was asked for.
+void X11Session::settle() const {
     m_connection->reply(xcb_get_input_focus_reply, xcb_get_input_focus(m_connection->xcb()));
 }
 
@@ -234,7 +240,7 @@ void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
 void X11Session::commit() {
     hideUnwanted();
     const auto wantsLive = [](const X11Surface* surface) { return surface->wantsLiveBlur(); };
-    const bool live = canBlurLive() && std::ranges::any_of(m_surfaces, wantsLive);
+    const bool live = canBlurLive() && !m_resting && std::ranges::any_of(m_surfaces, wantsLive);
     const bool any = std::ranges::any_of(m_surfaces, &X11Surface::wantsToShow);
     watchScreen(any || !m_stacking.isEmpty());
     if (live && !m_live) m_live = std::make_unique<LiveBlur>(*m_connection);
@@ -252,6 +258,15 @@ void X11Session::commit() {
         m_frame.stop();
     }
     m_connection->flush();
+    if (std::exchange(m_covered, any) != any && onCovered) onCovered(any);
+}
+
+void X11Session::setResting(bool rests) {
+    if (std::exchange(m_resting, rests) == rests) return;
+    for (X11Surface* surface : m_surfaces)
+        surface->restingChanged();
+    commit();
+    settle();
 }
 
 void X11Session::hideUnwanted() {

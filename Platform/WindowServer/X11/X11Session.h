@@ -35,6 +35,7 @@ public:
     bool isComposited() const override { return m_compositor.isPresent(); }
     bool grabKey(const KeyChord& chord) override { return m_key.take(chord); }
     std::unique_ptr<Surface> makeSurface() override;
+    void setResting(bool rests) override;
     void setLevel(ToolkitWindow window, int level) override;
     void dropLevel(ToolkitWindow window) override;
     bool hasWindowManager() const override;
@@ -48,6 +49,7 @@ public:
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override;
 
     bool canBlurLive() const { return m_connection->canBlurLive(); }
+    bool isResting() const { return m_resting; }
     /// The display that a frame belongs to: the one of that very frame, else the one that holds the
     /// frame's middle. Null where there is none.
     const Display* displayAt(const CGRect& frame) const;
@@ -63,6 +65,7 @@ private:
     void refreshDisplays();
     void watchDisplays();
     void leaveScreen();
+    void settle() const;
 
     void commit();
     void hideUnwanted();
@@ -87,6 +90,8 @@ private:
     std::vector<X11Surface*> m_surfaces;
     std::unique_ptr<LiveBlur> m_live;
     bool m_watching = false;
+    bool m_covered = false; ///< As it was told last.
+    bool m_resting = false;
     bool m_orderStale = false; ///< Whether a commit has to restack, whatever else it does.
     QTimer m_commit;
     QTimer m_frame;

@@ -127,6 +127,10 @@ void X11Surface::setRadius(int radius) {
     changed();
 }
 
+void X11Surface::restingChanged() {
+    if (wantsLiveBlur()) changed();
+}
+
 void X11Surface::orderFront() {
     if (m_ordered) return;
     m_ordered = true;
@@ -145,7 +149,7 @@ bool X11Surface::wantsLiveBlur() const {
 
 void X11Surface::prepare() {
     m_stale = false;
-    m_live = wantsLiveBlur() && m_session.canBlurLive();
+    m_live = wantsLiveBlur() && m_session.canBlurLive() && !m_session.isResting();
     const bool still = !m_live && m_look.material && m_look.overlay.alpha < 1;
     if (still) return prepareStill(materialDeviation * m_scale);
     if (!m_live) {

@@ -45,6 +45,7 @@ public:
     /// Whether a commit has anything to do here.
     bool isStale() const { return m_stale; }
 
+    void restingChanged();
     /// Puts the frame onto the displays as they are now.
     void place();
     /// Makes the picture to show anew, with its source still to be filled where the blur is live.

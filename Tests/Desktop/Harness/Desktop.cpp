@@ -56,6 +56,7 @@ Environment Desktop::environment() const {
         {"XDG_CACHE_HOME", m_home.make("cache").string()},
         {"XDG_RUNTIME_DIR", m_home.make("runtime").string()},
         {"DBUS_SESSION_BUS_ADDRESS", bus ? bus->address() : "unix:path=/nonexistent"},
+        {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent"},
         // The leak check traces the program, which does not let itself be traced.
         {"ASAN_OPTIONS", "detect_leaks=0"},
         {"UBSAN_OPTIONS", "print_stacktrace=1"},

@@ -1,0 +1,88 @@
+#include "AppKit/SleepWatch+Private.h"
+
+#include "AppKit/BusSocket+Private.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QSocketNotifier>
+
+#include <cstdlib>
+
+#include <unistd.h>
+
+namespace {
+const QString service = "org.freedesktop.login1";
+const QString path = "/org/freedesktop/login1";
+const QString manager = "org.freedesktop.login1.Manager";
+
+std::string systemBusAddress() {
+    const char* named = std::getenv("DBUS_SYSTEM_BUS_ADDRESS");
+    return named ? named : "unix:path=/run/dbus/system_bus_socket";
+}
+} // namespace
+
+void SleepWatch::setWanted(bool wanted) {
+    if (m_wanted == wanted) return;
+    m_wanted = wanted;
+    if (!wanted)
+        m_delay = {};
+    else if (m_bus)
+        askForDelay();
+    else
+        lookForBus();
+}
+
+/// The bus library waits for its bus while it connects, so it is let only to one that answers.
+void SleepWatch::lookForBus() {
+    if (m_isLooking) return;
+    const int socket = askBus(systemBusAddress());
+    if (socket < 0) return;
+    m_isLooking = true;
+    auto* answer = new QSocketNotifier(socket, QSocketNotifier::Read, this);
+    connect(answer, &QSocketNotifier::activated, this, [this, answer, socket] {
+        answer->setEnabled(false);
+        answer->deleteLater();
+        ::close(socket);
+        m_isLooking = false;
+        connectToBus();
+    });
+}
+
+void SleepWatch::connectToBus() {
+    const auto bus = QDBusConnection::systemBus();
+    if (!bus.isConnected()) return;
+    m_bus = bus;
+    // From any sender: to tie a signal to a named one, Qt would wait for the bus here.
+    m_bus->connect(QString(), path, manager, "PrepareForSleep", this, SLOT(prepareForSleep(bool)));
+    askForDelay();
+}
+
+void SleepWatch::askForDelay() {
+    if (!m_wanted || m_sleeps || m_isAsking || m_delay.isValid()) return;
+    m_isAsking = true;
+    auto question = QDBusMessage::createMethodCall(service, path, manager, "Inhibit");
+    question << "sleep"
+             << "Nimbrel Lite"
+             << "The screens are covered before they go dark"
+             << "delay";
+    question.setAutoStartService(false);
+    auto* watcher = new QDBusPendingCallWatcher(m_bus->asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, &SleepWatch::take);
+    connect(watcher, &QDBusPendingCallWatcher::finished, watcher, &QObject::deleteLater);
+}
+
+void SleepWatch::take(QDBusPendingCallWatcher* answer) {
+    m_isAsking = false;
+    const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *answer;
+    if (reply.isValid() && m_wanted && !m_sleeps) m_delay = reply.value();
+}
+
+void SleepWatch::prepareForSleep(bool sleeps) {
+    m_sleeps = sleeps;
+    onSleep(sleeps);
+    if (sleeps)
+        m_delay = {};
+    else
+        askForDelay();
+}

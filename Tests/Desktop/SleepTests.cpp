@@ -1,0 +1,105 @@
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/Logind.h"
+#include "Harness/MuteServer.h"
+#include "Harness/TestWindow.h"
+
+#include <csignal>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+struct Sleep : testing::Test {
+    Sleep() : paper(desktop.display(), desktop.screen.bounds()) {
+        paintHalves(white, 0x808080);
+        paper.lower();
+        paper.show();
+        desktop.extra["DBUS_SYSTEM_BUS_ADDRESS"] = logind.busAddress();
+    }
+
+    /// Each monitor is of two colours, so that its live blur is of many.
+    void paintHalves(uint32_t outer, uint32_t inner) {
+        paper.paint(3200, 8, [=](int x, int) { return x < 900 || x > 2500 ? outer : inner; });
+    }
+
+    bool isPlain() const {
+        const auto isOneColour = [this](const Area& monitor) {
+            const Picture picture = desktop.screen.grabWithoutButtons(monitor);
+            return picture.isAll(picture.at(monitor.x, monitor.y)) && picture.brightest() < 60;
+        };
+        return isOneColour(Desktop::left) && isOneColour(Desktop::right);
+    }
+
+    bool isLive() const {
+        return desktop.screen.grab({100, 300, 100, 400}).mean() >
+               desktop.screen.grab({1700, 300, 100, 400}).mean() + 20;
+    }
+
+    Desktop desktop;
+    Logind logind;
+    TestWindow paper;
+};
+
+} // namespace
+
+TEST_F(Sleep, WaitsOnlyWhileCovered) {
+    Agent agent(desktop);
+    EXPECT_TRUE(holdsFor(300ms, [&] { return logind.asked() == 0; })) << "before the first cover";
+    for (int i = 1; i <= 3; ++i) {
+        agent.cover();
+        EXPECT_TRUE(await([&] { return logind.isDelayed(); })) << i;
+        agent.uncover();
+        EXPECT_TRUE(await([&] { return !logind.isDelayed(); })) << i;
+    }
+    agent.cover();
+    ASSERT_TRUE(await([&] { return logind.isDelayed(); }));
+    agent.process().send(SIGTERM);
+    EXPECT_TRUE(await([&] { return !logind.isDelayed(); })) << "after the end";
+}
+
+TEST_F(Sleep, LiesUnderAPlainCover) {
+    Agent agent(desktop);
+    agent.cover();
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(await([&] { return isLive() && logind.isDelayed(); })) << i;
+        logind.announce(true);
+        ASSERT_TRUE(await([&] { return !logind.isDelayed(); })) << i;
+        EXPECT_TRUE(isPlain()) << "as the machine goes to sleep";
+        EXPECT_TRUE(agent.isCovered());
+        paintHalves(i % 2 ? white : 0xFFFFF0, 0x808080);
+        EXPECT_TRUE(holdsFor(200ms, [&] { return isPlain(); }));
+        logind.announce(false);
+    }
+    EXPECT_TRUE(await([&] { return isLive() && logind.isDelayed(); }));
+    paintHalves(0x808080, 0x202020);
+    EXPECT_TRUE(await([&] { return desktop.screen.grab({100, 300, 9, 9}).brightest() < 0x70; }));
+}
+
+TEST_F(Sleep, WhileClearChangesNothing) {
+    Agent agent(desktop);
+    agent.cover(); // From here on it listens.
+    ASSERT_TRUE(await([&] { return logind.isDelayed(); }));
+    agent.uncover();
+    logind.announce(true);
+    EXPECT_TRUE(holdsFor(200ms, [&] { return agent.visibleCovers().empty(); }));
+    agent.cover();
+    EXPECT_TRUE(await([&] { return isPlain(); })) << "covered on the brink of sleep";
+    logind.announce(false);
+    EXPECT_TRUE(await([&] { return isLive() && logind.isDelayed(); }));
+}
+
+TEST_F(Sleep, NeitherASilentBusNorNoneHoldsTheCover) {
+    const MuteServer silent;
+    for (const std::string& bus : {silent.path(), silent.path() + "-none"}) {
+        desktop.extra["DBUS_SYSTEM_BUS_ADDRESS"] = "unix:path=" + bus;
+        Agent agent(desktop);
+        for (int i = 0; i < 3; ++i) {
+            agent.cover();
+            agent.uncover();
+        }
+        EXPECT_EQ(agent.process().errors(), "");
+    }
+}
