@@ -72,6 +72,8 @@ void makeQtApplication() {
     QApplication::setAttribute(Qt::AA_DisableSessionManager);
     // Never deleted: the process ends with it, and with the windows and icons that hang on it.
     [[maybe_unused]] static auto* application = new QApplication(argc, argv);
+    // As panels and assistive technology call it. A display name would stand in every title too.
+    QApplication::setApplicationName("Nimbrel Lite");
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(programIcon());
     QApplication::setDesktopFileName("com.vardek.NimbrelLite");

@@ -15,6 +15,7 @@ struct Layout {
     const char* name;
     std::vector<std::pair<const char*, const char*>> monitors; // RandR's geometry, and its output
     Area clear = {};                                           // on no monitor
+    Environment scale = {};
 };
 
 class CoverLayouts : public testing::TestWithParam<Layout> {};
@@ -27,6 +28,7 @@ TEST_P(CoverLayouts, EveryPixelOfEveryMonitorAndNoOther) {
     for (const auto& [geometry, output] : GetParam().monitors)
         server->xrandr({"--setmonitor", std::to_string(number++), geometry, output});
     Desktop desktop(std::move(server));
+    desktop.extra = GetParam().scale;
     TestWindow paper(desktop.display(), desktop.screen.bounds());
     paper.paint(white);
     paper.lower();
@@ -42,6 +44,25 @@ TEST_P(CoverLayouts, EveryPixelOfEveryMonitorAndNoOther) {
         EXPECT_TRUE(desktop.screen.grab(clear).isAll(white)) << clear;
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Scaled, CoverLayouts, testing::ValuesIn([] {
+                             const std::pair<const char*, Environment> scales[] = {
+                                 {"ByAQuarter", {{"QT_SCALE_FACTOR", "1.25"}}},
+                                 {"ByAHalf", {{"QT_SCALE_FACTOR", "1.5"}}},
+                                 {"Double", {{"QT_SCALE_FACTOR", "2"}}},
+                                 {"EachByItself", {{"QT_SCREEN_SCALE_FACTORS", "1;2"}}},
+                                 {"EachByAFraction", {{"QT_SCREEN_SCALE_FACTORS", "1.5;1.25"}}},
+                             };
+                             std::vector<Layout> layouts;
+                             for (const auto& [name, scale] : scales)
+                                 layouts.push_back({name,
+                                                    {{"1367/340x769/270+0+0", "screen"},
+                                                     {"801/340x601/270+1367+13", "none"}},
+                                                    {0, 800, 500, 200},
+                                                    scale});
+                             return layouts;
+                         }()),
+                         [](const auto& each) { return each.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(
     All, CoverLayouts,

@@ -50,6 +50,46 @@ TEST_F(OnPaper, IsClearAfterAPoliteEnd) {
         }
 }
 
+TEST_F(OnPaper, EndsPolitelyWhateverIsOpen) {
+    constexpr uint8_t returnKey = 36, rightKey = 114, downKey = 116;
+    const auto strike = [&](uint8_t key, int times) {
+        for (int i = 0; i < times; ++i)
+            desktop.input.strike(key);
+    };
+    const auto hasPanel = [&] {
+        return std::ranges::any_of(desktop.screen.windows(), [](const ScreenWindow& window) {
+            return window.viewable && window.overrideRedirect &&
+                   window.className == "nimbrel-lite" && window.instance != "menu" &&
+                   window.instance.find(':') == std::string::npos;
+        });
+    };
+    constexpr int menuAlone = -1;
+    const std::pair<const char*, int> openThings[] = {
+        {"menu", menuAlone}, {"alert", 0}, {"edition window", 10}}; // By rows of the submenu.
+    for (const auto& [name, row] : openThings)
+        for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+            for (const bool covered : {true, false}) {
+                SCOPED_TRACE(testing::Message() << name << ", " << signal << ", " << covered);
+                Agent agent(desktop);
+                if (covered) agent.cover();
+                const Area icon = desktop.tray->icons().back();
+                desktop.input.move(icon.x + 5, icon.y + 5);
+                desktop.input.click(3);
+                ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
+                if (row != menuAlone) {
+                    strike(downKey, 4);
+                    strike(rightKey, 1);
+                    ASSERT_TRUE(await([&] { return agent.menus().size() == 2; }));
+                    strike(downKey, row);
+                    strike(returnKey, 1);
+                    ASSERT_TRUE(await(hasPanel));
+                }
+                agent.process().send(signal);
+                EXPECT_EQ(agent.process().awaitEnd(), 0);
+                EXPECT_TRUE(await([&] { return isClear(); }));
+            }
+}
+
 TEST_F(OnPaper, IsClearAfterAViolentEnd) {
     {
         Agent agent(desktop);

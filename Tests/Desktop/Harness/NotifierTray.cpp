@@ -3,6 +3,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusReply>
 
 #include <stdexcept>
 
@@ -20,6 +21,15 @@ NotifierTray::~NotifierTray() { QDBusConnection::disconnectFromBus("tray"); }
 void NotifierTray::RegisterStatusNotifierItem(const QString& service) {
     m_items.append(service);
     emit StatusNotifierItemRegistered(service);
+}
+
+QVariant NotifierTray::property(const QString& name) {
+    auto question =
+        QDBusMessage::createMethodCall(m_items.value(m_items.size() - 1), "/StatusNotifierItem",
+                                       "org.freedesktop.DBus.Properties", "Get");
+    question << "org.kde.StatusNotifierItem" << name;
+    const QDBusReply<QDBusVariant> reply = m_bus.call(question);
+    return reply.value().variant();
 }
 
 void NotifierTray::click(int x, int y) { call("Activate", x, y); }

@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QObject>
 #include <QStringList>
+#include <QVariant>
 
 #include <string>
 
@@ -24,6 +25,8 @@ public:
     bool hasHost() const { return true; }
     int version() const { return 0; }
     QStringList items() const { return m_items; } ///< The icons that have come, the newest last.
+
+    QVariant property(const QString& name); ///< Of the newest icon.
 
     /// The clicks on the newest icon, with the point of the screen that they went to.
     void click(int x, int y);
