@@ -114,6 +114,9 @@ NSApplication::NSApplication() {
     static auto* sleep = new SleepWatch(qApp);
     sleep->onSleep = [](bool sleeps) { Session::current().setResting(sleeps); };
     Session::current().onCovered = [](bool covered) { sleep->setWanted(covered); };
+    Session::current().onWindowGone = [](WindowServer::ToolkitWindow window) {
+        PanelWindow::windowGone(window);
+    };
     watchQuitSignals([this] { terminate(nullptr); });
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
     answerReopenRequests([this] { reopen(); });

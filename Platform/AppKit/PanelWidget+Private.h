@@ -24,6 +24,8 @@ public:
 
     /// Called where the widget does not suit the compositor that there is, or the lack of one.
     std::function<void()> onWrongForm;
+    /// Called where another program took its window off the screen.
+    std::function<void()> onWindowGone;
     /// Calls it if that is so, at once or at the end of a press that is under way.
     void checkForm();
 

@@ -11,6 +11,15 @@ void PanelWindow::compositingChanged() {
         if (auto* panel = dynamic_cast<PanelWidget*>(widget)) panel->checkForm();
 }
 
+void PanelWindow::windowGone(unsigned long number) {
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* panel = dynamic_cast<PanelWidget*>(widget);
+        if (!panel || panel->internalWinId() != number) continue;
+        panel->onWindowGone();
+        return;
+    }
+}
+
 NSInteger PanelWindow::number() const {
     return m_widget ? static_cast<NSInteger>(m_widget->winId()) : 0;
 }
@@ -46,10 +55,12 @@ void PanelWindow::describeViews() {
 void PanelWindow::orderFront() {
     if (m_widget) return;
     m_widget = PanelWidget::make(m_window);
-    m_widget->onWrongForm = [this] {
+    const auto renew = [this] {
         orderOut();
         orderFront();
     };
+    m_widget->onWrongForm = renew;
+    m_widget->onWindowGone = renew;
     m_widget->enter();
 }
 

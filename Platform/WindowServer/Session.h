@@ -135,6 +135,10 @@ public:
     virtual void setLevel(ToolkitWindow, int level) = 0;
     virtual void dropLevel(ToolkitWindow) = 0;
 
+    /// Called after another program took a window that has a level off the screen, or after it went
+    /// on its own.
+    std::function<void(ToolkitWindow)> onWindowGone;
+
     /// Whether a window manager places ordinary windows and hands the keyboard round.
     virtual bool hasWindowManager() const { return false; }
 

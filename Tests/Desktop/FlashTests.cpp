@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
 
 #include <gtest/gtest.h>
@@ -34,8 +35,9 @@ TEST(Flash, NothingReadableOrBareEverShowsOnceAMonitorIsCovered) {
     Agent agent(desktop);
     const std::vector<Area> monitors = desktop.screen.monitors();
     size_t samples = 0;
+    const auto start = Clock::now();
 
-    for (int round = 0; round < 20; ++round) {
+    for (int round = 0; round < rounds(20, 200); ++round) {
         std::vector<bool> seenCovered(monitors.size(), false);
         agent.toggle();
         const auto end = Clock::now() + 20s;
@@ -55,7 +57,8 @@ TEST(Flash, NothingReadableOrBareEverShowsOnceAMonitorIsCovered) {
         ASSERT_NE(stop, end) << "not covered";
         agent.uncover();
     }
-    std::cout << samples << " samples\n";
+    std::cout << samples << " samples, "
+              << static_cast<double>(samples) * 1000 / millisecondsSince(start) << " a second\n";
 }
 
 TEST(Flash, ThePictureIsOfThisMomentAndNotOfTheLastTime) {

@@ -1,8 +1,10 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
 
 #include <algorithm>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -26,6 +28,14 @@ struct CoveredPaper : testing::Test {
         paper.takeEvents();
     }
 
+    void strikeTheChord() const {
+        const uint8_t chord[] = {37, 64, 133, 57}; // Control, Alt, Super, N
+        for (const uint8_t key : chord)
+            desktop.input.hold(key);
+        for (const uint8_t key : chord)
+            desktop.input.letGo(key);
+    }
+
     Desktop desktop;
     TestWindow paper;
     Agent agent;
@@ -44,6 +54,44 @@ TEST_F(CoveredPaper, HearsEveryButtonAndTheWheelWhereTheyHappen) {
                                                              {XCB_BUTTON_RELEASE, button, x, y}};
             EXPECT_EQ(without(XCB_MOTION_NOTIFY, paper.takeEvents()), expected);
         }
+}
+
+TEST_F(CoveredPaper, HearsManyEventsInTheirOrder) {
+    std::mt19937 random(3);
+    const auto upTo = [&](unsigned limit) { return static_cast<int>(random() % limit); };
+    const auto buttons = agent.buttons();
+    for (int i = 0; i < rounds(250, 5000);) {
+        const int x = upTo(3200);
+        const int y = upTo(1000);
+        const auto isHere = [&](const ScreenWindow& button) {
+            return x >= button.area.x && x < button.area.right() && y >= button.area.y &&
+                   y < button.area.bottom();
+        };
+        if (std::ranges::any_of(buttons, isHere)) continue;
+        const auto button = static_cast<uint8_t>(1 + upTo(5));
+        desktop.input.move(x, y);
+        desktop.input.click(button);
+        const std::vector<TestWindow::Event> expected = {{XCB_BUTTON_PRESS, button, x, y},
+                                                         {XCB_BUTTON_RELEASE, button, x, y}};
+        ASSERT_EQ(without(XCB_MOTION_NOTIFY, paper.takeEvents()), expected) << "click " << i;
+        ++i;
+    }
+}
+
+TEST_F(CoveredPaper, HearsADragThroughWhichTheCoverGoesAndComes) {
+    desktop.input.move(100, 100);
+    desktop.input.press(1);
+    for (const bool covered : {false, true}) {
+        strikeTheChord();
+        ASSERT_TRUE(await([&] { return agent.visibleCovers().empty() != covered; }));
+        const int x = covered ? 2600 : 900;
+        desktop.input.move(x, 500);
+        const auto events = paper.takeEvents();
+        const TestWindow::Event moved = {XCB_MOTION_NOTIFY, 0, x, 500};
+        EXPECT_NE(std::ranges::find(events, moved), events.end());
+    }
+    desktop.input.release(1);
+    EXPECT_EQ(paper.takeEvents().back(), (TestWindow::Event{XCB_BUTTON_RELEASE, 1, 2600, 500}));
 }
 
 TEST_F(CoveredPaper, HearsADrag) {
@@ -69,7 +117,7 @@ TEST_F(CoveredPaper, HearsTyping) {
 }
 
 TEST_F(CoveredPaper, KeepsTheFocusThroughManyToggles) {
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < rounds(25, 500); ++i) {
         agent.uncover();
         EXPECT_EQ(desktop.screen.focus(), paper.number());
         agent.cover();

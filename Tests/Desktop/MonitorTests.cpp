@@ -1,6 +1,10 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
+
+#include <random>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -104,6 +108,41 @@ TEST(Monitors, SurviveFiftyChangesInARow) {
     }
     EXPECT_TRUE(await([&] { return agent.isCovered(); }));
     EXPECT_TRUE(await([&] { return agent.covers().size() == 2; }));
+}
+
+TEST(Monitors, AreCoveredThroughRandomChanges) {
+    Desktop desktop;
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    layPaper(desktop, paper);
+    Agent agent(desktop);
+    agent.cover();
+    std::mt19937 random(4);
+    const auto upTo = [&](unsigned limit) { return static_cast<int>(random() % limit); };
+    std::vector<std::string> names;
+
+    // Each keeps to a quarter of the screen: one that another contains is the same monitor twice.
+    desktop.server->xrandr({"--delmonitor", "B"});
+    desktop.server->xrandr({"--delmonitor", "A"});
+    desktop.server->xrandr({"--setmonitor", "A", "700/300x900/200+50+60", "screen"});
+    for (int round = 0; round < rounds(15, 200); ++round) {
+        const int quarter = 1 + upTo(3);
+        const std::string name(1, static_cast<char>('C' + quarter));
+        if (std::erase(names, name) > 0) {
+            desktop.server->xrandr({"--delmonitor", name});
+        } else {
+            std::ostringstream area;
+            area << 200 + upTo(400) << "/300x" << 200 + upTo(500) << "/200+"
+                 << quarter * 800 + upTo(200) << "+" << upTo(300);
+            desktop.server->xrandr({"--setmonitor", name, area.str(), "none"});
+            names.push_back(name);
+        }
+        ASSERT_TRUE(await([&] { return agent.isCovered() && isDarkEverywhere(desktop); }))
+            << "change " << round << ": " << agent.visibleCovers().size() << " covers, "
+            << (isDarkEverywhere(desktop) ? "dark" : "bright");
+        const auto monitors = desktop.screen.monitors().size();
+        ASSERT_TRUE(await([&] { return agent.buttons().size() == monitors; }))
+            << "change " << round << ": " << agent.buttons().size() << " buttons on " << monitors;
+    }
 }
 
 TEST(Outputs, AreCoveredThroughEveryChangeWhileOn) {

@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
 
 #include <cmath>
@@ -30,9 +31,10 @@ TEST(Storm, WindowsThatDieUnderTheLiveBlurDoItNoHarm) {
     agent.cover();
     std::mt19937 random(1);
 
+    const size_t pixmapsBefore = desktop.screen.pixmaps();
     const auto start = Clock::now();
     int windows = 0;
-    while (millisecondsSince(start) < 4000) {
+    while (millisecondsSince(start) < rounds(4000, 60000)) {
         // Nothing is waited for in between, so a capture can fall anywhere.
         TestWindow brief(desktop.display(), anywhere(random));
         brief.paint(static_cast<uint32_t>(random()) & 0xFFFFFF);
@@ -53,6 +55,8 @@ TEST(Storm, WindowsThatDieUnderTheLiveBlurDoItNoHarm) {
             return std::abs(desktop.screen.grab(Desktop::left).mean() - expected) < 6;
         })) << "no longer live";
     }
+    EXPECT_TRUE(await([&] { return desktop.screen.pixmaps() <= pixmapsBefore; }))
+        << desktop.screen.pixmaps() << " pixmaps after " << pixmapsBefore;
     EXPECT_EQ(agent.process().errors(), "");
 }
 
@@ -60,7 +64,7 @@ TEST(Storm, TogglesAmongDyingWindows) {
     Desktop desktop;
     Agent agent(desktop);
     std::mt19937 random(2);
-    for (int round = 0; round < 10; ++round) {
+    for (int round = 0; round < rounds(10, 100); ++round) {
         std::vector<std::unique_ptr<TestWindow>> crowd;
         for (int i = 0; i < 20; ++i) {
             Area area = anywhere(random);

@@ -143,7 +143,7 @@ void Connection::dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*)) {
     while (const auto event = nextEvent(poll)) {
         if (event->response_type == 0) {
             const auto& error = reinterpret_cast<const xcb_generic_error_t&>(*event);
-            if (isRace(error)) continue;
+            if (isRace(error) || isExcused(error)) continue;
 #ifndef NDEBUG
             if (error.error_code != XCB_ALLOC)
                 qFatal("unexpected X error %d on request %d.%d for 0x%x", error.error_code,
@@ -171,6 +171,10 @@ bool Connection::isRace(const xcb_generic_error_t& error) const {
     const auto* setup = xcb_get_setup(m_xcb);
     const bool ours = (error.resource_id & ~setup->resource_id_mask) == setup->resource_id_base;
     return !ours || (m_damageError && error.error_code == m_damageError);
+}
+
+bool Connection::isExcused(const xcb_generic_error_t& error) const {
+    return m_excusedUntil && static_cast<int32_t>(error.full_sequence - *m_excusedUntil) <= 0;
 }
 
 } // namespace WindowServer

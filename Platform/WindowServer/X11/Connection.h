@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <xcb/render.h>
@@ -63,6 +64,9 @@ public:
     /// once with status 1.
     void attach();
     std::function<void(const xcb_generic_event_t&)> onEvent;
+    /// A window of ours was found destroyed by another program: what was asked of the server so far
+    /// may be refused for that alone.
+    void excuseRefusals() { m_excusedUntil = xcb_no_operation(m_xcb).sequence; }
     /// Called where the server refused something of ours that it was not expected to refuse: what
     /// was drawn since cannot be trusted.
     std::function<void()> onRefusal;
@@ -75,12 +79,14 @@ private:
     void dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*));
     Owned<xcb_generic_event_t> nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const;
     bool isRace(const xcb_generic_error_t& error) const;
+    bool isExcused(const xcb_generic_error_t& error) const;
 
     xcb_connection_t* m_xcb;
     int m_screenNumber;
     const xcb_screen_t* m_screen;
     Events m_events;
     uint8_t m_damageError = 0;
+    std::optional<uint32_t> m_excusedUntil; ///< The number of a request.
     std::map<std::string, xcb_atom_t> m_atoms;
     bool m_canBlurLive = false;
     Owned<xcb_render_query_pict_formats_reply_t> m_formats;

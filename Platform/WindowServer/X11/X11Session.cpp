@@ -123,7 +123,7 @@ void X11Session::refreshDisplays() {
 
 std::unique_ptr<Surface> X11Session::makeSurface() {
     auto surface = std::make_unique<X11Surface>(*this, *m_connection);
-    m_surfaces.push_back(surface.get());
+    remember(*surface);
     return surface;
 }
 
@@ -214,6 +214,7 @@ void X11Session::handle(const xcb_generic_event_t& event) {
                                          type == m_connection->events().randr + XCB_RANDR_NOTIFY))
         m_displayRefresh.start(0);
     handleOwnWindow(type, event);
+    handleToolkitWindow(type, event);
     m_stacking.handle(event);
     if (m_live && m_live->handle(event)) scheduleFrame();
 }
@@ -234,7 +235,27 @@ void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
     } else if (type == XCB_UNMAP_NOTIFY) {
         const auto& notify = reinterpret_cast<const xcb_unmap_notify_event_t&>(event);
         if (auto* surface = surfaceOf(notify.window)) surface->restore(notify);
+    } else if (type == XCB_DESTROY_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+        if (auto* surface = surfaceOf(notify.window)) surface->replace();
+    } else if (type == XCB_REPARENT_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
+        auto* surface = surfaceOf(notify.window);
+        if (surface && notify.parent != m_connection->root()) surface->replace();
+    } else if (m_connection->hasShape() &&
+               type == m_connection->events().shape + XCB_SHAPE_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_shape_notify_event_t&>(event);
+        if (auto* surface = surfaceOf(notify.affected_window)) surface->restore(notify);
     }
+}
+
+void X11Session::handleToolkitWindow(int type, const xcb_generic_event_t& event) {
+    xcb_window_t window = XCB_NONE;
+    if (type == XCB_UNMAP_NOTIFY)
+        window = reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window;
+    else if (type == XCB_DESTROY_NOTIFY)
+        window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
+    if (window != XCB_NONE && m_stacking.holds(window) && onWindowGone) onWindowGone(window);
 }
 
 void X11Session::commit() {

@@ -54,6 +54,7 @@ public:
     /// frame's middle. Null where there is none.
     const Display* displayAt(const CGRect& frame) const;
     void scheduleCommit() { m_commit.start(0); }
+    void remember(X11Surface& surface) { m_surfaces.push_back(&surface); }
     void forget(X11Surface& surface);
 
 private:
@@ -61,6 +62,7 @@ private:
 
     void handle(const xcb_generic_event_t& event);
     void handleOwnWindow(int type, const xcb_generic_event_t& event);
+    void handleToolkitWindow(int type, const xcb_generic_event_t& event);
     std::vector<Display> readDisplays();
     void refreshDisplays();
     void watchDisplays();

@@ -23,6 +23,12 @@ void setText(Connection& connection, xcb_window_t window, xcb_atom_t property, x
                         static_cast<uint32_t>(text.size()), text.data());
 }
 
+/// Whether the event happened before the server came to the request.
+template <typename Event> bool isBefore(const Event& event, uint32_t request) {
+    const auto sequence = reinterpret_cast<const xcb_generic_event_t&>(event).full_sequence;
+    return static_cast<int32_t>(sequence - request) < 0;
+}
+
 uint32_t pixelOf(const CGColor& color) {
     const auto part = [&color](double value) {
         return static_cast<uint32_t>(std::lround(value * color.alpha * 255));
@@ -33,17 +39,23 @@ uint32_t pixelOf(const CGColor& color) {
 } // namespace
 
 X11Surface::X11Surface(X11Session& session, Connection& connection)
-    : m_session(session), m_connection(connection), m_window(connection.newId()) {
-    xcb_connection_t* const xcb = connection.xcb();
-    const uint32_t values[] = {connection.screen().black_pixel, true, XCB_EVENT_MASK_EXPOSURE};
-    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_window, connection.root(), 0, 0, 1, 1, 0,
+    : m_session(session), m_connection(connection) {
+    create();
+}
+
+void X11Surface::create() {
+    m_window = m_connection.newId();
+    xcb_connection_t* const xcb = m_connection.xcb();
+    const uint32_t values[] = {m_connection.screen().black_pixel, true, XCB_EVENT_MASK_EXPOSURE};
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_window, m_connection.root(), 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
     // An opaque full-screen window is no reason for a compositor to stop compositing.
     const uint32_t keepCompositing = 2;
     xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window,
-                        connection.atom("_NET_WM_BYPASS_COMPOSITOR"), XCB_ATOM_CARDINAL, 32, 1,
+                        m_connection.atom("_NET_WM_BYPASS_COMPOSITOR"), XCB_ATOM_CARDINAL, 32, 1,
                         &keepCompositing);
+    if (m_connection.hasShape()) xcb_shape_select_input(xcb, m_window, true);
 }
 
 X11Surface::~X11Surface() {
@@ -58,10 +70,36 @@ void X11Surface::changed() {
     m_session.scheduleCommit();
 }
 
+void X11Surface::replace() {
+    m_session.forget(*this);
+    xcb_destroy_window(m_connection.xcb(), m_window); // It may live on in another one.
+    m_mapped = false;
+    m_live = false;
+    m_backdrop.reset();
+    m_connection.excuseRefusals();
+    create();
+    writeTitle();
+    writeName();
+    if (m_ignoresMouse) dropInput();
+    m_session.remember(*this);
+    changed();
+}
+
 void X11Surface::setTitle(const std::string& title) {
-    setText(m_connection, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
+    m_title = title;
+    writeTitle();
+}
+
+void X11Surface::writeTitle() {
+    setText(m_connection, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, m_title);
     setText(m_connection, m_window, m_connection.atom("_NET_WM_NAME"),
-            m_connection.atom("UTF8_STRING"), title);
+            m_connection.atom("UTF8_STRING"), m_title);
+}
+
+void X11Surface::writeName() {
+    if (m_name.empty()) return;
+    setText(m_connection, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
+            "cover:" + m_name + '\0' + "nimbrel-lite" + '\0');
 }
 
 void X11Surface::setFrame(const CGRect& frame) {
@@ -84,8 +122,8 @@ void X11Surface::place() {
                            lower - upper};
     m_scale = display->scale;
     if (m_frame == display->frame) {
-        const std::string name = "cover:" + display->name + '\0' + "nimbrel-lite" + '\0';
-        setText(m_connection, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, name);
+        m_name = display->name;
+        writeName();
     }
     if (pixels == m_pixels) return;
     m_pixels = pixels;
@@ -99,11 +137,12 @@ void X11Surface::setLevel(int level) {
 }
 
 void X11Surface::setIgnoresMouseEvents(bool ignores) {
-    if (ignores) setEmptyInput();
+    m_ignoresMouse = ignores;
+    if (ignores) dropInput();
 }
 
 /// A region of no rectangles at all; no region would mean the whole window.
-void X11Surface::setEmptyInput() {
+void X11Surface::dropInput() {
     if (!m_connection.hasShape()) return;
     xcb_shape_rectangles(m_connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
                          XCB_CLIP_ORDERING_UNSORTED, m_window, 0, 0, 0, nullptr);
@@ -191,10 +230,10 @@ void X11Surface::refresh() {
 void X11Surface::configure() {
     const uint32_t values[] = {static_cast<uint32_t>(m_pixels.x), static_cast<uint32_t>(m_pixels.y),
                                static_cast<uint32_t>(m_pixels.width),
-                               static_cast<uint32_t>(m_pixels.height)};
+                               static_cast<uint32_t>(m_pixels.height), 0};
     xcb_configure_window(m_connection.xcb(), m_window,
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                             XCB_CONFIG_WINDOW_HEIGHT,
+                             XCB_CONFIG_WINDOW_HEIGHT | XCB_CONFIG_WINDOW_BORDER_WIDTH,
                          values);
 }
 
@@ -212,10 +251,9 @@ void X11Surface::show() {
     // frame is ever seen; later exposures start from the picture's mean.
     if (!m_mapped) {
         setBackground(XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
-        xcb_map_window(m_connection.xcb(), m_window);
-        m_mapped = true;
+        map();
     }
-    m_paintedAt = paint(sized(m_pixels.width, m_pixels.height));
+    paintAll();
     setBackground(XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
 }
 
@@ -228,7 +266,7 @@ void X11Surface::showPlain() {
     m_backdrop.reset();
     m_live = false;
     setBackground(XCB_CW_BACK_PIXEL, plainPixel());
-    if (!std::exchange(m_mapped, true)) xcb_map_window(m_connection.xcb(), m_window);
+    if (!m_mapped) map();
     xcb_clear_area(m_connection.xcb(), false, m_window, 0, 0, 0, 0);
 }
 
@@ -240,32 +278,42 @@ void X11Surface::hide() {
     xcb_unmap_window(m_connection.xcb(), m_window);
 }
 
-uint32_t X11Surface::paint(const PixelRect& area) {
-    m_backdrop->paint(area);
-    return xcb_no_operation(m_connection.xcb()).sequence;
+void X11Surface::map() {
+    m_mapped = true;
+    m_mappedAt = xcb_map_window(m_connection.xcb(), m_window).sequence;
 }
 
-/// Whether the event tells of something older than the last time that all was painted.
-bool X11Surface::isOutdated(const void* event) const {
-    const auto sequence = static_cast<const xcb_generic_event_t*>(event)->full_sequence;
-    return static_cast<int32_t>(sequence - m_paintedAt) < 0;
+void X11Surface::paintAll() {
+    m_paintedAt = xcb_no_operation(m_connection.xcb()).sequence;
+    paint(sized(m_pixels.width, m_pixels.height));
 }
 
 void X11Surface::expose(const xcb_expose_event_t& event) {
-    if (!m_backdrop || isOutdated(&event)) return;
+    if (!m_backdrop || isBefore(event, m_paintedAt)) return;
     paint({event.x, event.y, event.width, event.height});
     m_connection.flush();
 }
 
 void X11Surface::restore(const xcb_configure_notify_event_t& event) {
     const PixelRect now{event.x, event.y, event.width, event.height};
-    if (m_mapped && now != m_pixels) configure();
+    if (m_mapped && (now != m_pixels || event.border_width != 0)) configure();
 }
 
 void X11Surface::restore(const xcb_unmap_notify_event_t& event) {
-    if (!m_mapped || isOutdated(&event)) return;
-    xcb_map_window(m_connection.xcb(), m_window);
-    if (m_backdrop) m_paintedAt = paint(sized(m_pixels.width, m_pixels.height));
+    // Mapped again at once, it could stay off the screen for a compositor, which missed the moment.
+    if (m_mapped && !isBefore(event, m_mappedAt)) replace();
+}
+
+/// A hole in the cover would show what lies behind, and a region for input would keep it from
+/// there.
+void X11Surface::restore(const xcb_shape_notify_event_t& event) {
+    const bool isEmpty = event.shaped && event.extents_width == 0 && event.extents_height == 0;
+    if (event.shape_kind == XCB_SHAPE_SK_INPUT) {
+        if (m_ignoresMouse && !isEmpty) dropInput();
+    } else if (event.shaped) {
+        xcb_shape_mask(m_connection.xcb(), XCB_SHAPE_SO_SET, event.shape_kind, m_window, 0, 0,
+                       XCB_PIXMAP_NONE);
+    }
     m_connection.flush();
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include <xcb/shape.h>
 #include <xcb/xcb.h>
 
 namespace WindowServer {
@@ -61,36 +62,48 @@ public:
     /// Covers with a plain dark colour: the answer to everything that goes wrong.
     void showPlain();
     void expose(const xcb_expose_event_t& event);
+    /// Makes the window anew and has it shown again: another program took the old one away.
+    void replace();
     /// Undoes what another program did to the window.
     void restore(const xcb_configure_notify_event_t& event);
     void restore(const xcb_unmap_notify_event_t& event);
+    void restore(const xcb_shape_notify_event_t& event);
 
 private:
+    void create();
+    void writeTitle();
+    void writeName();
     void changed();
-    void setEmptyInput();
+    void dropInput();
     void prepareStill(double deviation);
     void configure();
     void setBackground(uint32_t mask, uint32_t value);
     uint32_t plainPixel() const;
-    bool isOutdated(const void* event) const;
-    uint32_t paint(const PixelRect& area);
+    void map();
+    void paintAll();
+    void paint(const PixelRect& area) { m_backdrop->paint(area); }
 
     X11Session& m_session;
     Connection& m_connection;
     xcb_window_t m_window;
+    std::string m_title;
+    std::string m_name; ///< Of the output it covers; empty where it covers none.
     CGRect m_frame;
     PixelRect m_pixels;
     double m_scale = 1;
     int m_level = 0;
     double m_alpha = 1;
     int m_radius = 0;
+    bool m_ignoresMouse = false;
     Look m_look;
     bool m_ordered = false;
     bool m_mapped = false;
     bool m_stale = false;
     bool m_live = false;
     bool m_awaitsSource = false;
-    uint32_t m_paintedAt = 0; ///< The request that painted all; earlier exposures are dealt with.
+    // The requests that last mapped and painted it all: what was heard before them is dealt with.
+    uint32_t m_mappedAt = 0;
+    uint32_t m_paintedAt = 0;
     std::unique_ptr<Backdrop> m_backdrop;
 };
 

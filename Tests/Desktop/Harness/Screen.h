@@ -33,6 +33,7 @@ public:
 
     /// How many rectangles a window's input region has: one, the whole window, unless it was set.
     size_t inputRectangles(xcb_window_t window) const;
+    bool isWhole(xcb_window_t window) const; ///< Nothing is cut out of it, nothing added.
 
     xcb_window_t focus() const;
     xcb_window_t selectionOwner(const std::string& selection) const;
