@@ -11,6 +11,8 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+#include <algorithm>
+
 namespace {
 
 bool isTextLight() {
@@ -27,7 +29,10 @@ QPixmap draw(const std::string& name, bool isTemplate, const QSize& size) {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    QSvgRenderer(symbolFile(name)).render(&painter);
+    const double side = std::min(size.width(), size.height()); // Trays' places are of any shape.
+    QSvgRenderer(symbolFile(name))
+        .render(&painter,
+                QRectF((size.width() - side) / 2, (size.height() - side) / 2, side, side));
     painter.end();
     if (isTemplate && isTextLight()) image.invertPixels();
     return QPixmap::fromImage(image);
@@ -81,7 +86,8 @@ public:
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
                QIcon::State state) override {
-        painter->drawPixmap(rect, pixmap(rect.size(), mode, state));
+        const double scale = painter->device()->devicePixelRatioF();
+        painter->drawPixmap(rect, pixmap((QSizeF(rect.size()) * scale).toSize(), mode, state));
     }
 
     /// For trays that are sent pictures and ask for no size.

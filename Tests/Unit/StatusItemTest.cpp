@@ -94,3 +94,14 @@ TEST(NSImage, DrawsEachSymbolSharpAtEachSize) {
     }
     EXPECT_EQ(draw("eye", 22).cacheKey(), draw("eye", 22).cacheKey());
 }
+
+TEST(NSImage, StandsSquareInAPlaceOfAnyShape) {
+    const auto image = NSImage::imageWithSystemSymbolName("eye.slash", std::nullopt);
+    const QImage square = iconFrom(*image).pixmap(QSize(24, 24), 1.0).toImage();
+    for (const auto& [place, inner] :
+         {std::pair{QSize(24, 48), QRect(0, 12, 24, 24)}, {QSize(40, 24), QRect(8, 0, 24, 24)}}) {
+        const QImage drawn = iconFrom(*image).pixmap(place, 1.0).toImage();
+        EXPECT_EQ(drawn.size(), place);
+        EXPECT_EQ(drawn.copy(inner), square);
+    }
+}
