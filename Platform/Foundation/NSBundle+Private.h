@@ -1,8 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 /// Where a bundle of the name is, for an executable at an absolute path. An installed one, under
 /// /usr, /usr/local or /opt, is in the folder of applications. Any other, such as one in a build
 /// tree or in someone's home, is the folder that the executable is in.
 std::string bundlePathOf(const std::string& executable, const std::string& name);
+
+/// The main bundle is found by this executable instead of the running one, until it is given none.
+/// For tests of what a program does in other places.
+void installMainExecutable(std::optional<std::string> path);

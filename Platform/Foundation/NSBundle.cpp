@@ -7,6 +7,15 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <utility>
+
+namespace {
+std::optional<std::string> installedExecutable;
+}
+
+void installMainExecutable(std::optional<std::string> path) {
+    installedExecutable = std::move(path);
+}
 
 NSBundle& NSBundle::mainBundle() {
     static NSBundle bundle;
@@ -32,8 +41,9 @@ std::optional<std::string> NSBundle::bundleIdentifier() const {
 }
 
 std::string NSBundle::bundlePath() const {
-    return bundlePathOf(QCoreApplication::applicationFilePath().toStdString(),
-                        objectForInfoDictionaryKey("CFBundleName").value_or(""));
+    const auto executable =
+        installedExecutable.value_or(QCoreApplication::applicationFilePath().toStdString());
+    return bundlePathOf(executable, objectForInfoDictionaryKey("CFBundleName").value_or(""));
 }
 
 std::optional<std::string> NSBundle::objectForInfoDictionaryKey(const std::string& key) const {

@@ -4,10 +4,16 @@
 #include "AppKit/NSApplication+Private.h"
 #include "AppKit/NSStatusBar+Private.h"
 #include "Cover.h"
+#include "Foundation/NSBundle+Private.h"
+#include "Prefs.h"
+#include "ServiceManagement/SMAppService+Private.h"
 
 #include <QApplication>
 #include <QMenu>
 #include <QTimer>
+#include <QWidget>
+
+#include <algorithm>
 
 #include <csignal>
 
@@ -42,6 +48,55 @@ protected:
     }
 
     std::shared_ptr<AppDelegate> delegate = std::make_shared<AppDelegate>();
+};
+
+/// Counts how often it is asked to register.
+struct LoginService : SMAppService {
+    SMAppServiceStatus status() const override { return SMAppServiceStatusNotRegistered; }
+    bool registerAndReturnError(std::shared_ptr<NSError>&) override {
+        ++registrations;
+        return true;
+    }
+    bool unregisterAndReturnError(std::shared_ptr<NSError>&) override { return true; }
+
+    int registrations = 0;
+};
+
+/// The program in a place that each test chooses, as if it had never been there before.
+struct FirstRunTest : ScreensTest {
+    void SetUp() override {
+        ScreensTest::SetUp();
+        installMainAppService(service);
+        forget();
+    }
+    void TearDown() override {
+        installMainExecutable({});
+        installMainAppService(nullptr);
+        closeSettings();
+        forget();
+        ScreensTest::TearDown();
+    }
+
+    static void forget() { Prefs::shared().d.removeObjectForKey("loginAsked"); }
+
+    static bool isSettings(const QWidget* widget) {
+        return widget->isVisible() && widget->windowTitle() == "General";
+    }
+    static bool settingsAreOpen() {
+        return std::ranges::any_of(QApplication::topLevelWidgets(), isSettings);
+    }
+    static void closeSettings() {
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (isSettings(widget)) widget->close();
+    }
+
+    static void launchFrom(const std::string& executable) {
+        installMainExecutable(executable);
+        std::make_shared<AppDelegate>()->applicationDidFinishLaunching(
+            NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
+    }
+
+    const std::shared_ptr<LoginService> service = std::make_shared<LoginService>();
 };
 
 /// Terminates the application in its first moment, by the way it is given.
@@ -119,6 +174,24 @@ TEST_F(AppDelegateTest, WithoutABusItKnowsItselfAlone) {
     EXPECT_TRUE(
         NSRunningApplication::runningApplicationsWithBundleIdentifier("com.vardek.Other").empty());
     EXPECT_FALSE(NSWorkspace::sharedWorkspace().accessibilityDisplayShouldReduceTransparency());
+}
+
+TEST_F(FirstRunTest, InstalledForGoodItStartsAtLoginAndShowsItsSettingsOnce) {
+    // From elsewhere first: that uses nothing up.
+    for (const char* elsewhere : {"/home/me/Applications/nimbrel-lite", "/home/me/usr/bin/n"}) {
+        launchFrom(elsewhere);
+        EXPECT_EQ(service->registrations, 0) << elsewhere;
+        EXPECT_FALSE(settingsAreOpen()) << elsewhere;
+        EXPECT_FALSE(Prefs::shared().d.boolForKey("loginAsked")) << elsewhere;
+    }
+    launchFrom("/usr/bin/nimbrel-lite");
+    EXPECT_EQ(service->registrations, 1);
+    EXPECT_TRUE(settingsAreOpen());
+    EXPECT_TRUE(Prefs::shared().d.boolForKey("loginAsked"));
+    closeSettings();
+    launchFrom("/usr/bin/nimbrel-lite");
+    EXPECT_EQ(service->registrations, 1);
+    EXPECT_FALSE(settingsAreOpen());
 }
 
 TEST(NSApplication, KeepsItsActivationPolicy) {

@@ -1,0 +1,162 @@
+// The program's windows among other programs: what they hand over, give back and outlive.
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/Folder.h"
+#include "Harness/TestWindow.h"
+
+#include <fstream>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+// Keys by their numbers on every PC keyboard.
+constexpr uint8_t escapeKey = 9;
+constexpr uint8_t returnKey = 36;
+constexpr uint8_t downKey = 116;
+
+constexpr uint8_t wheelDown = 5;
+
+/// The rows of the menu, by the steps down to them.
+enum Row { support = 2, summit = 3, settings = 5, about = 6 };
+
+struct Windows : testing::Test {
+    void start() {
+        agent.emplace(desktop);
+        ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
+    }
+
+    void choose(Row row) const {
+        const Area button = agent->buttons().at(0).area;
+        desktop.input.move(button.x + button.width / 2, button.y + button.height / 2);
+        desktop.input.click(3);
+        ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
+        for (int i = 0; i < row; ++i)
+            desktop.input.strike(downKey);
+        desktop.input.strike(returnKey);
+        ASSERT_TRUE(await([&] { return agent->menus().empty(); }));
+    }
+
+    /// Chooses a row, and waits until its window has the keyboard; gives that window.
+    xcb_window_t open(Row row) const {
+        const xcb_window_t before = desktop.screen.focus();
+        choose(row);
+        EXPECT_TRUE(await([&] {
+            const xcb_window_t now = desktop.screen.focus();
+            return now > XCB_INPUT_FOCUS_POINTER_ROOT && now != before && area(now).width > 200;
+        })) << row;
+        return desktop.screen.focus();
+    }
+
+    /// On the screen, without the frame of a window manager. Empty once the window has gone.
+    Area area(xcb_window_t window) const {
+        const auto geometry = client.ask(xcb_get_geometry_reply, xcb_get_geometry(client, window));
+        const auto place =
+            client.ask(xcb_translate_coordinates_reply,
+                       xcb_translate_coordinates(client, window, client.root(), 0, 0));
+        if (!geometry || !place) return {};
+        return {place->dst_x, place->dst_y, geometry->width, geometry->height};
+    }
+
+    /// What stands there once it has been drawn and has come to rest.
+    Picture drawn(const Area& area) const {
+        Picture picture = desktop.screen.grab(area);
+        EXPECT_TRUE(await([&] {
+            picture = desktop.screen.grab(area);
+            return picture.sharpestStep() > 50 &&
+                   holdsFor(200ms, [&] { return desktop.screen.grab(area) == picture; });
+        })) << area;
+        return picture;
+    }
+
+    Desktop desktop;
+    XClient client{desktop.display()};
+    std::optional<Agent> agent;
+};
+
+} // namespace
+
+TEST_F(Windows, GiveTheKeyboardBackToWhoHadIt) {
+    for (const bool managed : {false, true}) {
+        const auto manager = managed ? desktop.startWindowManager() : nullptr;
+        ASSERT_NO_FATAL_FAILURE(start());
+        TestWindow paper(desktop.display(), {200, 200, 400, 300}, TestWindow::Kind::Managed);
+        paper.show();
+        ASSERT_TRUE(await([&] { return paper.isViewable(); }));
+        paper.takeFocus();
+        for (const Row row : {about, summit}) {
+            open(row);
+            desktop.input.strike(escapeKey);
+            EXPECT_TRUE(await([&] { return desktop.screen.focus() == paper.number(); }))
+                << row << (managed ? " under a window manager" : "");
+        }
+        agent.reset();
+    }
+}
+
+TEST_F(Windows, TheListOfTheEditionWindowScrollsBetweenItsHeaderAndFooter) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    const Area all = area(open(summit));
+    const Area list = {all.x + 40, all.y + 200, 400, 200};
+    const Area header = {all.x + 20, all.y, 400, 90};
+    const Area footer = {all.x + 20, all.bottom() - 50, 460, 50};
+    desktop.input.move(list.x + 200, list.y + 100);
+    const Picture before = drawn(all);
+    desktop.input.click(wheelDown);
+    EXPECT_TRUE(await([&] { return desktop.screen.grab(list) != before.cut(list); }));
+    for (const Area& still : {header, footer})
+        EXPECT_TRUE(desktop.screen.grab(still) == before.cut(still)) << still;
+}
+
+TEST_F(Windows, KeepTheirLooksAsACompositorComesAndGoes) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    const Area all = area(open(summit));
+    const Area middle = {all.x + 20, all.y + 60, all.width - 40, all.height - 120};
+    desktop.input.move(960, 1000);
+    const Picture before = drawn(middle);
+    const auto looksTheSame = [&] { return desktop.screen.grab(middle) == before; };
+    auto compositor = desktop.startCompositor();
+    EXPECT_TRUE(await(looksTheSame));
+    compositor.reset();
+    EXPECT_TRUE(await(looksTheSame));
+    desktop.input.strike(escapeKey);
+    EXPECT_TRUE(await([&] { return !looksTheSame(); }));
+}
+
+TEST_F(Windows, TheSettingsMoveUnderAWindowManagerAndDoNotGrow) {
+    const auto manager = desktop.startWindowManager();
+    ASSERT_NO_FATAL_FAILURE(start());
+    const xcb_window_t window = open(settings);
+    const Area opened = area(window);
+    const uint32_t wishes[] = {uint32_t(opened.x + 100), 900, 900};
+    xcb_configure_window(client, window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                         wishes);
+    client.settle();
+    EXPECT_TRUE(await([&] { return area(window).x >= opened.x + 90; })) << area(window);
+    EXPECT_EQ(area(window).width, opened.width);
+    EXPECT_EQ(area(window).height, opened.height);
+}
+
+TEST_F(Windows, SupportOpensItsPageWithoutAWord) {
+    const Folder folder;
+    const auto note = folder.path() / "visited";
+    const auto visited = [&] {
+        std::ifstream file(note);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    desktop.extra["PATH"] = folder.path().string();
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_NO_FATAL_FAILURE(choose(support)); // Nothing here can open a page yet.
+    const auto program = folder.write("xdg-open", "#!/bin/sh\necho \"$@\" >> " + note.string() +
+                                                      "\necho Noise >&2\n");
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    ASSERT_NO_FATAL_FAILURE(choose(support));
+    EXPECT_TRUE(await([&] { return visited() == "https://vardek.example/support-vardek/\n"; }))
+        << visited();
+    EXPECT_EQ(agent->process().output(), "");
+    EXPECT_EQ(agent->process().errors(), "");
+}
