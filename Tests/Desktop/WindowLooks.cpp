@@ -1,0 +1,121 @@
+// How the menu and the windows look, compared with pictures of them that were found good.
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/Portal.h"
+#include "Harness/TestWindow.h"
+#include "Looks.h"
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+// Keys by their numbers on every PC keyboard.
+constexpr uint8_t escapeKey = 9;
+constexpr uint8_t returnKey = 36;
+constexpr uint8_t rightKey = 114;
+constexpr uint8_t downKey = 116;
+
+std::string nameOf(bool dark) { return dark ? "Dark" : "Light"; }
+
+/// In light colours or in dark ones.
+struct WindowLooks : testing::TestWithParam<bool> {
+    WindowLooks() : paper(desktop.display(), desktop.screen.bounds()) {
+        paper.paint(0x4682B4);
+        paper.lower();
+        paper.show();
+        portal.emplace(desktop.bus->address(), false);
+        portal->setDark(GetParam());
+    }
+
+    void strike(uint8_t key, int times = 1) const {
+        for (int i = 0; i < times; ++i)
+            desktop.input.strike(key);
+    }
+
+    void openMenu() {
+        const Area icon = desktop.tray->icons().back();
+        aside = -aside; // Two quick clicks on one spot are a double click.
+        desktop.input.move(icon.x + icon.width / 2 + aside, icon.y + icon.height / 2);
+        desktop.input.click(3);
+        ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
+        desktop.input.move(5, 5);
+    }
+    void choose(int row) {
+        ASSERT_NO_FATAL_FAILURE(openMenu());
+        strike(downKey, row);
+        strike(returnKey);
+    }
+
+    /// The program's windows but for covers, buttons, menus and tips, the newest last.
+    std::vector<ScreenWindow> windows() const {
+        auto all = desktop.screen.windows();
+        std::erase_if(all, [](const auto& window) {
+            return !window.viewable || window.className != "nimbrel-lite" ||
+                   window.area.width < 200 || window.instance == "menu" ||
+                   window.instance.find(':') != std::string::npos;
+        });
+        return all;
+    }
+
+    void expectLook(const Area& area, const std::string& what) const {
+        const std::string name = nameOf(GetParam()) + what;
+        std::string text;
+        EXPECT_TRUE(await([&] {
+            text = complaintAbout(desktop.screen.grab(area), name);
+            return text.empty();
+        })) << name
+            << ": " << text;
+    }
+    void expectWindow(const std::string& what, size_t count = 1) const {
+        ASSERT_TRUE(await([&] { return agent->menus().empty() && windows().size() == count; }));
+        expectLook(windows().back().area, what);
+    }
+
+    Desktop desktop;
+    TestWindow paper;
+    std::optional<Portal> portal;
+    std::optional<Agent> agent;
+    int aside = 5;
+};
+
+} // namespace
+
+TEST_P(WindowLooks, AreTheOnesThatWereFoundGood) {
+    agent.emplace(desktop);
+    ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
+
+    ASSERT_NO_FATAL_FAILURE(openMenu());
+    expectLook(agent->menus().at(0).area, "Menu");
+    strike(downKey, 4);
+    strike(rightKey);
+    ASSERT_TRUE(await([&] { return agent->menus().size() == 2; }));
+    strike(returnKey);
+    ASSERT_NO_FATAL_FAILURE(expectWindow("Alert"));
+    strike(escapeKey);
+    ASSERT_TRUE(await([&] { return windows().empty(); }));
+
+    ASSERT_NO_FATAL_FAILURE(choose(3));
+    ASSERT_NO_FATAL_FAILURE(expectWindow("Summit"));
+    strike(escapeKey);
+    ASSERT_TRUE(await([&] { return windows().empty(); }));
+
+    ASSERT_NO_FATAL_FAILURE(choose(6));
+    ASSERT_NO_FATAL_FAILURE(expectWindow("About"));
+    strike(escapeKey);
+    ASSERT_TRUE(await([&] { return windows().empty(); }));
+
+    ASSERT_NO_FATAL_FAILURE(choose(5));
+    ASSERT_NO_FATAL_FAILURE(expectWindow("General"));
+    const Area settings = windows().at(0).area;
+    desktop.input.move(settings.x + settings.width / 2 + 36, settings.y + 28);
+    desktop.input.click(1);
+    desktop.input.move(5, 5);
+    ASSERT_NO_FATAL_FAILURE(expectWindow("Support"));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, WindowLooks, testing::Bool(),
+                         [](const auto& each) { return nameOf(each.param); });
