@@ -76,6 +76,7 @@ void FrameWidget::enter() {
     m_away = false;
     // Window managers put a window that comes back where they like, unless it asks for a place.
     if (!isVisible()) setGeometry(rectOf(m_window.frame()).marginsAdded(m_chrome));
+    Session::current().setName(winId(), "nimbrel-lite");
     show();
     raise();
 }
