@@ -19,16 +19,26 @@ constexpr uint8_t returnKey = 36;
 constexpr uint8_t rightKey = 114;
 constexpr uint8_t downKey = 116;
 
-std::string nameOf(bool dark) { return dark ? "Dark" : "Light"; }
+struct Look {
+    bool dark;
+    bool doubled; ///< Everything at twice its size.
+};
 
-/// In light colours or in dark ones.
-struct WindowLooks : testing::TestWithParam<bool> {
-    WindowLooks() : paper(desktop.display(), desktop.screen.bounds()) {
+std::string nameOf(const Look& look) {
+    return std::string(look.dark ? "Dark" : "Light") + (look.doubled ? "Double" : "");
+}
+
+struct WindowLooks : testing::TestWithParam<Look> {
+    // High enough for a window of twice its size.
+    WindowLooks()
+        : desktop(XServer::framebuffer({"-screen", "0", "3200x1800x24"})),
+          paper(desktop.display(), desktop.screen.bounds()) {
         paper.paint(0x4682B4);
         paper.lower();
         paper.show();
         portal.emplace(desktop.bus->address(), false);
-        portal->setDark(GetParam());
+        portal->setDark(GetParam().dark);
+        desktop.extra = {{"QT_SCALE_FACTOR", GetParam().doubled ? "2" : "1"}};
     }
 
     void strike(uint8_t key, int times = 1) const {
@@ -86,7 +96,7 @@ struct WindowLooks : testing::TestWithParam<bool> {
 
 TEST_P(WindowLooks, AreTheOnesThatWereFoundGood) {
     agent.emplace(desktop);
-    ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
+    ASSERT_TRUE(await([&] { return agent->buttons().size() == 1; }));
 
     ASSERT_NO_FATAL_FAILURE(openMenu());
     expectLook(agent->menus().at(0).area, "Menu");
@@ -111,11 +121,14 @@ TEST_P(WindowLooks, AreTheOnesThatWereFoundGood) {
     ASSERT_NO_FATAL_FAILURE(choose(5));
     ASSERT_NO_FATAL_FAILURE(expectWindow("General"));
     const Area settings = windows().at(0).area;
-    desktop.input.move(settings.x + settings.width / 2 + 36, settings.y + 28);
+    const int scale = GetParam().doubled ? 2 : 1;
+    desktop.input.move(settings.x + settings.width / 2 + 36 * scale, settings.y + 28 * scale);
     desktop.input.click(1);
     desktop.input.move(5, 5);
     ASSERT_NO_FATAL_FAILURE(expectWindow("Support"));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, WindowLooks, testing::Bool(),
+INSTANTIATE_TEST_SUITE_P(All, WindowLooks,
+                         testing::Values(Look{false, false}, Look{true, false}, Look{false, true},
+                                         Look{true, true}),
                          [](const auto& each) { return nameOf(each.param); });

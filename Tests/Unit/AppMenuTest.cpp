@@ -2,6 +2,7 @@
 
 #include "AppDelegate.h"
 #include "Cover.h"
+#include "Links.h"
 #include "Locked.h"
 
 #include <QApplication>
@@ -122,6 +123,20 @@ TEST_F(AppMenuTest, AFeatureTellsOfItselfInAnAlert) {
         EXPECT_EQ(texts[3], "Not Now");
         EXPECT_EQ(texts[4], "See Everything in SUMMIT");
     }
+}
+
+TEST_F(AppMenuTest, APageWithoutAnAddressIsComing) {
+    const auto alertFor = [](Links::Purpose what) {
+        return alertOf([what] { Links::open(NSURL::URLWithString(""), what); }, "OK");
+    };
+    EXPECT_EQ(alertFor(Links::Purpose::upgrade),
+              (std::vector<std::string>{
+                  "Nimbrel SUMMIT is coming",
+                  "Nimbrel SUMMIT will be available from vardek.example soon.", "OK"}));
+    EXPECT_EQ(alertFor(Links::Purpose::support),
+              (std::vector<std::string>{
+                  "Thank you for supporting VARDEK!",
+                  "The Support VARDEK page will be available at vardek.example soon.", "OK"}));
 }
 
 TEST_F(AppMenuTest, AnItemThatStandsForNoFeatureDoesNothing) {
