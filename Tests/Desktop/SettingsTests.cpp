@@ -100,11 +100,13 @@ TEST_F(Settings, IsOneWindowThatEachRequestBringsToTheFront) {
     paper.takeFocus();
     ASSERT_NO_FATAL_FAILURE(open());
     EXPECT_EQ(windows()[0].number, first.number);
-    const auto all = desktop.screen.windows();
-    const auto at = [&](xcb_window_t number) {
-        return std::ranges::find(all, number, &ScreenWindow::number);
-    };
-    EXPECT_LT(at(paper.number()), at(first.number));
+    EXPECT_TRUE(await([&] {
+        const auto all = desktop.screen.windows();
+        const auto at = [&](xcb_window_t number) {
+            return std::ranges::find(all, number, &ScreenWindow::number);
+        };
+        return at(paper.number()) < at(first.number);
+    }));
 }
 
 TEST_F(Settings, KeepsItsTabAndPlaceUntilItIsOpenedAgain) {
