@@ -20,6 +20,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -56,6 +57,7 @@ void warnOfWayland() {
 }
 
 void connectToWindowServer() {
+    std::signal(SIGPIPE, SIG_IGN); // A server that has gone shows in the connection's own error.
     ::setenv("QT_QPA_PLATFORM", "xcb", keepExisting);
     ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
     if (Session::open()) return warnOfWayland();
