@@ -3,6 +3,7 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
 #include "Harness/Folder.h"
+#include "Harness/Keys.h"
 #include "Harness/TestWindow.h"
 
 #include <algorithm>
@@ -15,19 +16,6 @@
 using namespace Harness;
 
 namespace {
-
-// Keys by their numbers on every PC keyboard.
-constexpr uint8_t escapeKey = 9;
-constexpr uint8_t tabKey = 23;
-constexpr uint8_t returnKey = 36;
-constexpr uint8_t controlKey = 37;
-constexpr uint8_t aKey = 38;
-constexpr uint8_t nKey = 57;
-constexpr uint8_t altKey = 64;
-constexpr uint8_t leftKey = 113;
-constexpr uint8_t rightKey = 114;
-constexpr uint8_t downKey = 116;
-constexpr uint8_t superKey = 133;
 
 const std::string shop = "https://vardek.example/buy/nimbrel/\n";
 
@@ -174,7 +162,7 @@ TEST_F(Alerts, AppearInTheMiddleOfThePointersMonitor) {
         const Area monitor = which == 0 ? Desktop::left : Desktop::right;
         ASSERT_NO_FATAL_FAILURE(openAlert(which));
         const Area alert = panels().at(0).area;
-        EXPECT_NEAR(alert.x + alert.width / 2, monitor.x + monitor.width / 2, 1);
+        EXPECT_NEAR(2 * alert.x + alert.width, 2 * monitor.x + monitor.width, 2);
         EXPECT_GT(alert.y, monitor.y + monitor.height / 8);
         EXPECT_LT(alert.y, monitor.y + monitor.height / 2);
         strike({escapeKey});
@@ -301,7 +289,7 @@ TEST_F(Alerts, TheEditionWindowIsOneAndStaysWhereItWasLeft) {
     const ScreenWindow opened = panels().at(0);
     EXPECT_EQ(opened.area.width, 500);
     EXPECT_GT(opened.area.height, 600); // Its title bar comes on top.
-    EXPECT_NEAR(opened.area.x + opened.area.width / 2, Desktop::left.width / 2, 1);
+    EXPECT_NEAR(2 * opened.area.x + opened.area.width, Desktop::left.width, 2);
 
     desktop.input.move(opened.area.x + 100, opened.area.y + 10);
     desktop.input.press(1);

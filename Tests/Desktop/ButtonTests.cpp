@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Keys.h"
 #include "Harness/TestWindow.h"
 
 #include <algorithm>
@@ -13,8 +14,6 @@ using namespace Harness;
 
 namespace {
 
-constexpr uint8_t controlKey = 37;
-constexpr uint8_t escapeKey = 9;
 constexpr uint32_t paperColour = 0x4682B4;
 
 struct Point {

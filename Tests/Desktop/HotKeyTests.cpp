@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Keys.h"
 #include "Harness/TestWindow.h"
 
 #include <algorithm>
@@ -13,12 +14,6 @@ using namespace Harness;
 
 namespace {
 
-// Keys by their numbers on every PC keyboard.
-constexpr uint8_t aKey = 38;
-constexpr uint8_t nKey = 57;
-constexpr uint8_t capsLock = 66;
-constexpr uint8_t numLock = 77;
-constexpr uint8_t scrollLock = 78;
 constexpr uint8_t chordModifiers[] = {37, 64, 133}; // Control, Alt, Super
 
 struct HotKeys : testing::Test {

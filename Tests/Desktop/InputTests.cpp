@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Keys.h"
 #include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
 
@@ -11,8 +12,6 @@
 using namespace Harness;
 
 namespace {
-
-constexpr uint8_t aKey = 38;
 
 std::vector<TestWindow::Event> without(uint8_t type, std::vector<TestWindow::Event> events) {
     std::erase_if(events, [type](const auto& event) { return event.type == type; });

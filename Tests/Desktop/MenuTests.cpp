@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Keys.h"
 #include "Harness/NotifierTray.h"
 #include "Harness/Portal.h"
 #include "Harness/TestWindow.h"
@@ -12,17 +13,6 @@
 using namespace Harness;
 
 namespace {
-
-// Keys by their numbers on every PC keyboard.
-constexpr uint8_t escapeKey = 9;
-constexpr uint8_t qKey = 24;
-constexpr uint8_t returnKey = 36;
-constexpr uint8_t controlKey = 37;
-constexpr uint8_t nKey = 57;
-constexpr uint8_t altKey = 64;
-constexpr uint8_t rightKey = 114;
-constexpr uint8_t downKey = 116;
-constexpr uint8_t superKey = 133;
 
 bool holds(const Area& outer, const Area& inner) {
     return inner.x >= outer.x && inner.y >= outer.y &&

@@ -1,6 +1,7 @@
 // The settings window: an ordinary window, made once.
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Keys.h"
 #include "Harness/TestWindow.h"
 
 #include <QDBusConnection>
@@ -14,11 +15,6 @@
 using namespace Harness;
 
 namespace {
-
-// Keys by their numbers on every PC keyboard.
-constexpr uint8_t escapeKey = 9;
-constexpr uint8_t tabKey = 23;
-constexpr uint8_t spaceKey = 65;
 
 constexpr int contentWidth = 540;
 constexpr int contentHeight = 660;

@@ -1,6 +1,7 @@
 // How the menu and the windows look, compared with pictures of them that were found good.
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Keys.h"
 #include "Harness/Portal.h"
 #include "Harness/TestWindow.h"
 #include "Looks.h"
@@ -12,12 +13,6 @@
 using namespace Harness;
 
 namespace {
-
-// Keys by their numbers on every PC keyboard.
-constexpr uint8_t escapeKey = 9;
-constexpr uint8_t returnKey = 36;
-constexpr uint8_t rightKey = 114;
-constexpr uint8_t downKey = 116;
 
 struct Look {
     bool dark;

@@ -2,6 +2,7 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
 #include "Harness/Folder.h"
+#include "Harness/Keys.h"
 #include "Harness/TestWindow.h"
 
 #include <fstream>
@@ -12,11 +13,6 @@
 using namespace Harness;
 
 namespace {
-
-// Keys by their numbers on every PC keyboard.
-constexpr uint8_t escapeKey = 9;
-constexpr uint8_t returnKey = 36;
-constexpr uint8_t downKey = 116;
 
 constexpr uint8_t wheelDown = 5;
 
