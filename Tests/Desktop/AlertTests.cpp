@@ -214,6 +214,7 @@ TEST_F(Alerts, DoWhatTheirButtonsSay) {
         if (answer.buys) visited += shop;
         EXPECT_TRUE(await([&] { return browser.visited() == visited; })) << browser.visited();
         if (!answer.showsAll) continue;
+        ASSERT_NO_FATAL_FAILURE(expectPanel());
         strike({escapeKey});
         expectClosed();
     }
