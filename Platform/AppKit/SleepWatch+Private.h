@@ -27,7 +27,7 @@ public:
     std::function<void(bool)> onSleep;
 
 private slots:
-    void prepareForSleep(bool sleeps);
+    void prepareForSleep(const QDBusMessage& signal);
 
 private:
     void lookForBus();

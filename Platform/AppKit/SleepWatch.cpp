@@ -54,7 +54,8 @@ void SleepWatch::connectToBus() {
     if (!bus.isConnected()) return;
     m_bus = bus;
     // From any sender: to tie a signal to a named one, Qt would wait for the bus here.
-    m_bus->connect(QString(), path, manager, "PrepareForSleep", this, SLOT(prepareForSleep(bool)));
+    m_bus->connect(QString(), path, manager, "PrepareForSleep", this,
+                   SLOT(prepareForSleep(QDBusMessage)));
     askForDelay();
 }
 
@@ -78,7 +79,10 @@ void SleepWatch::take(QDBusPendingCallWatcher* answer) {
     if (reply.isValid() && m_wanted && !m_sleeps) m_delay = reply.value();
 }
 
-void SleepWatch::prepareForSleep(bool sleeps) {
+void SleepWatch::prepareForSleep(const QDBusMessage& signal) {
+    // The bus library ends the program over a signal that does not fit a slot's own types.
+    if (signal.signature() != "b") return;
+    const bool sleeps = signal.arguments().at(0).toBool();
     m_sleeps = sleeps;
     onSleep(sleeps);
     if (sleeps)

@@ -68,8 +68,11 @@ std::optional<std::string> firstWord(std::string_view line) {
     return quote ? std::nullopt : std::optional(word);
 }
 
-QString replaced(const std::string& text, const char* from, const char* to) {
-    return QString::fromStdString(text).replace(from, to);
+/// Byte by byte: a path need not be in UTF-8.
+std::string replaced(std::string text, std::string_view from, std::string_view to) {
+    for (auto at = text.find(from); at != text.npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+    return text;
 }
 
 bool isExecutable(const std::optional<std::string>& program) {
@@ -118,7 +121,7 @@ void DesktopEntry::enable(const std::string& program, const std::string& name,
 
 std::string commandLineOf(const std::string& program) {
     std::string word;
-    for (const char character : replaced(program, "%", "%%").toStdString()) {
+    for (const char character : replaced(program, "%", "%%")) {
         if (std::string_view("\"`$\\").find(character) != std::string_view::npos) word += '\\';
         word += character;
     }
@@ -129,5 +132,5 @@ std::string commandLineOf(const std::string& program) {
 std::optional<std::string> programOf(std::string_view commandLine) {
     const auto word = firstWord(unescaped(commandLine));
     if (!word) return std::nullopt;
-    return replaced(*word, "%%", "%").toStdString();
+    return replaced(*word, "%%", "%");
 }

@@ -1,5 +1,6 @@
 // The login item as it stands on the disk, in folders of the test's own.
 #include "FullDisk.h"
+#include "KilledWriter.h"
 
 #include "ServiceManagement/DesktopEntry+Private.h"
 #include "ServiceManagement/LoginEntry+Private.h"
@@ -12,13 +13,6 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-
-#include <csignal>
-#include <cstdlib>
-
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -287,20 +281,10 @@ TEST_F(LoginEntryTest, AnEndInTheMiddleLeavesAWholeEntry) {
     const auto second = text(own);
     EXPECT_EQ(registered(entry), "done");
     const auto first = text(own);
-    std::srand(1);
-    for (int i = 0; i < 30; ++i) {
-        const pid_t writer = fork();
-        ASSERT_GE(writer, 0);
-        if (writer == 0) {
-            prctl(PR_SET_PDEATHSIG, SIGKILL);
-            for (;;) {
-                registered(other);
-                registered(entry);
-            }
-        }
-        usleep(static_cast<useconds_t>(std::rand() % 4000));
-        kill(writer, SIGKILL);
-        waitpid(writer, nullptr, 0);
-        EXPECT_THAT(text(own), testing::AnyOf(first, second));
-    }
+    killTheWriter(
+        [&] {
+            registered(other);
+            registered(entry);
+        },
+        [&] { EXPECT_THAT(text(own), testing::AnyOf(first, second)); });
 }

@@ -1,6 +1,7 @@
 #include "Prefs.h"
 
 #include "FullDisk.h"
+#include "KilledWriter.h"
 
 #include <gtest/gtest.h>
 
@@ -167,6 +168,22 @@ TEST_F(PrefsTest, AFullDiskLosesNothing) {
     EXPECT_EQ(prefs.buttonSpot(7), (ButtonSpot{1, 0.75}));
     prefs.setButtonSpot(8, 0, 0.5);
     EXPECT_EQ(text(), "[General]\nbuttonSpot.7=1, 0.75\nbuttonSpot.8=0, 0.5\n");
+}
+
+TEST_F(PrefsTest, AnEndInTheMiddleLosesNothing) {
+    prefs.d.setBool(true, "loginAsked");
+    const ButtonSpot first = {0, 0.25}, second = {1, 1.0 / 3};
+    prefs.setButtonSpot(7, first.side, first.down);
+    killTheWriter(
+        [&] {
+            prefs.setButtonSpot(7, second.side, second.down);
+            prefs.setButtonSpot(7, first.side, first.down);
+        },
+        [&] {
+            const ButtonSpot found = prefs.buttonSpot(7);
+            EXPECT_TRUE(found == first || found == second) << text().toStdString();
+            EXPECT_TRUE(prefs.d.boolForKey("loginAsked")) << text().toStdString();
+        });
 }
 
 TEST_F(PrefsTest, WaitsForNothingAndTouchesNoOtherKindOfFile) {
