@@ -8,5 +8,6 @@
 /// colour of the application's text.
 QIcon iconFrom(const NSImage& image);
 
-/// A symbol without ground, drawn anew for each size in the colour of the painter's pen.
+/// A symbol without ground, drawn anew for each size in the colour of the painter's pen; as a
+/// picture of its own, in that of the application's text.
 QIcon inkIconFrom(const NSImage& image);

@@ -59,6 +59,16 @@ public:
         painter->drawImage(rect.topLeft(), ink);
     }
 
+    /// For menus that others draw.
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setPen(QGuiApplication::palette().color(QPalette::WindowText));
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
+    }
+
     QIconEngine* clone() const override { return new InkEngine(*this); }
 
 private:

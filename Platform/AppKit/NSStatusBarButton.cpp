@@ -21,7 +21,23 @@ void NSStatusBarButton::setImage(std::shared_ptr<NSImage> image) {
 void NSStatusBarButton::performClick(const id&) {
     const auto menu = m_menu; // The delegate may take it away as it closes.
     if (!menu) return sendAction();
-    if (!MenuPopup::close(*menu)) MenuPopup(menu).openBeside(m_icon->place());
+    if (m_unopened) {
+        *m_unopened = menu;
+        if (const auto delegate = menu->delegate()) delegate->menuDidClose(*menu);
+        return;
+    }
+    if (MenuPopup::close(*menu)) return;
+    MenuPopup(menu).openBeside(m_icon->place());
+    m_icon->offerMenu(); // Not done while it was open.
+}
+
+std::shared_ptr<NSMenu> NSStatusBarButton::menuOfRightClick() {
+    std::shared_ptr<NSMenu> menu;
+    if (m_menu) return menu;
+    m_unopened = &menu;
+    sendActionFor({NSEventTypeRightMouseUp, 0});
+    m_unopened = nullptr;
+    return menu;
 }
 
 void NSStatusBarButton::sendAction() {

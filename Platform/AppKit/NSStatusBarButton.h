@@ -38,7 +38,11 @@ public:
 
 private:
     friend class NSStatusItem;
+    friend class TrayIcon;
 
+    /// What a click with the right button would open, told to its delegate as closed again. Null
+    /// where it would open none, or while one is open.
+    std::shared_ptr<NSMenu> menuOfRightClick();
     void sendAction();
     void sendActionFor(const NSEvent& event);
 
@@ -46,6 +50,7 @@ private:
     SEL m_action;
     NSUInteger m_actionMask = NSEventMaskLeftMouseUp;
     std::shared_ptr<NSMenu> m_menu;
+    std::shared_ptr<NSMenu>* m_unopened = nullptr; ///< Where a menu goes that is not to open.
     std::string m_toolTip;
     std::shared_ptr<NSImage> m_image;
     std::unique_ptr<TrayIcon> m_icon;

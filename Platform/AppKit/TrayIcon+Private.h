@@ -1,5 +1,7 @@
 #pragma once
 
+#include "AppKit/TrayMenu+Private.h"
+
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QRect>
@@ -17,8 +19,9 @@ public:
     explicit TrayIcon(NSStatusBarButton& button);
     ~TrayIcon() override;
 
-    /// Shows the button's image and tool tip as they are now.
+    /// Shows the button's image and tool tip as they are now, and offers its menu.
     void update();
+    void offerMenu();
 
     /// Where the icon stands on the screen; the pointer's place where the tray does not tell.
     QRect place() const;
@@ -35,5 +38,6 @@ private:
 
     NSStatusBarButton& m_button;
     QDBusServiceWatcher m_watcherStart;
+    TrayMenu m_menu;
     std::unique_ptr<QSystemTrayIcon> m_icon;
 };

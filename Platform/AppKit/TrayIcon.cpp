@@ -95,7 +95,13 @@ void TrayIcon::update() {
     if (!m_icon) return;
     m_icon->setToolTip(QString::fromStdString(m_button.toolTip()));
     m_icon->setIcon(m_button.image() ? iconFrom(*m_button.image()) : QIcon());
+    offerMenu(); // It changes with what the image tells of.
     m_icon->setVisible(m_button.image() != nullptr);
+}
+
+void TrayIcon::offerMenu() {
+    if (!m_icon) return;
+    if (const auto menu = m_button.menuOfRightClick()) m_menu.offer(*menu, *m_icon);
 }
 
 QRect TrayIcon::place() const {
