@@ -126,8 +126,9 @@ public:
     /// one has gone.
     std::function<void(bool)> onCovered;
 
-    /// Lets live blurs rest: their surfaces stand there plain and dark, also before the eyes of
-    /// whoever wakes the machine, when this returns. Without rest they blur again.
+    /// Lets blurs rest: their surfaces stand there plain and dark, also before the eyes of whoever
+    /// wakes the machine, when this returns. Without rest live ones blur again, and still ones show
+    /// the picture they had.
     virtual void setResting(bool) {}
 
     /// Gives a window of the toolkit's a place in the order of levels, in front of those that have

@@ -13,7 +13,9 @@ using namespace Harness;
 namespace {
 
 struct Sleep : testing::Test {
-    Sleep() : paper(desktop.display(), desktop.screen.bounds()) {
+    explicit Sleep(const std::vector<std::string>& serverArguments = {})
+        : desktop(Desktop::twoMonitors(serverArguments)),
+          paper(desktop.display(), desktop.screen.bounds()) {
         paintHalves(white, 0x808080);
         paper.lower();
         paper.show();
@@ -33,7 +35,7 @@ struct Sleep : testing::Test {
         return isOneColour(Desktop::left) && isOneColour(Desktop::right);
     }
 
-    bool isLive() const {
+    bool isBlurred() const {
         return desktop.screen.grab({100, 300, 100, 400}).mean() >
                desktop.screen.grab({1700, 300, 100, 400}).mean() + 20;
     }
@@ -41,6 +43,10 @@ struct Sleep : testing::Test {
     Desktop desktop;
     Logind logind;
     TestWindow paper;
+};
+
+struct StillSleep : Sleep, testing::WithParamInterface<const char*> {
+    StillSleep() : Sleep({"-extension", GetParam()}) {}
 };
 
 } // namespace
@@ -64,7 +70,7 @@ TEST_F(Sleep, LiesUnderAPlainCover) {
     Agent agent(desktop);
     agent.cover();
     for (int i = 0; i < 3; ++i) {
-        ASSERT_TRUE(await([&] { return isLive() && logind.isDelayed(); })) << i;
+        ASSERT_TRUE(await([&] { return isBlurred() && logind.isDelayed(); })) << i;
         logind.announce(true);
         ASSERT_TRUE(await([&] { return !logind.isDelayed(); })) << i;
         EXPECT_TRUE(isPlain()) << "as the machine goes to sleep";
@@ -73,7 +79,7 @@ TEST_F(Sleep, LiesUnderAPlainCover) {
         EXPECT_TRUE(holdsFor(200ms, [&] { return isPlain(); }));
         logind.announce(false);
     }
-    EXPECT_TRUE(await([&] { return isLive() && logind.isDelayed(); }));
+    EXPECT_TRUE(await([&] { return isBlurred() && logind.isDelayed(); }));
     paintHalves(0x808080, 0x202020);
     EXPECT_TRUE(await([&] { return desktop.screen.grab({100, 300, 9, 9}).brightest() < 0x70; }));
 }
@@ -88,7 +94,7 @@ TEST_F(Sleep, WhileClearChangesNothing) {
     agent.cover();
     EXPECT_TRUE(await([&] { return isPlain(); })) << "covered on the brink of sleep";
     logind.announce(false);
-    EXPECT_TRUE(await([&] { return isLive() && logind.isDelayed(); }));
+    EXPECT_TRUE(await([&] { return isBlurred() && logind.isDelayed(); }));
 }
 
 TEST_F(Sleep, NeitherASilentBusNorNoneHoldsTheCover) {
@@ -103,3 +109,31 @@ TEST_F(Sleep, NeitherASilentBusNorNoneHoldsTheCover) {
         EXPECT_EQ(agent.process().errors(), "");
     }
 }
+
+TEST_P(StillSleep, LiesUnderAPlainCover) {
+    Agent agent(desktop);
+    for (int i = 0; i < 2; ++i) {
+        agent.cover();
+        for (int night = 0; night < 2; ++night) {
+            ASSERT_TRUE(await([&] { return isBlurred() && logind.isDelayed(); })) << night;
+            const Picture before = desktop.screen.grabWithoutButtons(Desktop::right);
+            logind.announce(true);
+            ASSERT_TRUE(await([&] { return !logind.isDelayed(); })) << night;
+            EXPECT_TRUE(isPlain()) << "as the machine goes to sleep";
+            EXPECT_TRUE(agent.isCovered());
+            logind.announce(false);
+            EXPECT_TRUE(await([&] {
+                return desktop.screen.grabWithoutButtons(Desktop::right) == before;
+            })) << night;
+        }
+        agent.uncover();
+    }
+    logind.announce(true);
+    agent.cover();
+    EXPECT_TRUE(await([&] { return isPlain(); })) << "covered on the brink of sleep";
+    logind.announce(false);
+    EXPECT_TRUE(await([&] { return isBlurred() && logind.isDelayed(); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Without, StillSleep, testing::Values("Composite", "RENDER"),
+                         [](const auto& each) { return std::string(each.param); });

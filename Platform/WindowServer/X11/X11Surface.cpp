@@ -167,7 +167,7 @@ void X11Surface::setRadius(int radius) {
 }
 
 void X11Surface::restingChanged() {
-    if (wantsLiveBlur()) changed();
+    if (wantsToShow()) changed();
 }
 
 void X11Surface::orderFront() {
@@ -203,7 +203,7 @@ void X11Surface::prepare() {
 /// A still picture can be taken only while nothing of ours lies over the screen; afterwards the one
 /// taken is kept, stretched where the size changes.
 void X11Surface::prepareStill(double deviation) {
-    const auto former = std::move(m_backdrop);
+    const auto former = std::move(m_still ? m_still : m_backdrop);
     auto next = std::make_unique<Backdrop>(m_connection, m_window, m_pixels.width, m_pixels.height,
                                            deviation);
     if (!m_mapped) {
@@ -243,6 +243,7 @@ void X11Surface::setBackground(uint32_t mask, uint32_t value) {
 
 void X11Surface::show() {
     configure();
+    if (m_session.isResting()) m_still = std::move(m_backdrop);
     if (!m_backdrop || m_awaitsSource) {
         showPlain();
         return;
@@ -275,6 +276,7 @@ void X11Surface::hide() {
     m_mapped = false;
     m_live = false;
     m_backdrop.reset();
+    m_still.reset();
     xcb_unmap_window(m_connection.xcb(), m_window);
 }
 

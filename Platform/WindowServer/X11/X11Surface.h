@@ -105,6 +105,7 @@ private:
     uint32_t m_mappedAt = 0;
     uint32_t m_paintedAt = 0;
     std::unique_ptr<Backdrop> m_backdrop;
+    std::unique_ptr<Backdrop> m_still; ///< What a resting window shows again afterwards.
 };
 
 } // namespace WindowServer
