@@ -45,6 +45,8 @@ public:
 
 protected:
     void paintEvent(QPaintEvent*) override;
+    void moveEvent(QMoveEvent*) override { stayInPlace(); }
+    void resizeEvent(QResizeEvent*) override { stayInPlace(); }
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -56,6 +58,8 @@ private:
 
     explicit PanelWidget(NSWindow& window);
 
+    QRect place() const;
+    void stayInPlace();
     void draw();
     void setShapes();
     void lookBehind();

@@ -89,8 +89,17 @@ void PanelWidget::checkForm() {
     if (m_window && !m_pressed && !suits) onWrongForm();
 }
 
+QRect PanelWidget::place() const {
+    return rectOf(m_window->frame()).marginsAdded({m_margin, m_margin, m_margin, m_margin});
+}
+
+/// Only the window itself moves a panel: another program's hand is undone.
+void PanelWidget::stayInPlace() {
+    if (m_window && geometry() != place()) setGeometry(place());
+}
+
 void PanelWidget::updateFrame() {
-    setGeometry(rectOf(m_window->frame()).marginsAdded({m_margin, m_margin, m_margin, m_margin}));
+    setGeometry(place());
     if (!m_look.isActive()) m_look.start();
 }
 

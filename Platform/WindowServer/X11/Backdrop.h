@@ -32,12 +32,16 @@ public:
 
     void paint(const PixelRect& area) { m_enlarger->paint(area); }
 
+    /// Takes the picture as it is to another window of the same size.
+    void moveTo(xcb_window_t window);
+
     /// The mean colour of the picture as one pixel, 0xRRGGBB.
     uint32_t meanPixel() const;
 
 private:
     PixelRect store(const CGColor& overlay);
 
+    Connection& m_connection;
     int m_width;
     int m_height;
     BlurPlan m_plan;

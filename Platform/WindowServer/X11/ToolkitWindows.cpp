@@ -34,16 +34,19 @@ void setToolkitName(Connection&, ToolkitWindow window, const std::string& instan
                         static_cast<uint32_t>(name.size()), name.data());
 }
 
-void setToolkitShape(Connection& connection, ToolkitWindow window, Session::Region region,
-                     const std::vector<PixelRect>& rectangles) {
-    if (!connection.hasShape()) return;
+void setToolkitShape(ToolkitWindow window, uint8_t kind, const std::vector<PixelRect>& rectangles) {
     std::vector<xcb_rectangle_t> shape;
     for (const PixelRect& rectangle : rectangles)
         shape.push_back(toX(rectangle));
-    const auto kind = region == Session::Region::Input ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING;
     xcb_shape_rectangles(toolkitConnection(), XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_UNSORTED,
                          static_cast<xcb_window_t>(window), 0, 0,
                          static_cast<uint32_t>(shape.size()), shape.data());
+    xcb_flush(toolkitConnection());
+}
+
+void settleToolkit() {
+    xcb_connection_t* const xcb = toolkitConnection();
+    await(xcb, xcb_get_input_focus_reply, xcb_get_input_focus(xcb));
 }
 
 void setToolkitShadowMargin(Connection& connection, ToolkitWindow window, int margin) {

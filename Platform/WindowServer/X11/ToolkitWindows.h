@@ -9,8 +9,10 @@ namespace WindowServer {
 class Connection;
 
 void setToolkitName(Connection& connection, ToolkitWindow window, const std::string& instance);
-void setToolkitShape(Connection& connection, ToolkitWindow window, Session::Region region,
-                     const std::vector<PixelRect>& rectangles);
+/// `kind` as the Shape extension numbers them, and to be called only where there is one.
+void setToolkitShape(ToolkitWindow window, uint8_t kind, const std::vector<PixelRect>& rectangles);
+/// Waits until the server has the windows that the toolkit has made so far.
+void settleToolkit();
 void setToolkitShadowMargin(Connection& connection, ToolkitWindow window, int margin);
 /// Gives the keyboard to the window, which the toolkit has mapped.
 void focusToolkit(ToolkitWindow window);

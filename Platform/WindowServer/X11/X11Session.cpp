@@ -40,7 +40,7 @@ std::unique_ptr<X11Session> X11Session::connect() {
 X11Session::X11Session(std::unique_ptr<Connection> connection)
     : m_connection(std::move(connection)), m_monitors(*m_connection), m_stacking(*m_connection),
       m_tray(*m_connection), m_compositor(*m_connection), m_struts(*m_connection),
-      m_key(*m_connection), m_focus(*m_connection) {
+      m_key(*m_connection), m_focus(*m_connection), m_shapes(*m_connection) {
     for (QTimer* timer : {&m_commit, &m_frame, &m_displayRefresh}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
@@ -133,6 +133,15 @@ void X11Session::forget(X11Surface& surface) {
     scheduleCommit();
 }
 
+void X11Session::exempt(const X11Surface& surface) {
+    if (m_live && m_live->isFollowing()) m_live->exempt(surface.window());
+}
+
+void X11Session::raise(const X11Surface& surface) {
+    m_stacking.add(surface.window(), surface.level());
+    m_stacking.restack();
+}
+
 int X11Session::setBackgroundBlurRadius(int surfaceNumber, int radius) {
     if (!canBlurLive()) return notImplemented;
     for (X11Surface* surface : m_surfaces) {
@@ -151,6 +160,7 @@ void X11Session::setLevel(ToolkitWindow window, int level) {
 
 void X11Session::dropLevel(ToolkitWindow window) {
     m_stacking.remove(static_cast<xcb_window_t>(window));
+    m_shapes.forget(window);
     scheduleCommit();
 }
 
@@ -180,7 +190,8 @@ void X11Session::setName(ToolkitWindow window, const std::string& instance) {
 
 void X11Session::setShape(ToolkitWindow window, Region region,
                           const std::vector<PixelRect>& rectangles) {
-    setToolkitShape(*m_connection, window, region, rectangles);
+    m_shapes.set(window, region, rectangles);
+    scheduleCommit();
 }
 
 void X11Session::setShadowMargin(ToolkitWindow window, int margin) {
@@ -242,6 +253,9 @@ void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
         const auto& notify = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
         auto* surface = surfaceOf(notify.window);
         if (surface && notify.parent != m_connection->root()) surface->replace();
+    } else if (type == XCB_PROPERTY_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (auto* surface = surfaceOf(notify.window)) surface->restore(notify);
     } else if (m_connection->hasShape() &&
                type == m_connection->events().shape + XCB_SHAPE_NOTIFY) {
         const auto& notify = reinterpret_cast<const xcb_shape_notify_event_t&>(event);
@@ -255,7 +269,20 @@ void X11Session::handleToolkitWindow(int type, const xcb_generic_event_t& event)
         window = reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window;
     else if (type == XCB_DESTROY_NOTIFY)
         window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
+    else if (type == XCB_REPARENT_NOTIFY)
+        window = reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window;
+    else if (type == XCB_CONFIGURE_NOTIFY)
+        dropBorder(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
+    m_shapes.handle(event);
     if (window != XCB_NONE && m_stacking.holds(window) && onWindowGone) onWindowGone(window);
+}
+
+/// The toolkit looks after the place and size of its windows, but knows no borders.
+void X11Session::dropBorder(const xcb_configure_notify_event_t& event) {
+    if (event.border_width == 0 || !m_stacking.holds(event.window)) return;
+    const uint32_t none = 0;
+    xcb_configure_window(m_connection->xcb(), event.window, XCB_CONFIG_WINDOW_BORDER_WIDTH, &none);
+    m_connection->flush();
 }
 
 void X11Session::commit() {
@@ -278,6 +305,7 @@ void X11Session::commit() {
         m_live.reset();
         m_frame.stop();
     }
+    m_shapes.watch();
     m_connection->flush();
     if (std::exchange(m_covered, any) != any && onCovered) onCovered(any);
 }

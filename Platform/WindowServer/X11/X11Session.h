@@ -9,6 +9,7 @@
 #include "WindowServer/X11/Monitors.h"
 #include "WindowServer/X11/Stacking.h"
 #include "WindowServer/X11/Struts.h"
+#include "WindowServer/X11/ToolkitShapes.h"
 #include "WindowServer/X11/TrayWatch.h"
 
 #include <QElapsedTimer>
@@ -56,6 +57,10 @@ public:
     void scheduleCommit() { m_commit.start(0); }
     void remember(X11Surface& surface) { m_surfaces.push_back(&surface); }
     void forget(X11Surface& surface);
+    /// Keeps a live blur's cover out of the redirection, before it is mapped.
+    void exempt(const X11Surface& surface);
+    /// Puts a surface that has just been mapped into its place in the order.
+    void raise(const X11Surface& surface);
 
 private:
     explicit X11Session(std::unique_ptr<Connection> connection);
@@ -63,6 +68,7 @@ private:
     void handle(const xcb_generic_event_t& event);
     void handleOwnWindow(int type, const xcb_generic_event_t& event);
     void handleToolkitWindow(int type, const xcb_generic_event_t& event);
+    void dropBorder(const xcb_configure_notify_event_t& event);
     std::vector<Display> readDisplays();
     void refreshDisplays();
     void watchDisplays();
@@ -88,6 +94,7 @@ private:
     Struts m_struts;
     KeyGrab m_key;
     KeyboardFocus m_focus;
+    ToolkitShapes m_shapes;
     std::vector<Display> m_displays;
     std::vector<X11Surface*> m_surfaces;
     std::unique_ptr<LiveBlur> m_live;

@@ -46,7 +46,8 @@ X11Surface::X11Surface(X11Session& session, Connection& connection)
 void X11Surface::create() {
     m_window = m_connection.newId();
     xcb_connection_t* const xcb = m_connection.xcb();
-    const uint32_t values[] = {m_connection.screen().black_pixel, true, XCB_EVENT_MASK_EXPOSURE};
+    const uint32_t values[] = {m_connection.screen().black_pixel, true,
+                               XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_PROPERTY_CHANGE};
     xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_window, m_connection.root(), 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
@@ -73,16 +74,25 @@ void X11Surface::changed() {
 void X11Surface::replace() {
     m_session.forget(*this);
     xcb_destroy_window(m_connection.xcb(), m_window); // It may live on in another one.
-    m_mapped = false;
-    m_live = false;
-    m_backdrop.reset();
-    m_connection.excuseRefusals();
     create();
+    if (m_backdrop) m_backdrop->moveTo(m_window);
+    m_connection.excuseRefusals();
     writeTitle();
     writeName();
     if (m_ignoresMouse) dropInput();
     m_session.remember(*this);
-    changed();
+    if (m_mapped) showAgain();
+}
+
+/// What lies behind is bare meanwhile: a new picture of it, or even a look at the order of the
+/// windows, would take longer than what is at hand.
+void X11Surface::showAgain() {
+    configure();
+    setBackground(XCB_CW_BACK_PIXEL, m_backdrop ? m_backdrop->meanPixel() : plainPixel());
+    m_session.exempt(*this);
+    map();
+    if (m_backdrop) paintAll();
+    m_session.raise(*this);
 }
 
 void X11Surface::setTitle(const std::string& title) {
@@ -298,7 +308,9 @@ void X11Surface::expose(const xcb_expose_event_t& event) {
 
 void X11Surface::restore(const xcb_configure_notify_event_t& event) {
     const PixelRect now{event.x, event.y, event.width, event.height};
-    if (m_mapped && (now != m_pixels || event.border_width != 0)) configure();
+    if (!m_mapped || (now == m_pixels && event.border_width == 0)) return;
+    configure();
+    m_connection.flush();
 }
 
 void X11Surface::restore(const xcb_unmap_notify_event_t& event) {
@@ -316,6 +328,14 @@ void X11Surface::restore(const xcb_shape_notify_event_t& event) {
         xcb_shape_mask(m_connection.xcb(), XCB_SHAPE_SO_SET, event.shape_kind, m_window, 0, 0,
                        XCB_PIXMAP_NONE);
     }
+    m_connection.flush();
+}
+
+/// A compositor would let the cover through as far as its property of that name says.
+void X11Surface::restore(const xcb_property_notify_event_t& event) {
+    const xcb_atom_t opacity = m_connection.atom("_NET_WM_WINDOW_OPACITY");
+    if (event.atom != opacity || event.state != XCB_PROPERTY_NEW_VALUE) return;
+    xcb_delete_property(m_connection.xcb(), m_window, opacity);
     m_connection.flush();
 }
 

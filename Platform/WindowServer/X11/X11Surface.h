@@ -62,12 +62,14 @@ public:
     /// Covers with a plain dark colour: the answer to everything that goes wrong.
     void showPlain();
     void expose(const xcb_expose_event_t& event);
-    /// Makes the window anew and has it shown again: another program took the old one away.
+    /// Makes the window anew and shows in it at once what the old one, which another program took
+    /// away, showed.
     void replace();
     /// Undoes what another program did to the window.
     void restore(const xcb_configure_notify_event_t& event);
     void restore(const xcb_unmap_notify_event_t& event);
     void restore(const xcb_shape_notify_event_t& event);
+    void restore(const xcb_property_notify_event_t& event);
 
 private:
     void create();
@@ -80,6 +82,7 @@ private:
     void setBackground(uint32_t mask, uint32_t value);
     uint32_t plainPixel() const;
     void map();
+    void showAgain();
     void paintAll();
     void paint(const PixelRect& area) { m_backdrop->paint(area); }
 

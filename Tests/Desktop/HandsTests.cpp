@@ -1,0 +1,252 @@
+// What the hands of another program can do to the windows of this one.
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/PlainSheet.h"
+#include "Harness/Soak.h"
+#include "Harness/TestWindow.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <gtest/gtest.h>
+#include <xcb/shape.h>
+
+using namespace Harness;
+
+namespace {
+
+using Attack = std::function<void(const XClient&, xcb_window_t)>;
+
+void configure(const XClient& foe, xcb_window_t victim, uint16_t mask,
+               const std::vector<uint32_t>& values) {
+    xcb_configure_window(foe, victim, mask, values.data());
+}
+
+void cutRegion(const XClient& foe, xcb_window_t victim, xcb_shape_sk_t kind,
+               const std::vector<xcb_rectangle_t>& kept) {
+    xcb_shape_rectangles(foe, XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_UNSORTED, victim, 0, 0,
+                         static_cast<uint32_t>(kept.size()), kept.data());
+}
+
+const std::vector<std::pair<const char*, Attack>> attacks = {
+    {"lower",
+     [](const XClient& foe, xcb_window_t victim) {
+         configure(foe, victim, XCB_CONFIG_WINDOW_STACK_MODE, {XCB_STACK_MODE_BELOW});
+     }},
+    {"move",
+     [](const XClient& foe, xcb_window_t victim) {
+         configure(foe, victim, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, {3000, 900});
+     }},
+    {"shrink",
+     [](const XClient& foe, xcb_window_t victim) {
+         configure(foe, victim, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, {10, 10});
+     }},
+    {"border",
+     [](const XClient& foe, xcb_window_t victim) {
+         configure(foe, victim, XCB_CONFIG_WINDOW_BORDER_WIDTH, {300});
+     }},
+    {"unmap", [](const XClient& foe, xcb_window_t victim) { xcb_unmap_window(foe, victim); }},
+    {"destroy", [](const XClient& foe, xcb_window_t victim) { xcb_destroy_window(foe, victim); }},
+    {"adopt",
+     [](const XClient& foe, xcb_window_t victim) {
+         const xcb_window_t jail = xcb_generate_id(foe);
+         xcb_create_window(foe, XCB_COPY_FROM_PARENT, jail, foe.root(), 0, 0, 1, 1, 0,
+                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+         xcb_reparent_window(foe, victim, jail, 0, 0);
+     }},
+    {"cut out",
+     [](const XClient& foe, xcb_window_t victim) {
+         cutRegion(foe, victim, XCB_SHAPE_SK_BOUNDING, {{0, 0, 10, 10}});
+     }},
+    {"clip", [](const XClient& foe,
+                xcb_window_t victim) { cutRegion(foe, victim, XCB_SHAPE_SK_CLIP, {}); }},
+    {"take the input",
+     [](const XClient& foe, xcb_window_t victim) {
+         cutRegion(foe, victim, XCB_SHAPE_SK_INPUT, {{0, 0, 4000, 4000}});
+     }},
+    {"see through",
+     [](const XClient& foe, xcb_window_t victim) {
+         const uint32_t almostNothing = 0x10000000;
+         xcb_change_property(foe, XCB_PROP_MODE_REPLACE, victim, foe.atom("_NET_WM_WINDOW_OPACITY"),
+                             XCB_ATOM_CARDINAL, 32, 1, &almostNothing);
+     }},
+};
+
+/// A window as one look at the server finds it.
+struct State {
+    bool viewable = false;
+    Area area;
+    int border = 0;
+    bool bounded = false;
+    bool clipped = false;
+    std::vector<uint32_t> input; ///< Its region's rectangles, two corners in a number.
+    bool translucent = false;
+    bool operator==(const State&) const = default;
+};
+
+/// Empty where there is no such window.
+std::optional<State> stateOf(const XClient& client, xcb_window_t window, xcb_atom_t opacity) {
+    const auto attributesAsked = xcb_get_window_attributes(client, window);
+    const auto geometryAsked = xcb_get_geometry(client, window);
+    const auto extentsAsked = xcb_shape_query_extents(client, window);
+    const auto inputAsked = xcb_shape_get_rectangles(client, window, XCB_SHAPE_SK_INPUT);
+    const auto opacityAsked = xcb_get_property(client, 0, window, opacity, XCB_ATOM_ANY, 0, 1);
+    const auto attributes = client.ask(xcb_get_window_attributes_reply, attributesAsked);
+    const auto geometry = client.ask(xcb_get_geometry_reply, geometryAsked);
+    const auto extents = client.ask(xcb_shape_query_extents_reply, extentsAsked);
+    const auto input = client.ask(xcb_shape_get_rectangles_reply, inputAsked);
+    const auto property = client.ask(xcb_get_property_reply, opacityAsked);
+    if (!attributes || !geometry || !extents || !input || !property) return {};
+    State state;
+    state.viewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    state.area = {geometry->x, geometry->y, geometry->width, geometry->height};
+    state.border = geometry->border_width;
+    state.bounded = extents->bounding_shaped;
+    state.clipped = extents->clip_shaped;
+    const auto* rectangles = xcb_shape_get_rectangles_rectangles(input.get());
+    for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(input.get()); ++i) {
+        const xcb_rectangle_t& r = rectangles[i];
+        state.input.push_back(static_cast<uint32_t>(r.x << 16 | r.y));
+        state.input.push_back(static_cast<uint32_t>(r.width << 16 | r.height));
+    }
+    state.translucent = property->type != XCB_NONE;
+    return state;
+}
+
+/// The time from each attack until the last look that found its harm.
+class Harm {
+public:
+    Harm(const Desktop& desktop, std::chrono::milliseconds quiet)
+        : m_desktop(desktop), m_quiet(quiet), m_eye(desktop.display()),
+          m_opacity(m_eye.atom("_NET_WM_WINDOW_OPACITY")) {}
+
+    /// A look is harmed where the marker shows at the point, or where a victim that still lives is
+    /// not as it was.
+    void suffer(const Attack& attack, const std::vector<xcb_window_t>& victims, int x, int y) {
+        std::vector<std::optional<State>> before;
+        for (const xcb_window_t victim : victims)
+            before.push_back(stateOf(m_eye, victim, m_opacity));
+        const XClient foe(m_desktop.display());
+        for (const xcb_window_t victim : victims)
+            attack(foe, victim);
+        foe.settle();
+        const auto start = Clock::now();
+        auto lastHarm = start;
+        while (Clock::now() - lastHarm < m_quiet && millisecondsSince(start) < 5000) {
+            bool harmed = m_desktop.screen.grab({x, y, 1, 1}).isAll(marker);
+            for (size_t i = 0; i < victims.size(); ++i) {
+                const auto now = stateOf(m_eye, victims[i], m_opacity);
+                harmed |= now && now != before[i];
+            }
+            if (harmed) lastHarm = Clock::now();
+        }
+        m_times.push_back(std::chrono::duration<double, std::milli>(lastHarm - start).count());
+    }
+
+    double at(double share) {
+        std::ranges::sort(m_times);
+        return m_times[static_cast<size_t>(share * static_cast<double>(m_times.size() - 1))];
+    }
+
+private:
+    const Desktop& m_desktop;
+    std::chrono::milliseconds m_quiet; ///< A compositor shows late what happened.
+    XClient m_eye;
+    xcb_atom_t m_opacity;
+    std::vector<double> m_times;
+};
+
+class TimedHands : public testing::TestWithParam<bool> {};
+
+} // namespace
+
+TEST_P(TimedHands, WhatTheyDoToTheCoverIsUndone) {
+    Desktop desktop;
+    // The program covers one half of the screen, the plain sheet the other.
+    desktop.server->xrandr({"--delmonitor", "B"});
+    desktop.server->xrandr({"--delmonitor", "A"});
+    desktop.server->xrandr({"--setmonitor", "A", "1600/500x1080/290+0+0", "screen"});
+    const auto compositor = GetParam() ? desktop.startCompositor() : nullptr;
+    TestWindow window(desktop.display(), desktop.screen.bounds());
+    window.lower();
+    window.show();
+    Agent agent(desktop);
+    agent.cover();
+    const PlainSheet sheet(desktop.display(), {1600, 0, 1600, 1080});
+    const auto quiet = GetParam() ? 60ms : 10ms;
+    ASSERT_TRUE(await([&] { return !desktop.screen.grab({2400, 500, 1, 1}).isAll(marker); }));
+
+    for (const auto& [name, attack] : attacks) {
+        Harm ours(desktop, quiet);
+        Harm plain(desktop, quiet);
+        for (int round = 0; round < rounds(5, 100); ++round) {
+            plain.suffer(attack, {sheet.window()}, 2400, 500);
+            ours.suffer(attack, {agent.visibleCovers().at(0).number}, 800, 500);
+            ASSERT_TRUE(await([&] {
+                return agent.isCovered() &&
+                       desktop.screen.isWhole(agent.visibleCovers().at(0).number) &&
+                       desktop.screen.inputRectangles(agent.visibleCovers().at(0).number) == 0;
+            })) << name;
+        }
+        std::cout << name << ": undone after " << ours.at(0.5) << " ms, at most " << ours.at(1)
+                  << " ms; a plain client needs " << plain.at(0.5) << " ms, at most " << plain.at(1)
+                  << " ms\n";
+        EXPECT_LE(ours.at(0.5), 50 + 3 * plain.at(0.5)) << name;
+        EXPECT_LE(ours.at(0.9), 100 + 3 * plain.at(1)) << name;
+    }
+    // Still alive under the blur, not a plain sheet that stands in for it.
+    for (const uint32_t colour : {white, black}) {
+        window.paint(colour);
+        EXPECT_TRUE(await([&] {
+            return std::abs(desktop.screen.grab({0, 0, 1600, 1080}).mean() -
+                            (colour == white ? 153 : 0)) < 6;
+        })) << "no longer live";
+    }
+}
+
+TEST_P(TimedHands, WhatTheyDoToTheButtonsIsUndone) {
+    Desktop desktop;
+    const auto compositor = GetParam() ? desktop.startCompositor() : nullptr;
+    Agent agent(desktop);
+    const XClient eye(desktop.display());
+    const xcb_atom_t opacity = eye.atom("_NET_WM_WINDOW_OPACITY");
+    const auto look = [&] {
+        std::vector<State> states;
+        for (const ScreenWindow& button : agent.buttons())
+            states.push_back(stateOf(eye, button.number, opacity).value_or(State()));
+        return states;
+    };
+    const auto areOnTop = [&] {
+        const auto windows = desktop.screen.windows();
+        const auto top = std::find_if(windows.rbegin(), windows.rend(),
+                                      [](const auto& each) { return each.viewable; });
+        return top->instance.starts_with("button:") && (top + 1)->instance.starts_with("button:");
+    };
+    ASSERT_TRUE(await([&] { return look().size() == 2 && areOnTop(); }));
+    const auto before = look();
+
+    for (const bool covered : {false, true}) {
+        if (covered) agent.cover();
+        for (const auto& [name, attack] : attacks) {
+            if (std::string_view(name) == "see through") continue; // the key and the icon are left
+            std::vector<double> times;
+            for (int round = 0; round < rounds(2, 50); ++round) {
+                const XClient foe(desktop.display());
+                for (const ScreenWindow& button : agent.buttons())
+                    attack(foe, button.number);
+                foe.settle();
+                const auto start = Clock::now();
+                ASSERT_TRUE(await([&] { return look() == before && areOnTop(); }, 3s))
+                    << name << (covered ? ", covered" : "");
+                times.push_back(millisecondsSince(start));
+            }
+            std::ranges::sort(times);
+            std::cout << name << (covered ? ", covered" : "") << ": back after "
+                      << times[times.size() / 2] << " ms, at most " << times.back() << " ms\n";
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Timed, TimedHands, testing::Bool(), [](const auto& each) {
+    return each.param ? "WithACompositor" : "WithoutACompositor";
+});
