@@ -48,6 +48,7 @@ protected:
     void moveEvent(QMoveEvent* event) override;
 
 private:
+    QRect keptOnScreen(QRect whole) const;
     void leaveIfInactive();
 
     NSWindow& m_window;

@@ -2,6 +2,7 @@
 
 #include "AppKit/Coordinates+Private.h"
 #include "AppKit/FloatingFrame+Private.h"
+#include "AppKit/NSScreen.h"
 #include "AppKit/ViewContent+Private.h"
 #include "WindowServer/Session.h"
 
@@ -9,12 +10,18 @@
 #include <QCloseEvent>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using WindowServer::Session;
 
 namespace {
 
 /// While the keyboard goes from one of the program's windows to another, none may have it.
 constexpr int settlingMilliseconds = 100;
+
+// What window managers lay around a window, in points. Theirs is told only once it is there.
+constexpr int usualTitleBar = 32;
+constexpr int usualBorder = 6;
 
 constexpr NSInteger firstOwnLevel = 1000; ///< From here on window managers have no say.
 
@@ -24,6 +31,14 @@ Qt::WindowFlags managedFlags(NSUInteger style) {
     if (style & NSWindowStyleMaskClosable) flags |= Qt::WindowCloseButtonHint;
     if (style & NSWindowStyleMaskMiniaturizable) flags |= Qt::WindowMinimizeButtonHint;
     return flags;
+}
+
+/// What is free on the screen that the rectangle is mostly on; the rectangle itself where there is
+/// none.
+QRect roomAround(const QRect& rect) {
+    for (const auto& screen : NSScreen::screens())
+        if (rectOf(screen->frame()).contains(rect.center())) return rectOf(screen->visibleFrame());
+    return rect;
 }
 
 } // namespace
@@ -62,7 +77,7 @@ std::unique_ptr<ViewContent> FrameWidget::takeContent() {
 }
 
 void FrameWidget::place(const QRect& content) {
-    const QRect whole = content.marginsAdded(m_chrome);
+    const QRect whole = keptOnScreen(content.marginsAdded(m_chrome));
     if (hasStyle(NSWindowStyleMaskResizable))
         resize(whole.size());
     else
@@ -70,12 +85,25 @@ void FrameWidget::place(const QRect& content) {
     setGeometry(whole);
 }
 
+/// A screen may be lower than the window: what is at its top stays in reach, and what scrolls in it
+/// gives way.
+QRect FrameWidget::keptOnScreen(QRect whole) const {
+    QRect room = roomAround(whole);
+    const bool isManaged =
+        m_window.level() < firstOwnLevel && Session::current().hasWindowManager();
+    if (isManaged) room.adjust(0, usualTitleBar, 0, -usualBorder);
+    room.setHeight(room.height() - 1); // It may be rounded up to whole pixels.
+    whole.setHeight(std::min(whole.height(), room.height()));
+    whole.moveTop(std::max(whole.top(), room.top()));
+    return whole;
+}
+
 void FrameWidget::enter() {
     static unsigned lastOrder = 0;
     m_order = ++lastOrder;
     m_away = false;
     // Window managers put a window that comes back where they like, unless it asks for a place.
-    if (!isVisible()) setGeometry(rectOf(m_window.frame()).marginsAdded(m_chrome));
+    if (!isVisible()) place(rectOf(m_window.frame()));
     Session::current().setName(winId(), "nimbrel-lite");
     show();
     raise();
@@ -114,6 +142,6 @@ void FrameWidget::closeEvent(QCloseEvent* event) {
 
 void FrameWidget::moveEvent(QMoveEvent*) {
     if (!isVisible()) return;
-    const QRect content = geometry().marginsRemoved(m_chrome);
-    m_window.movedByUser(pointFrom(QPointF(content.left(), content.top() + content.height())));
+    const QPoint corner = geometry().marginsRemoved(m_chrome).topLeft();
+    m_window.movedByUser(pointFrom(QPointF(corner.x(), corner.y() + m_window.frame().size.height)));
 }

@@ -26,6 +26,7 @@ protected:
 private:
     void add(const std::shared_ptr<NSMenuItem>& item);
     QAction* actionFor(const QKeyEvent& press) const;
+    void keepOnScreen();
     void cutCorners();
 
     const Chosen m_chosen;

@@ -6,8 +6,13 @@
 #include "AppKit/PanelPicture+Private.h"
 #include "WindowServer/Session.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QScreen>
 #include <QStyleOptionMenuItem>
+
+#include <algorithm>
+#include <cmath>
 
 using WindowServer::Session;
 
@@ -77,7 +82,18 @@ void NativeMenu::keyPressEvent(QKeyEvent* event) {
     whole->close();
 }
 
+// Where a point is no whole number of pixels, place and size are both rounded, and a menu at the
+// screen's edge would reach beyond it.
+void NativeMenu::keepOnScreen() {
+    const double scale = devicePixelRatioF();
+    const auto* const on = QGuiApplication::screenAt(geometry().center());
+    if (scale == std::floor(scale) || !on) return;
+    const QRect room = on->geometry();
+    move(std::min(x(), room.right() - width()), std::min(y(), room.bottom() - height()));
+}
+
 bool NativeMenu::event(QEvent* event) {
+    if (event->type() == QEvent::Show) keepOnScreen();
     const bool handled = QMenu::event(event);
     const bool reshaped = event->type() == QEvent::Show || event->type() == QEvent::Resize ||
                           event->type() == QEvent::WinIdChange;

@@ -33,6 +33,7 @@ protected:
 TabContent::TabContent(NSTabViewController& controller)
     : m_controller(controller), m_toolbar(new QWidget), m_views(new QStackedWidget) {
     fillToolbar();
+    m_toolbar->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -42,7 +43,8 @@ TabContent::TabContent(NSTabViewController& controller)
     for (const auto& item : controller.tabViewItems()) {
         auto content = item->viewController()->loadView();
         const NSSize& size = item->viewController()->preferredContentSize();
-        content->setFixedSize(static_cast<int>(size.width), static_cast<int>(size.height));
+        content->setFixedWidth(static_cast<int>(size.width));
+        content->setMaximumHeight(static_cast<int>(size.height));
         m_views->addWidget(content.release());
     }
     controller.selectionChanged = [this] { showSelected(); };

@@ -7,6 +7,7 @@
 #include <QShowEvent>
 #include <QTimer>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -64,8 +65,10 @@ void HostView::drawAtNextTurn() {
     QTimer::singleShot(0, this, [this] { draw(); });
 }
 
+// The window of a small screen may be lower than the tree asks for.
 void HostView::place() {
     const QRectF room = rect();
-    const QSizeF size = m_element->sizeThatFits(Proposal::of(room.size()));
+    QSizeF size = m_element->sizeThatFits(Proposal::of(room.size()));
+    size.setHeight(std::min(size.height(), room.height()));
     m_element->place({room.center() - QPointF(size.width() / 2, size.height() / 2), size});
 }

@@ -1,0 +1,171 @@
+// Where buttons, menus and windows stand, whatever the size and the scale of the monitors.
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/Keys.h"
+#include "Harness/TestWindow.h"
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+struct Case {
+    const char* name;
+    std::vector<Area> monitors; ///< From the left to the right.
+    Environment environment;
+    std::vector<double> scales; ///< Of each monitor.
+};
+
+constexpr double inset = 6; ///< Of a button, in points; and its size.
+constexpr double buttonSize = 44;
+
+std::vector<Case> cases() {
+    const std::vector<Area> two = {Desktop::left, Desktop::right};
+    const std::vector<Area> offset = {{0, 200, 1920, 1080}, {1920, 0, 2560, 1440}};
+    return {
+        {"One", two, {}, {1, 1}},
+        {"ByAQuarter", two, {{"QT_SCALE_FACTOR", "1.25"}}, {1.25, 1.25}},
+        {"ByAHalf", two, {{"QT_SCALE_FACTOR", "1.5"}}, {1.5, 1.5}},
+        {"Double", two, {{"QT_SCALE_FACTOR", "2"}}, {2, 2}},
+        {"SecondDouble", offset, {{"QT_SCREEN_SCALE_FACTORS", "1;2"}}, {1, 2}},
+        {"FirstDouble", offset, {{"QT_SCREEN_SCALE_FACTORS", "2;1"}}, {2, 1}},
+        {"EachByAFraction", two, {{"QT_SCREEN_SCALE_FACTORS", "1.5;1.25"}}, {1.5, 1.25}},
+        {"Small", {{0, 0, 1024, 600}}, {}, {1}},
+        {"SmallByAHalf", {{0, 0, 1366, 768}}, {{"QT_SCALE_FACTOR", "1.5"}}, {1.5}},
+    };
+}
+
+std::unique_ptr<XServer> serverOf(const std::vector<Area>& monitors) {
+    int width = 0;
+    int height = 0;
+    for (const Area& monitor : monitors) {
+        width = std::max(width, monitor.right());
+        height = std::max(height, monitor.bottom());
+    }
+    auto server = XServer::framebuffer(
+        {"-screen", "0", std::to_string(width) + "x" + std::to_string(height) + "x24"});
+    std::string name = "A";
+    for (const Area& monitor : monitors) {
+        std::ostringstream place;
+        place << monitor.width << "/300x" << monitor.height << "/200+" << monitor.x << "+"
+              << monitor.y;
+        server->xrandr({"--setmonitor", name, place.str(), name == "A" ? "screen" : "none"});
+        ++name[0];
+    }
+    return server;
+}
+
+bool holds(const Area& outer, const Area& inner) {
+    return inner.x >= outer.x && inner.y >= outer.y && inner.right() <= outer.right() &&
+           inner.bottom() <= outer.bottom();
+}
+
+struct Placement : testing::TestWithParam<Case> {
+    Placement() : desktop(serverOf(GetParam().monitors)), client(desktop.display()) {
+        desktop.extra = GetParam().environment;
+    }
+
+    /// Waits until each button stands where it belongs, at the right edge of its monitor.
+    void start() {
+        agent.reset();
+        agent.emplace(desktop);
+        EXPECT_TRUE(await([&] { return buttonsArePlaced(); }));
+        ASSERT_EQ(agent->buttons().size(), GetParam().monitors.size());
+    }
+    bool buttonsArePlaced() const {
+        const auto buttons = agent->buttons();
+        if (buttons.size() != GetParam().monitors.size()) return false;
+        const auto isAbout = [](double value, double expected) {
+            return std::abs(value - expected) <= 1;
+        };
+        for (size_t i = 0; i < buttons.size(); ++i) {
+            const Area& monitor = GetParam().monitors[i];
+            const double scale = GetParam().scales[i];
+            const Area& button = buttons[i].area;
+            if (!holds(monitor, button) || !isAbout(button.width, buttonSize * scale) ||
+                !isAbout(button.height, buttonSize * scale) ||
+                !isAbout(monitor.right() - button.right(), inset * scale))
+                return false;
+        }
+        return true;
+    }
+    void openMenu(size_t which) {
+        const ScreenWindow button = agent->buttons().at(which);
+        pointer = {button.area.x + button.area.width / 2, button.area.y + button.area.height / 2, 1,
+                   1};
+        desktop.input.move(pointer.x, pointer.y);
+        // It takes clicks once it has been drawn at its monitor's scale.
+        ASSERT_TRUE(await([&] { return windowAtPointer() == button.number; }));
+        desktop.input.click(3);
+        ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
+    }
+    xcb_window_t windowAtPointer() const {
+        return client.ask(xcb_query_pointer_reply, xcb_query_pointer(client, client.root()))->child;
+    }
+    void strike(uint8_t key, int times = 1) const {
+        for (int i = 0; i < times; ++i)
+            desktop.input.strike(key);
+    }
+
+    Desktop desktop;
+    const XClient client;
+    std::optional<Agent> agent;
+    Area pointer;
+};
+
+} // namespace
+
+TEST_P(Placement, OfButtonsAndMenusIsOnTheirMonitor) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    for (size_t i = 0; i < GetParam().monitors.size(); ++i) {
+        SCOPED_TRACE(testing::Message() << "monitor " << i);
+        const Area& monitor = GetParam().monitors[i];
+        ASSERT_NO_FATAL_FAILURE(openMenu(i));
+        const Area menu = agent->menus()[0].area;
+        EXPECT_TRUE(holds(monitor, menu)) << menu;
+        EXPECT_TRUE(holds({menu.x - 2, menu.y - 2, menu.width + 4, menu.height + 4}, pointer))
+            << menu << " is not at " << pointer;
+        strike(downKey, 4);
+        strike(rightKey);
+        ASSERT_TRUE(await([&] { return agent->menus().size() == 2; }));
+        EXPECT_TRUE(holds(monitor, agent->menus()[1].area)) << agent->menus()[1].area;
+        strike(escapeKey, 2);
+        ASSERT_TRUE(await([&] { return agent->menus().empty(); }));
+    }
+}
+
+TEST_P(Placement, OfTheSettingsIsTheMiddleOfTheMonitor) {
+    for (const bool managed : {false, true}) {
+        const auto manager = managed ? desktop.startWindowManager() : nullptr;
+        for (size_t i = 0; i < GetParam().monitors.size(); ++i) {
+            SCOPED_TRACE(testing::Message() << "monitor " << i << ", managed " << managed);
+            const Area& monitor = GetParam().monitors[i];
+            ASSERT_NO_FATAL_FAILURE(start());
+            ASSERT_NO_FATAL_FAILURE(openMenu(i));
+            strike(downKey, 5);
+            strike(returnKey);
+            Area area;
+            ASSERT_TRUE(await([&] {
+                for (const ScreenWindow& window : desktop.screen.windows()) {
+                    const bool isOurs = managed == window.className.empty();
+                    if (!window.viewable || window.overrideRedirect || !isOurs ||
+                        window.area.width < 500)
+                        continue;
+                    area = window.area;
+                    return true;
+                }
+                return false;
+            }));
+            EXPECT_NEAR(area.x + area.width / 2, monitor.x + monitor.width / 2, 2);
+            EXPECT_TRUE(holds(monitor, area)) << area;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Placement, testing::ValuesIn(cases()),
+                         [](const auto& each) { return std::string(each.param.name); });
