@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Keys.h"
 #include "Harness/MuteServer.h"
 #include "Harness/TestWindow.h"
 
@@ -51,7 +52,6 @@ TEST_F(OnPaper, IsClearAfterAPoliteEnd) {
 }
 
 TEST_F(OnPaper, EndsPolitelyWhateverIsOpen) {
-    constexpr uint8_t returnKey = 36, rightKey = 114, downKey = 116;
     const auto strike = [&](uint8_t key, int times) {
         for (int i = 0; i < times; ++i)
             desktop.input.strike(key);
@@ -184,6 +184,38 @@ TEST(TimedLifetime, StandsStillWithTheScreen) {
         EXPECT_LE(agent.process().processorTime() - before, 0.06)
             << (covered ? "covered" : "clear");
     }
+}
+
+// A user who logs out waits for it. Its start is the measure; the end takes about a tenth of that.
+TEST(TimedLifetime, EndsSoonWhateverIsOpen) {
+    Desktop desktop;
+    const auto hasSettings = [&] {
+        return std::ranges::any_of(desktop.screen.windows(), [](const ScreenWindow& window) {
+            return window.viewable && !window.overrideRedirect && window.area.width == 540;
+        });
+    };
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        for (const bool covered : {true, false}) {
+            SCOPED_TRACE(testing::Message() << "signal " << signal << ", covered " << covered);
+            const auto start = Clock::now();
+            Agent agent(desktop);
+            const double starting = millisecondsSince(start);
+            const Area icon = desktop.tray->icons().back();
+            desktop.input.move(icon.x + 5, icon.y + 5);
+            desktop.input.click(3);
+            ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
+            for (int row = 0; row < 5; ++row)
+                desktop.input.strike(downKey);
+            desktop.input.strike(returnKey);
+            ASSERT_TRUE(await(hasSettings));
+            if (covered) agent.cover();
+
+            const auto end = Clock::now();
+            agent.process().send(signal);
+            EXPECT_EQ(agent.process().awaitEnd(), 0);
+            EXPECT_LE(millisecondsSince(end), 3 * starting);
+            EXPECT_TRUE(await([&] { return !hasSettings() && agent.covers().empty(); }));
+        }
 }
 
 TEST(Lifetime, EndsWithTheServer) {
