@@ -100,9 +100,9 @@ public:
         painter->drawPixmap(rect, pixmap((QSizeF(rect.size()) * scale).toSize(), mode, state));
     }
 
-    /// For trays that are sent pictures and ask for no size.
+    /// For trays that are sent pictures and ask for no size: the usual ones, and twice those.
     QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
-        return {{16, 16}, {22, 22}, {24, 24}, {32, 32}, {48, 48}};
+        return {{16, 16}, {22, 22}, {24, 24}, {32, 32}, {44, 44}, {48, 48}, {64, 64}};
     }
 
     QIconEngine* clone() const override { return new SymbolEngine(*this); }

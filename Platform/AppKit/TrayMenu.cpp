@@ -11,13 +11,20 @@ void choose(const std::shared_ptr<NSMenuItem>& item) {
     if (const auto target = item->target()) item->action().send(*target, *item);
 }
 
+/// The toolkit hands the first ampersand on as the mark of a letter, even a doubled one. In a text
+/// that has one that is to be seen, the mark stands at the beginning.
+QString textOf(const NSMenuItem& item) {
+    const auto title = QString::fromStdString(item.title());
+    return title.contains('&') ? '&' + title : title;
+}
+
 void copy(const NSMenu& menu, QMenu& to) {
     for (const auto& item : menu.itemArray()) {
         if (item->isSeparatorItem()) {
             to.addSeparator();
             continue;
         }
-        auto* const action = to.addAction(QString::fromStdString(item->title()).replace('&', "&&"));
+        auto* const action = to.addAction(textOf(*item));
         action->setEnabled(item->isEnabled());
         action->setShortcut(keySequenceOf(*item));
         if (item->image()) action->setIcon(inkIconFrom(*item->image()));

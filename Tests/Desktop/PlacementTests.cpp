@@ -161,7 +161,7 @@ TEST_P(Placement, OfTheSettingsIsTheMiddleOfTheMonitor) {
                 }
                 return false;
             }));
-            EXPECT_NEAR(area.x + area.width / 2, monitor.x + monitor.width / 2, 2);
+            EXPECT_NEAR(area.x + area.right(), monitor.x + monitor.right(), 4);
             EXPECT_TRUE(holds(monitor, area)) << area;
         }
     }

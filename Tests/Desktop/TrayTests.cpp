@@ -63,7 +63,7 @@ TEST(TrayOnTheBus, HasTheItemEachTimeThatItComes) {
         EXPECT_EQ(toolTipOf(tray),
                   "Nimbrel Lite: click to blur or show every screen, right-click for the menu");
         const Pictures clear = iconOf(tray);
-        for (const int size : {16, 22, 24, 48})
+        for (const int size : {16, 22, 24, 32, 44, 48, 64})
             EXPECT_TRUE(clear.contains(size)) << size;
 
         tray.click(1000, 10);
@@ -125,6 +125,7 @@ TEST_F(TrayMenu, IsTheProgramsOwn) {
     const auto more = menu["More in SUMMIT"];
     EXPECT_EQ(more.properties["children-display"].toString(), "submenu");
     ASSERT_EQ(more.rows.size(), 12u);
+    EXPECT_EQ(more.titles()[1], "_Hand gestures & wink") << "with the mark of a letter";
     EXPECT_EQ(more.rows.back().title(), "See Everything in SUMMIT…");
     const std::pair<const char*, const char*> keys[] = {
         {"Blur Every Screen", "Super+Control+Alt+N"},
