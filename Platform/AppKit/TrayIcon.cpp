@@ -100,7 +100,8 @@ void TrayIcon::update() {
 }
 
 void TrayIcon::offerMenu() {
-    if (!m_icon) return;
+    // An icon with a window opens its menu itself.
+    if (!m_icon || m_icon->geometry().isValid()) return;
     if (const auto menu = m_button.menuOfRightClick()) m_menu.offer(*menu, *m_icon);
 }
 
