@@ -49,6 +49,7 @@ public:
         all->setSpacing(4);
         auto* icon = new QLabel;
         icon->setPixmap(programIcon().pixmap(iconSize));
+        icon->setAccessibleName(information("CFBundleName"));
         all->addWidget(icon, 0, Qt::AlignCenter);
         all->addSpacing(8);
         all->addWidget(line(information("CFBundleName"), 15, QFont::Bold));

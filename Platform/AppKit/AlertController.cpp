@@ -5,6 +5,7 @@
 #include "AppKit/ProgramIcon+Private.h"
 #include "AppKit/ViewContent+Private.h"
 
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -45,7 +46,9 @@ protected:
 
 class AlertContent : public ViewContent {
 public:
-    explicit AlertContent(const AlertController& alert) {
+    explicit AlertContent(const AlertController& alert)
+        : m_message(QString::fromStdString(alert.messageText)),
+          m_information(QString::fromStdString(alert.informativeText)) {
         auto* const row = rowOf(alert.buttons);
         const int width = std::max(leastTextWidth, row->sizeHint().width() - iconSize - iconGap);
         auto* texts = new QVBoxLayout;
@@ -58,6 +61,7 @@ public:
         top->setSpacing(iconGap);
         auto* icon = new QLabel;
         icon->setPixmap(programIcon().pixmap(iconSize));
+        icon->setAccessibleName(QCoreApplication::applicationName());
         top->addWidget(icon, 0, Qt::AlignTop);
         top->addLayout(texts);
 
@@ -68,12 +72,15 @@ public:
         all->addLayout(row);
         for (size_t i = 1; i < m_buttons.size(); ++i)
             setTabOrder(m_buttons[i - 1], m_buttons[i]);
-        setAccessibleName(QString::fromStdString(alert.messageText));
-        setAccessibleDescription(QString::fromStdString(alert.informativeText));
+        // To assistive technology they come after the texts.
+        for (QPushButton* button : m_buttons)
+            button->raise();
     }
 
 protected:
     void showEvent(QShowEvent*) override {
+        window()->setAccessibleName(m_message);
+        window()->setAccessibleDescription(m_information);
         if (!m_buttons.empty()) m_buttons.front()->setFocus();
     }
 
@@ -136,6 +143,8 @@ private:
         if (to >= 0) m_buttons[static_cast<size_t>(to)]->setFocus(Qt::TabFocusReason);
     }
 
+    const QString m_message;
+    const QString m_information;
     std::vector<QPushButton*> m_buttons; ///< The first one at the right.
 };
 

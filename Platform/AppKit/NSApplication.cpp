@@ -1,10 +1,10 @@
 #include "AppKit/AboutController+Private.h"
+#include "AppKit/AccessibleWidgets+Private.h"
 #include "AppKit/Appearance+Private.h"
 #include "AppKit/ContentWindow+Private.h"
 #include "AppKit/NSAlert.h"
 #include "AppKit/NSApplication+Private.h"
 #include "AppKit/NSRunningApplication.h"
-#include "AppKit/PanelAccessible+Private.h"
 #include "AppKit/PanelWindow+Private.h"
 #include "AppKit/PopupOrder+Private.h"
 #include "AppKit/ProgramIcon+Private.h"
@@ -83,7 +83,7 @@ void makeQtApplication() {
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     [[maybe_unused]] static auto* appearance = new Appearance(*application);
     [[maybe_unused]] static auto* popups = new PopupOrder(*application);
-    offerPanelsToAssistiveTechnology();
+    offerWidgetsToAssistiveTechnology();
 }
 
 } // namespace

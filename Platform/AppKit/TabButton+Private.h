@@ -12,3 +12,9 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
 };
+
+/// The tabs of one toolbar.
+class TabRow : public QWidget {
+public:
+    using QWidget::QWidget;
+};

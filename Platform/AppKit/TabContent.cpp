@@ -31,7 +31,7 @@ protected:
 } // namespace
 
 TabContent::TabContent(NSTabViewController& controller)
-    : m_controller(controller), m_toolbar(new QWidget), m_views(new QStackedWidget) {
+    : m_controller(controller), m_toolbar(new TabRow), m_views(new QStackedWidget) {
     fillToolbar();
     m_toolbar->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* layout = new QVBoxLayout(this);

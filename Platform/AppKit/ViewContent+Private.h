@@ -11,4 +11,10 @@ public:
 
     /// What of its height, in points, is the window's toolbar and does not count as content.
     virtual int toolbarHeight() const { return 0; }
+
+protected:
+    void showEvent(QShowEvent*) override {
+        // Else the first button would have the focus, and a stray Space press it.
+        if (!window()->focusWidget()) window()->setFocus();
+    }
 };

@@ -4,6 +4,7 @@
 #include "SwiftUI/ContainerElements+Private.h"
 
 #include <QAccessibleWidget>
+#include <QScrollArea>
 #include <QTimer>
 
 namespace {
@@ -42,6 +43,8 @@ QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
     if (auto* const button = dynamic_cast<ButtonWidget*>(object)) return new ButtonElement(*button);
     if (auto* const group = dynamic_cast<AccessibleGroup*>(object))
         return new SingleElement(group, QAccessible::StaticText);
+    if (auto* const scroll = qobject_cast<QScrollArea*>(object))
+        return new QAccessibleWidget(scroll, QAccessible::Pane);
     return nullptr;
 }
 

@@ -34,8 +34,6 @@ void HostView::resizeEvent(QResizeEvent*) { place(); }
 void HostView::showEvent(QShowEvent* event) {
     ViewContent::showEvent(event);
     if (event->spontaneous()) return;
-    // Else the first button would have the focus, and a stray Space press it.
-    if (!window()->focusWidget()) setFocus();
     // An action may lead to another drawing of the tree.
     for (const auto& action : std::vector(m_appearActions))
         action();

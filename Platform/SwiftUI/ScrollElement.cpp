@@ -22,6 +22,7 @@ public:
     /// With something to scroll it is a stop of the Tab key, so that the arrow keys reach it.
     void setOverflows(bool overflows) {
         setFocusPolicy(overflows ? Qt::TabFocus : Qt::NoFocus);
+        setAccessibleName(overflows ? "Scroll area" : "");
         setVerticalScrollBarPolicy(overflows ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
         // The indicator lies over the content's margin and takes no room from it.
         setViewportMargins(0, 0, overflows ? -ScrollIndicator::width : 0, 0);

@@ -16,8 +16,9 @@ class SwitchWidget : public QCheckBox {
 public:
     explicit SwitchWidget(QWidget* parent) : QCheckBox(parent) {
         setFocusPolicy(Qt::TabFocus);
-        connect(this, &QAbstractButton::clicked, this, [this](bool on) {
-            if (m_isOn) m_isOn->setWrappedValue(on);
+        // Assistive technology turns it over without a click.
+        connect(this, &QAbstractButton::toggled, this, [this](bool on) {
+            if (m_isOn && m_isOn->wrappedValue() != on) m_isOn->setWrappedValue(on);
         });
     }
 

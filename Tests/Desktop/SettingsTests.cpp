@@ -144,8 +144,8 @@ TEST_F(Settings, TurnsTheLoginItemOnAndOffByTheKeyboardAlone) {
         "com.vardek.NimbrelLite.desktop";
     Agent agent(desktop);
     ASSERT_NO_FATAL_FAILURE(open());
-    // Two buttons of the header, two rows, a button, a row, and then the switch.
-    for (int i = 0; i < 7; ++i)
+    // The chosen tab, two buttons of the header, two rows, a button, a row, and then the switch.
+    for (int i = 0; i < 8; ++i)
         desktop.input.strike(tabKey);
     desktop.input.strike(spaceKey);
     EXPECT_TRUE(await([&] { return std::filesystem::exists(entry); }));

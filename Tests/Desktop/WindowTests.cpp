@@ -47,6 +47,12 @@ struct Windows : testing::Test {
         return desktop.screen.focus();
     }
 
+    /// As a window manager's close button does.
+    void close(xcb_window_t window) const {
+        client.send(window, client.atom("WM_PROTOCOLS"), XCB_EVENT_MASK_NO_EVENT,
+                    {client.atom("WM_DELETE_WINDOW"), XCB_CURRENT_TIME, 0, 0, 0});
+    }
+
     /// On the screen, without the frame of a window manager. Empty once the window has gone.
     Area area(xcb_window_t window) const {
         const auto geometry = client.ask(xcb_get_geometry_reply, xcb_get_geometry(client, window));
@@ -83,11 +89,16 @@ TEST_F(Windows, GiveTheKeyboardBackToWhoHadIt) {
         paper.show();
         ASSERT_TRUE(await([&] { return paper.isViewable(); }));
         paper.takeFocus();
-        for (const Row row : {about, summit}) {
-            open(row);
-            desktop.input.strike(escapeKey);
+        for (const auto& [row, byEscape] : {std::pair{about, true}, std::pair{summit, true},
+                                            std::pair{about, false}, std::pair{settings, false}}) {
+            const xcb_window_t window = open(row);
+            if (byEscape)
+                desktop.input.strike(escapeKey);
+            else
+                close(window);
             EXPECT_TRUE(await([&] { return desktop.screen.focus() == paper.number(); }))
-                << row << (managed ? " under a window manager" : "");
+                << row << (byEscape ? " by Escape" : "")
+                << (managed ? " under a window manager" : "");
         }
         agent.reset();
     }

@@ -10,6 +10,15 @@
 #include "SummitWindowView.h"
 #include "SupportSettings.h"
 
+#include "ServiceManagement/SMAppService+Private.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -28,6 +37,45 @@ std::string within(int levels, const View& view) {
 std::string row(const std::string& label, const std::string& note) {
     return within(3, LockedRow{.label = label, .note = note, .feature = Locked::all[0]});
 }
+
+/// A browser that only notes where it was sent, the one that is found from here on.
+class Browser {
+public:
+    Browser() {
+        QFile program(m_folder.filePath("xdg-open"));
+        program.open(QFile::WriteOnly);
+        program.write("#!/bin/sh\necho \"$1\" > '" + m_note.toUtf8() + "'\n");
+        program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        qputenv("PATH", m_folder.path().toUtf8());
+    }
+    ~Browser() { qputenv("PATH", m_path); }
+
+    /// What it noted since the last call; empty while that is nothing.
+    std::string visited() const {
+        QFile file(m_note);
+        if (!file.open(QFile::ReadOnly)) return {};
+        const std::string text = file.readAll().toStdString();
+        if (text.ends_with('\n')) file.remove();
+        return text;
+    }
+
+private:
+    const QTemporaryDir m_folder;
+    const QString m_note = m_folder.filePath("visited");
+    const QByteArray m_path = qgetenv("PATH");
+};
+
+QWidget* windowCalled(const QString& title) {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->windowTitle() == title) return window;
+    return nullptr;
+}
+
+struct Enabled : SMAppService {
+    SMAppServiceStatus status() const override { return SMAppServiceStatusEnabled; }
+    bool registerAndReturnError(std::shared_ptr<NSError>&) override { return true; }
+    bool unregisterAndReturnError(std::shared_ptr<NSError>&) override { return true; }
+};
 
 } // namespace
 
@@ -237,4 +285,54 @@ TEST(ViewTree, SupportTab) {
     .formStyle(grouped)
 .tint(Color(30 136 229))
 )");
+}
+
+TEST(ViewTree, ButtonsGoToTheirPages) {
+    const Browser browser;
+    const struct {
+        View view;
+        const char* title;
+        const char* page;
+    } buttons[] = {
+        {SettingsHeader(), "Support VARDEK", "https://vardek.example/support-vardek/\n"},
+        {SupportSettings(), "Support VARDEK…", "https://vardek.example/support-vardek/\n"},
+        {SupportSettings(), "Buy Nimbrel SUMMIT…", "https://vardek.example/buy/nimbrel/\n"},
+    };
+    for (const auto& button : buttons) {
+        actionOf(button.view, button.title)();
+        std::string page;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return (page = browser.visited()) == button.page; }))
+            << button.title << " " << page;
+    }
+}
+
+TEST(ViewTree, TheHeadersSecondButtonOpensTheEditionWindow) {
+    actionOf(SettingsHeader(), "Buy SUMMIT")();
+    QWidget* const window = windowCalled("Nimbrel SUMMIT");
+    ASSERT_TRUE(window);
+    window->close();
+}
+
+TEST(ViewTree, ALockedRowTellsOfItsFeature) {
+    const LockedRow strength = {.label = "One", .note = "Two", .feature = Locked::all[3]};
+    QString told;
+    QTimer::singleShot(0, [&] {
+        QWidget* const alert = QApplication::activeModalWidget();
+        ASSERT_TRUE(alert);
+        told = alert->accessibleName();
+        for (auto* const button : alert->findChildren<QPushButton*>())
+            if (button->text() == "Not Now") button->click();
+    });
+    actionOf(strength, "One, Two, Part of Nimbrel SUMMIT")();
+    EXPECT_EQ(told, "Blur strength up to 200% is part of Nimbrel SUMMIT");
+}
+
+TEST(ViewTree, TheToggleFollowsTheSystemWhenItsTabAppears) {
+    const auto login = std::make_shared<LoginSwitch>();
+    const GeneralSettings tab{.login = login};
+    EXPECT_NE(describe(tab).find("Toggle(\"Open at login\", off)"), std::string::npos);
+    installMainAppService(std::make_shared<Enabled>());
+    appear(tab);
+    installMainAppService(nullptr);
+    EXPECT_NE(describe(tab).find("Toggle(\"Open at login\", on)"), std::string::npos);
 }

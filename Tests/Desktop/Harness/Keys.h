@@ -11,6 +11,7 @@ inline constexpr uint8_t qKey = 24;
 inline constexpr uint8_t returnKey = 36;
 inline constexpr uint8_t controlKey = 37;
 inline constexpr uint8_t aKey = 38;
+inline constexpr uint8_t shiftKey = 50;
 inline constexpr uint8_t nKey = 57;
 inline constexpr uint8_t altKey = 64;
 inline constexpr uint8_t spaceKey = 65;
