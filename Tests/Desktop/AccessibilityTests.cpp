@@ -64,8 +64,7 @@ struct Accessibility : testing::Test {
 
     void expectLines(const std::string& name, const std::string& lines) const {
         ASSERT_TRUE(isOpen(name));
-        EXPECT_TRUE(await([&] { return window(name)->lines() == lines; }))
-            << window(name)->lines();
+        EXPECT_TRUE(await([&] { return window(name)->lines() == lines; })) << window(name)->lines();
     }
 
     /// Strikes a key, and tells where the keyboard goes.

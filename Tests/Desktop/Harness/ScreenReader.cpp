@@ -7,6 +7,7 @@
 #include <QDBusVariant>
 
 #include <algorithm>
+#include <csignal>
 #include <map>
 #include <stdexcept>
 
@@ -124,7 +125,11 @@ ScreenReader::ScreenReader(const Desktop& desktop)
                  desktop.environment()),
       m_bus(accessibilityBus(desktop.bus->address())) {}
 
-ScreenReader::~ScreenReader() { QDBusConnection::disconnectFromBus(connectionName); }
+ScreenReader::~ScreenReader() {
+    QDBusConnection::disconnectFromBus(connectionName);
+    m_launcher.send(SIGTERM); // Asked like this, it takes the bus that it started with it.
+    m_launcher.awaitEnd();
+}
 
 std::pair<std::string, std::string> ScreenReader::program() const {
     const auto programs =
