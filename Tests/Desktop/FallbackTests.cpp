@@ -1,4 +1,5 @@
 #include "Harness/Agent.h"
+#include "Harness/Await.h"
 #include "Harness/TestWindow.h"
 
 #include <gtest/gtest.h>
@@ -35,6 +36,40 @@ TEST_P(Fallback, CoversWithABlurredPictureOfThisMoment) {
     EXPECT_GT(meanAt(3000), meanAt(2000) + 20);
     agent.uncover();
 }
+
+class Depths : public testing::TestWithParam<int> {};
+
+TEST_P(Depths, AreCovered) {
+    Desktop desktop(
+        Desktop::twoMonitors({"-screen", "0", "3200x1080x" + std::to_string(GetParam())}));
+    const XClient client(desktop.display());
+    const uint32_t bright = client.screen().white_pixel;
+    xcb_change_window_attributes(client, client.root(), XCB_CW_BACK_PIXEL, &bright);
+    xcb_clear_area(client, 0, client.root(), 0, 0, 0, 0);
+    client.settle();
+    std::vector<std::unique_ptr<TestWindow>> letters;
+    for (int x = 300; x < 1000; x += 40) {
+        letters.push_back(std::make_unique<TestWindow>(desktop.display(), Area{x, 300, 20, 200}));
+        letters.back()->paint(black);
+        letters.back()->show();
+    }
+    Agent agent(desktop);
+    ASSERT_EQ(desktop.screen.grab({300, 300, 40, 1}).sharpestStep(), 255);
+
+    agent.cover();
+
+    EXPECT_TRUE(holdsFor(300ms, [&] {
+        const Picture text = desktop.screen.grab({200, 200, 900, 400});
+        // A step of red, green or blue is 8 where each has 5 bits.
+        return text.sharpestStep() <= 8 && text.brightest() <= 160;
+    }));
+    // Live, and bright where the screen is.
+    EXPECT_NEAR(desktop.screen.grab({2500, 100, 200, 200}).mean(), 153, 8);
+    EXPECT_EQ(agent.process().errors(), "");
+    agent.uncover();
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, Depths, testing::Values(16, 24, 30));
 
 INSTANTIATE_TEST_SUITE_P(Without, Fallback,
                          testing::Values("Composite", "DAMAGE", "RENDER", "XFIXES", "MIT-SHM"),

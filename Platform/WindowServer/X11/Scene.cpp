@@ -3,6 +3,7 @@
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Scaling.h"
+#include "WindowServer/X11/ScreenPicture.h"
 
 #include <algorithm>
 #include <utility>
@@ -311,26 +312,35 @@ void Scene::readRootPicture() {
 
 /// A root without a published pixmap shows a plain colour, found where no window hides it.
 xcb_render_color_t Scene::visibleRootColor() const {
-    xcb_connection_t* const xcb = m_connection.xcb();
     const auto& screen = m_connection.screen();
     constexpr int step = 32;
     for (int y = 0; y < screen.height_in_pixels; y += step) {
         for (int x = 0; x < screen.width_in_pixels; x += step) {
             const bool hidden = std::ranges::any_of(m_windows, [=](const auto& entry) {
-                return entry.second.viewable && contains(entry.second.outer, {x, y, 1, 1});
+                return entry.second.viewable &&
+                       !isEmpty(intersection(entry.second.outer, {x, y, 2, 2}));
             });
-            if (hidden) continue;
-            const auto image = m_connection.reply(
-                xcb_get_image_reply,
-                xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, m_connection.root(),
-                              static_cast<int16_t>(x), static_cast<int16_t>(y), 1, 1, ~0u));
-            if (!image || xcb_get_image_data_length(image.get()) < 4) return {0, 0, 0, 0xffff};
-            const uint8_t* bgr = xcb_get_image_data(image.get());
-            return {static_cast<uint16_t>(bgr[2] * 257), static_cast<uint16_t>(bgr[1] * 257),
-                    static_cast<uint16_t>(bgr[0] * 257), 0xffff};
+            if (!hidden) return screenColor(x, y);
         }
     }
     return {0, 0, 0, 0xffff};
+}
+
+/// Of two by two pixels. Through a picture of a kind known here, for the screen's may be any.
+xcb_render_color_t Scene::screenColor(int x, int y) const {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    const xcb_pixmap_t pixmap = m_connection.newId();
+    const xcb_render_picture_t picture = makePicture(m_connection, pixmap, 1, 1);
+    ScreenPicture(m_connection).drawHalf(picture, {x, y, 2, 2}, x, y);
+    const auto image =
+        m_connection.reply(xcb_get_image_reply,
+                           xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, 0, 0, 1, 1, ~0u));
+    xcb_render_free_picture(xcb, picture);
+    xcb_free_pixmap(xcb, pixmap);
+    if (!image || xcb_get_image_data_length(image.get()) < 4) return {0, 0, 0, 0xffff};
+    const uint8_t* bgr = xcb_get_image_data(image.get());
+    return {static_cast<uint16_t>(bgr[2] * 257), static_cast<uint16_t>(bgr[1] * 257),
+            static_cast<uint16_t>(bgr[0] * 257), 0xffff};
 }
 
 void Scene::drawHalf(xcb_render_picture_t target, const PixelRect& area, int originX, int originY) {

@@ -22,7 +22,8 @@ class Connection;
 /// meanwhile.
 class Scene : public Drawable {
 public:
-    /// `hidden` tells the windows that are no part of the picture.
+    /// `hidden` tells the windows that are no part of the picture. To be made before these stand on
+    /// the screen: what a root shows can only be seen there.
     Scene(Connection& connection, std::function<bool(xcb_window_t)> hidden);
     ~Scene() override;
     Scene(const Scene&) = delete;
@@ -67,6 +68,7 @@ private:
     void collectDamage();
     void readRootPicture();
     xcb_render_color_t visibleRootColor() const;
+    xcb_render_color_t screenColor(int x, int y) const;
 
     size_t lowestVisible(const PixelRect& area) const;
     void drawRoot(xcb_render_picture_t target, const PixelRect& area, int originX, int originY);

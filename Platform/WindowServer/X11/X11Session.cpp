@@ -333,6 +333,7 @@ void X11Session::showAll(const std::vector<X11Surface*>& surfaces) {
         m_stacking.add(surface->window(), surface->level());
     }
     captureSources(surfaces);
+    if (m_live && !m_live->isFollowing()) followDesktop();
     // Nobody else draws or looks between the first window's appearance and the last one's picture.
     xcb_grab_server(m_connection->xcb());
     m_stacking.restack();
@@ -340,7 +341,6 @@ void X11Session::showAll(const std::vector<X11Surface*>& surfaces) {
         surface->show();
     xcb_ungrab_server(m_connection->xcb());
     m_connection->flush();
-    if (m_live && !m_live->isFollowing()) followDesktop();
 }
 
 void X11Session::captureSources(const std::vector<X11Surface*>& surfaces) {

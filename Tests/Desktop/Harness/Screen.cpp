@@ -1,5 +1,6 @@
 #include "Harness/Screen.h"
 
+#include <array>
 #include <cstring>
 #include <stdexcept>
 
@@ -14,6 +15,34 @@ namespace {
 Area areaOf(const xcb_get_geometry_reply_t& geometry) {
     return {geometry.x, geometry.y, geometry.width, geometry.height};
 }
+
+/// How the root's pixels tell their colour.
+struct PixelForm {
+    explicit PixelForm(const XClient& client) {
+        const auto* setup = xcb_get_setup(client);
+        for (auto i = xcb_setup_pixmap_formats_iterator(setup); i.rem != 0; xcb_format_next(&i))
+            if (i.data->depth == client.screen().root_depth) bytes = i.data->bits_per_pixel / 8;
+        for (auto d = xcb_screen_allowed_depths_iterator(&client.screen()); d.rem != 0;
+             xcb_depth_next(&d))
+            for (auto v = xcb_depth_visuals_iterator(d.data); v.rem != 0; xcb_visualtype_next(&v))
+                if (v.data->visual_id == client.screen().root_visual)
+                    masks = {v.data->red_mask, v.data->green_mask, v.data->blue_mask};
+    }
+
+    bool isPlain() const { return bytes == 4 && masks == std::array{0xFF0000U, 0xFF00U, 0xFFU}; }
+
+    uint32_t colour(const uint8_t* data) const {
+        uint32_t pixel = 0;
+        std::memcpy(&pixel, data, static_cast<size_t>(bytes));
+        uint32_t result = 0;
+        for (const uint32_t mask : masks)
+            result = result << 8 | static_cast<uint32_t>(uint64_t{pixel & mask} * 255 / mask);
+        return result;
+    }
+
+    int bytes = 4;
+    std::array<uint32_t, 3> masks = {0xFF0000, 0xFF00, 0xFF};
+};
 
 } // namespace
 
@@ -31,7 +60,16 @@ Picture Screen::grab(const Area& area) const {
     if (!image) throw std::runtime_error("no such area of the screen");
     std::vector<uint32_t> pixels(static_cast<size_t>(area.width) *
                                  static_cast<size_t>(area.height));
-    std::memcpy(pixels.data(), xcb_get_image_data(image.get()), pixels.size() * sizeof(uint32_t));
+    const PixelForm form(m_client);
+    const uint8_t* data = xcb_get_image_data(image.get());
+    if (form.isPlain()) {
+        std::memcpy(pixels.data(), data, pixels.size() * sizeof(uint32_t));
+        return {area, std::move(pixels)};
+    }
+    const size_t line = static_cast<size_t>(xcb_get_image_data_length(image.get()) / area.height);
+    for (int y = 0; y < area.height; ++y, data += line)
+        for (int x = 0; x < area.width; ++x)
+            pixels[static_cast<size_t>(y) * area.width + x] = form.colour(data + x * form.bytes);
     return {area, std::move(pixels)};
 }
 
