@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/NotifierTray.h"
 #include "Harness/TestWindow.h"
 
 #include <gtest/gtest.h>
@@ -78,3 +79,48 @@ INSTANTIATE_TEST_SUITE_P(Without, Fallback,
                              std::erase(name, '-');
                              return name;
                          });
+
+namespace {
+
+/// The program under a white paper, its icon clicked over the bus, which takes nothing of the
+/// server.
+class Bare {
+public:
+    explicit Bare(const std::vector<std::string>& arguments)
+        : desktop(XServer::framebuffer(arguments)), icons(desktop.bus->address()),
+          paper(desktop.display(), desktop.screen.bounds()) {
+        desktop.tray.reset();
+        paper.paint(white);
+        paper.lower();
+        paper.show();
+        agent.emplace(desktop);
+        EXPECT_TRUE(await([&] { return !icons.items().isEmpty(); }));
+    }
+
+    bool isDark() const {
+        return agent->isCovered() &&
+               desktop.screen.grabWithoutButtons(desktop.screen.bounds()).brightest() <= 160;
+    }
+
+    Desktop desktop;
+    NotifierTray icons;
+    TestWindow paper;
+    std::optional<Agent> agent;
+};
+
+class FallbackOnTheBus : public testing::TestWithParam<const char*> {};
+
+} // namespace
+
+TEST_P(FallbackOnTheBus, Covers) {
+    Bare bare({"-extension", GetParam()});
+    for (int round = 0; round < 2; ++round) {
+        bare.icons.click(0, 0);
+        EXPECT_TRUE(await([&] { return bare.isDark(); }));
+        bare.icons.click(0, 0);
+        EXPECT_TRUE(await([&] { return bare.agent->visibleCovers().empty(); }));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Without, FallbackOnTheBus, testing::Values("RANDR", "XTEST"),
+                         [](const auto& each) { return std::string(each.param); });

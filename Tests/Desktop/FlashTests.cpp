@@ -3,6 +3,11 @@
 #include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
 
+#include <atomic>
+#include <csignal>
+#include <random>
+#include <thread>
+
 #include <gtest/gtest.h>
 
 using namespace Harness;
@@ -73,4 +78,50 @@ TEST(Flash, ThePictureIsOfThisMomentAndNotOfTheLastTime) {
         EXPECT_NEAR(desktop.screen.grab(Desktop::left).mean(), colour == white ? 153 : 0, 6);
         agent.uncover();
     }
+}
+
+TEST(Flash, NothingReadableShowsWhateverComesAndGoes) {
+    Desktop desktop;
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    paper.paint(white);
+    paper.lower();
+    paper.show();
+    Agent agent(desktop);
+    agent.cover();
+    std::mt19937 random(6);
+    std::atomic<bool> ends = false;
+    size_t looks = 0;
+    size_t clear = 0;
+    std::thread eye([&] {
+        const Screen screen(desktop.display());
+        for (; !ends; ++looks)
+            for (const Area& monitor : {Desktop::left, Desktop::right})
+                clear += look(screen, monitor) == Sight::Clear;
+    });
+
+    for (int round = 0; round < rounds(6, 60); ++round) {
+        const auto kind = random() % 3;
+        if (kind == 0) {
+            TestWindow popup(desktop.display(), {700, 300, 200, 100});
+            popup.show();
+            popup.raise();
+            std::this_thread::sleep_for(30ms);
+        } else if (kind == 1) {
+            // Into the dead zone, so that the others have to stay as they are.
+            desktop.server->xrandr({"--setmonitor", "C", "400/100x56/20+1920+1024", "none"});
+            EXPECT_TRUE(await([&] { return agent.isCovered(); })) << round;
+            desktop.server->xrandr({"--delmonitor", "C"});
+        } else {
+            const auto compositor = desktop.startCompositor();
+            std::this_thread::sleep_for(100ms);
+            compositor->send(random() % 2 ? SIGTERM : SIGKILL);
+            EXPECT_TRUE(compositor->awaitEnd()) << round;
+        }
+        EXPECT_TRUE(await([&] { return agent.isCovered(); })) << round;
+    }
+    ends = true;
+    eye.join();
+    std::cout << looks << " looks\n";
+    EXPECT_GT(looks, 100U);
+    EXPECT_EQ(clear, 0U);
 }

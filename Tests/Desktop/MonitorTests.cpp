@@ -145,6 +145,41 @@ TEST(Monitors, AreCoveredThroughRandomChanges) {
     }
 }
 
+TEST(Monitors, AreCoveredHoweverManyAndLarge) {
+    using Layout = std::vector<Area>;
+    Layout sixteen;
+    for (int i = 0; i < 16; ++i)
+        sixteen.push_back({i % 4 * 1920, i / 4 * 1080, 1920, 1080});
+    const std::vector<std::pair<const char*, Layout>> layouts = {
+        {"one of 8K", {{0, 0, 7680, 4320}}},
+        {"sixteen", sixteen},
+        {"an L", {{0, 0, 1280, 1024}, {0, 1024, 1280, 1024}, {1280, 1024, 1920, 1080}}},
+        {"three that overlap", {{0, 0, 1920, 1080}, {960, 540, 1920, 1080}, {1700, 0, 800, 2000}}},
+        {"on their sides", {{0, 0, 1080, 1920}, {1080, 300, 1024, 1280}}},
+    };
+    Desktop desktop(XServer::framebuffer({"-screen", "0", "7680x4320x24"}));
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    layPaper(desktop, paper);
+    Agent agent(desktop);
+    agent.cover();
+    size_t known = 0;
+    for (const auto& [name, layout] : layouts) {
+        for (; known > 0; --known)
+            desktop.server->xrandr({"--delmonitor", "M" + std::to_string(known - 1)});
+        for (const Area& area : layout) {
+            std::ostringstream place;
+            place << area.width << "/500x" << area.height << "/300+" << area.x << "+" << area.y;
+            desktop.server->xrandr({"--setmonitor", "M" + std::to_string(known), place.str(),
+                                    known == 0 ? "screen" : "none"});
+            ++known;
+        }
+        EXPECT_TRUE(await([&] { return agent.isCovered(); })) << name;
+        EXPECT_TRUE(await([&] { return agent.buttons().size() == layout.size(); })) << name;
+        EXPECT_TRUE(await([&] { return isDarkEverywhere(desktop); })) << name;
+    }
+    EXPECT_EQ(agent.process().errors(), "");
+}
+
 TEST(Outputs, AreCoveredThroughEveryChangeWhileOn) {
     auto server = XServer::outputs();
     if (!server) GTEST_SKIP() << "no X server with several outputs can start here";
@@ -160,6 +195,43 @@ TEST(Outputs, AreCoveredThroughEveryChangeWhileOn) {
         EXPECT_TRUE(await([&] { return agent.isCovered() && isDarkEverywhere(desktop); }))
             << step.name;
     }
+}
+
+TEST(Outputs, AreCoveredThroughRandomChanges) {
+    auto server = XServer::outputs();
+    if (!server) GTEST_SKIP() << "no X server with several outputs can start here";
+    Desktop desktop(std::move(server));
+    TestWindow paper(desktop.display(), {0, 0, 4096, 2160});
+    paper.paint(white);
+    paper.lower();
+    paper.show();
+    for (const char* output : {"DUMMY1", "DUMMY2"})
+        for (const char* mode : {"1024x768", "640x480"})
+            desktop.server->xrandr({"--addmode", output, mode});
+    Agent agent(desktop);
+    agent.cover();
+    std::mt19937 random(5);
+    const auto pick = [&](const std::vector<std::string>& from) {
+        return from[random() % from.size()];
+    };
+    for (int round = 0; round < rounds(10, 100); ++round) {
+        const std::string output = pick({"DUMMY1", "DUMMY2"});
+        Change change = {"--output", output, "--off"};
+        if (random() % 4 != 0)
+            change = {"--output",
+                      output,
+                      "--mode",
+                      pick({"1024x768", "640x480"}),
+                      pick({"--right-of", "--below", "--same-as"}),
+                      "DUMMY0"};
+        desktop.server->xrandr(change);
+        ASSERT_TRUE(await([&] {
+            return isDarkEverywhere(desktop) &&
+                   agent.visibleCovers().size() == agent.buttons().size();
+        })) << "change "
+            << round << " to " << output;
+    }
+    EXPECT_EQ(agent.process().errors(), "");
 }
 
 TEST(Outputs, AreCoveredAgainWhenAllWereGone) {

@@ -81,6 +81,7 @@ Picture Screen::grabWithoutButtons(const Area& area) const {
 }
 
 std::vector<Area> Screen::monitors() const {
+    if (!xcb_get_extension_data(m_client, &xcb_randr_id)->present) return {bounds()};
     const auto reply = m_client.ask(xcb_randr_get_monitors_reply,
                                     xcb_randr_get_monitors(m_client, m_client.root(), 1));
     std::vector<Area> result;
