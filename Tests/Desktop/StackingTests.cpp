@@ -170,9 +170,33 @@ TEST(Stacking, AnotherProgramThatRedirectsAllWindowsUncoversNothing) {
             xcb_composite_query_version(foe, 0, 4);
             xcb_composite_redirect_subwindows(foe, foe.root(), mode);
             foe.settle();
+            window.paint(marker);
             EXPECT_TRUE(holdsFor(300ms, [&] { return !showsMarker(desktop); })) << mode;
         }
         EXPECT_TRUE(holdsFor(300ms, [&] { return !showsMarker(desktop); })) << mode << " has gone";
         EXPECT_TRUE(agent.isCovered()) << mode;
     }
+}
+
+TEST(Stacking, NoScreenSaverOfAnothersAndNoSleepOfTheMonitorsUncovers) {
+    Desktop desktop;
+    TestWindow window(desktop.display(), spot);
+    window.show();
+    Agent agent(desktop);
+    agent.cover();
+    const XClient client(desktop.display());
+    {
+        TestWindow saver(desktop.display(), desktop.screen.bounds());
+        saver.show();
+        saver.raise();
+        EXPECT_TRUE(await([&] { return !showsMarker(desktop); }));
+        expectNothingAbove(desktop, agent);
+    }
+    for (const uint8_t mode : {XCB_SCREEN_SAVER_ACTIVE, XCB_SCREEN_SAVER_RESET}) {
+        xcb_force_screen_saver(client, mode);
+        client.settle();
+        EXPECT_TRUE(holdsFor(100ms, [&] { return !showsMarker(desktop); })) << int{mode};
+    }
+    EXPECT_TRUE(await([&] { return agent.isCovered(); }));
+    expectNothingAbove(desktop, agent);
 }

@@ -81,7 +81,11 @@ Picture Screen::grabWithoutButtons(const Area& area) const {
 }
 
 std::vector<Area> Screen::monitors() const {
-    if (!xcb_get_extension_data(m_client, &xcb_randr_id)->present) return {bounds()};
+    const std::string extension = "RANDR";
+    const auto found = m_client.ask(
+        xcb_query_extension_reply,
+        xcb_query_extension(m_client, static_cast<uint16_t>(extension.size()), extension.c_str()));
+    if (!found->present) return {bounds()};
     const auto reply = m_client.ask(xcb_randr_get_monitors_reply,
                                     xcb_randr_get_monitors(m_client, m_client.root(), 1));
     std::vector<Area> result;
@@ -119,7 +123,7 @@ ScreenWindow Screen::describe(xcb_window_t window) const {
     const size_t end = names.find('\0');
     if (end == std::string::npos) return result;
     result.instance = names.substr(0, end);
-    result.className = names.substr(end + 1).c_str();
+    result.className = names.substr(end + 1, names.find('\0', end + 1) - end - 1);
     return result;
 }
 
