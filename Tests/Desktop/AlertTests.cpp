@@ -50,16 +50,7 @@ struct Alerts : testing::Test {
         ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
     }
 
-    /// The alert and the edition window, on the screen.
-    std::vector<ScreenWindow> panels() const {
-        auto windows = desktop.screen.windows();
-        std::erase_if(windows, [](const auto& window) {
-            return !window.viewable || !window.overrideRedirect ||
-                   window.className != "nimbrel-lite" || window.instance == "menu" ||
-                   window.instance == "tip" || window.instance.find(':') != std::string::npos;
-        });
-        return windows;
-    }
+    std::vector<ScreenWindow> panels() const { return agent->panels(); }
     bool isOnTop() const {
         const auto open = panels();
         return !open.empty() && desktop.screen.windows().back().number == open.back().number;

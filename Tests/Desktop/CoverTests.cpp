@@ -115,22 +115,3 @@ TEST(Cover, FollowsEveryOneOfThreeQuickClicks) {
     EXPECT_TRUE(await([&] { return agent.isCovered(); }));
     EXPECT_TRUE(holdsFor(500ms, [&] { return agent.isCovered(); }));
 }
-
-TEST(Cover, TakesNothingMoreFromTheServerHoweverOftenItIsToggled) {
-    Desktop desktop;
-    Agent agent(desktop);
-    const auto toggleTimes = [&](int times) {
-        for (int i = 0; i < times; ++i) {
-            agent.cover();
-            agent.uncover();
-        }
-    };
-
-    toggleTimes(5);
-    const size_t before = desktop.screen.pixmaps();
-    toggleTimes(30);
-
-    EXPECT_TRUE(await([&] { return desktop.screen.pixmaps() <= before; }))
-        << before << " pixmaps have become " << desktop.screen.pixmaps();
-    EXPECT_EQ(agent.covers().size(), desktop.screen.monitors().size());
-}

@@ -95,6 +95,16 @@ std::vector<ScreenWindow> Agent::menus() const {
     return windows;
 }
 
+std::vector<ScreenWindow> Agent::panels() const {
+    std::vector<ScreenWindow> windows = m_desktop.screen.windows();
+    std::erase_if(windows, [](const ScreenWindow& window) {
+        return !window.viewable || !window.overrideRedirect || window.className != "nimbrel-lite" ||
+               window.instance == "menu" || window.instance == "tip" ||
+               window.instance.find(':') != std::string::npos;
+    });
+    return windows;
+}
+
 bool Agent::isCovered() const {
     std::vector<Area> areas;
     for (const ScreenWindow& window : visibleCovers())

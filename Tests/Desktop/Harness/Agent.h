@@ -26,6 +26,9 @@ public:
 
     std::vector<ScreenWindow> menus() const; ///< On the screen, a menu below its submenus.
 
+    /// An alert, the About panel and the edition window, on the screen.
+    std::vector<ScreenWindow> panels() const;
+
     /// True when each monitor has one visible cover of just its size, and there is no other.
     bool isCovered() const;
 

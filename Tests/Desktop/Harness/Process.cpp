@@ -3,6 +3,7 @@
 #include "Harness/Await.h"
 
 #include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
@@ -104,12 +105,16 @@ double Process::processorTime() const {
     return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
-long Process::sleeps() const {
+long Process::fromStatus(const std::string& name) const {
     std::ifstream file("/proc/" + std::to_string(m_pid) + "/status");
     for (std::string line; std::getline(file, line);)
-        if (line.starts_with("voluntary_ctxt_switches:"))
-            return std::stol(line.substr(line.find(':') + 1));
+        if (line.starts_with(name)) return std::stol(line.substr(name.size()));
     return 0;
+}
+
+size_t Process::openFiles() const {
+    const std::filesystem::directory_iterator files("/proc/" + std::to_string(m_pid) + "/fd");
+    return static_cast<size_t>(std::distance(begin(files), end(files)));
 }
 
 } // namespace Harness

@@ -39,9 +39,15 @@ public:
     double processorTime() const;
 
     /// How often it has gone to sleep so far, and so been woken.
-    long sleeps() const;
+    long sleeps() const { return fromStatus("voluntary_ctxt_switches:"); }
+
+    size_t openFiles() const;
+    long threads() const { return fromStatus("Threads:"); }
+    long memory() const { return fromStatus("VmRSS:"); } ///< In KiB, what of it is in use.
 
 private:
+    long fromStatus(const std::string& name) const;
+
     pid_t m_pid = 0;
     int m_output = -1;
     int m_errors = -1;

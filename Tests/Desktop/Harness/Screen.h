@@ -3,8 +3,11 @@
 #include "Harness/Picture.h"
 #include "Harness/XClient.h"
 
+#include <map>
 #include <string>
 #include <vector>
+
+#include <sys/types.h>
 
 namespace Harness {
 
@@ -40,8 +43,11 @@ public:
 
     /// How many pixmaps all clients of the server hold together.
     size_t pixmaps() const;
+    /// How many of each kind of thing all connections of one process hold.
+    std::map<std::string, size_t> holdingsOf(pid_t process) const;
 
 private:
+    std::map<xcb_atom_t, size_t> heldBy(uint32_t client) const;
     ScreenWindow describe(xcb_window_t window) const;
 
     XClient m_client;

@@ -21,6 +21,12 @@ xcb_atom_t XClient::atom(const std::string& name) const {
     return ask(xcb_intern_atom_reply, xcb_intern_atom(m_connection, 0, length, name.c_str()))->atom;
 }
 
+std::string XClient::nameOf(xcb_atom_t atom) const {
+    const auto name = ask(xcb_get_atom_name_reply, xcb_get_atom_name(m_connection, atom));
+    return {xcb_get_atom_name_name(name.get()),
+            static_cast<size_t>(xcb_get_atom_name_name_length(name.get()))};
+}
+
 void XClient::settle() const { ask(xcb_get_input_focus_reply, xcb_get_input_focus(m_connection)); }
 
 Received<xcb_generic_event_t> XClient::nextEvent() const {

@@ -25,6 +25,7 @@ public:
     const xcb_screen_t& screen() const { return *m_screen; }
     xcb_window_t root() const { return m_screen->root; }
     xcb_atom_t atom(const std::string& name) const;
+    std::string nameOf(xcb_atom_t atom) const;
 
     /// Waits until the server has carried out all that was sent so far.
     void settle() const;

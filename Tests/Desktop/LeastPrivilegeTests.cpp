@@ -1,0 +1,84 @@
+// What the program asks of the system while it is used: no network, and no file but its settings.
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/Keys.h"
+
+#include <QRegularExpression>
+
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+/// Puts itself before the program and notes its calls, and the kernel's answers.
+class Tracer {
+public:
+    explicit Tracer(const Folder& folder) : m_log(folder.path() / "calls") {
+        const auto script = folder.write(
+            "traced", "#!/bin/sh\nexec strace -D -f -qq -s 4096 -o '" + m_log.string() +
+                          "' -e trace=network,file -e status=successful '" +
+                          Agent::command().at(0) + "' \"$@\"\n");
+        std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+        ::setenv("NIMBREL_LITE", script.c_str(), true);
+    }
+    ~Tracer() { ::unsetenv("NIMBREL_LITE"); }
+
+    /// What the expression captures, of every call that has it.
+    std::vector<std::string> findings(const char* expression) const {
+        const QRegularExpression wanted(expression);
+        std::vector<std::string> found;
+        std::ifstream log(m_log);
+        for (std::string line; std::getline(log, line);)
+            if (const auto match = wanted.match(QString::fromStdString(line)); match.hasMatch())
+                found.push_back(match.captured(1).toStdString());
+        return found;
+    }
+
+private:
+    const std::filesystem::path m_log;
+};
+
+} // namespace
+
+TEST(LeastPrivilege, NothingIsSentAndOnlySettingsAreWritten) {
+    const Folder folder;
+    Desktop desktop;
+    const std::filesystem::path settings =
+        desktop.environment()["XDG_CONFIG_HOME"] + "/com.vardek.NimbrelLite.ini";
+    const Tracer tracer(folder);
+    {
+        Agent agent(desktop);
+        agent.cover();
+        ASSERT_TRUE(await([&] { return agent.buttons().size() == 2; }));
+        const Area button = agent.buttons().at(0).area;
+        desktop.input.move(button.x + 20, button.y + 20);
+        desktop.input.press(1);
+        for (const int step : {40, 80, 120})
+            desktop.input.move(button.x + 20, button.y + 20 - step);
+        desktop.input.release(1);
+        ASSERT_TRUE(await([&] { return std::filesystem::exists(settings); }));
+        desktop.input.click(3);
+        ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
+        for (const uint8_t key : {downKey, downKey, downKey, returnKey}) // The edition window.
+            desktop.input.strike(key);
+        ASSERT_TRUE(await([&] { return agent.menus().empty(); }));
+        agent.uncover();
+    }
+    const auto sockets = tracer.findings(R"(\bsocket\((\w+))");
+    EXPECT_GE(sockets.size(), 2U) << "the server and the bus";
+    for (const auto& family : sockets)
+        EXPECT_TRUE(family == "AF_UNIX" || family == "AF_LOCAL") << family;
+    EXPECT_EQ(tracer.findings(R"(\b((bind|listen|accept4?)\(.*))"), std::vector<std::string>());
+
+    const auto changes =
+        tracer.findings(R"re(\b((?:(?:open|openat|creat)\(.*O_(?:WRONLY|RDWR|CREAT))re"
+                        R"re(|rename|link|unlink|mkdir|symlink|truncate|chmod).*))re");
+    EXPECT_FALSE(changes.empty());
+    for (const auto& change : changes)
+        EXPECT_NE(change.find(settings.parent_path().string()), std::string::npos) << change;
+    const auto programs = tracer.findings(R"(\bexecve\((.*))");
+    EXPECT_EQ(programs.size(), 1U) << "itself, and no other";
+}

@@ -1,0 +1,93 @@
+// A program that runs for weeks takes no more of anything than on its first day.
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/Keys.h"
+#include "Harness/Soak.h"
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+struct LongLife : testing::Test {
+    /// Does it for a while, and then many times more.
+    void repeat(int times, const std::function<void()>& work) {
+        const auto workTimes = [&](int count) {
+            for (int i = 0; i < count && !HasFatalFailure(); ++i)
+                work();
+        };
+        workTimes(times / 10 + 5);
+        const auto before = holdings();
+        const long memory = agent.process().memory();
+        workTimes(times);
+        EXPECT_TRUE(await([&] { return exceeding(before).empty(); })) << exceeding(before);
+        const long more = agent.process().memory() - memory;
+        std::cout << times << " times: " << more << " of " << memory << " KiB more\n";
+#ifndef __SANITIZE_ADDRESS__ // which keeps what was freed
+        EXPECT_LT(more, memory / 20);
+#endif
+        EXPECT_EQ(agent.process().errors(), "");
+    }
+
+    std::map<std::string, size_t> holdings() {
+        auto held = desktop.screen.holdingsOf(agent.process().pid());
+        held["open files"] = agent.process().openFiles();
+        held["threads"] = static_cast<size_t>(agent.process().threads());
+        return held;
+    }
+
+    /// What it now holds more of than before, and how many.
+    std::string exceeding(const std::map<std::string, size_t>& before) {
+        std::string text;
+        for (const auto& [name, count] : holdings())
+            if (const auto former = before.find(name);
+                former == before.end() || count > former->second)
+                text += name + " " + std::to_string(count) + "\n";
+        return text;
+    }
+
+    void moveToButton() {
+        const Area button = agent.buttons().at(0).area;
+        desktop.input.move(button.x + button.width / 2, button.y + button.height / 2);
+    }
+
+    Desktop desktop;
+    Agent agent{desktop};
+};
+
+} // namespace
+
+TEST_F(LongLife, TogglesCostNothing) {
+    repeat(rounds(50, 10000), [this] {
+        agent.cover();
+        agent.uncover();
+    });
+}
+
+TEST_F(LongLife, MenusAndWindowsCostNothing) {
+    agent.cover();
+    repeat(rounds(15, 500), [this] {
+        moveToButton();
+        desktop.input.click(3);
+        ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
+        for (const uint8_t key : {downKey, downKey, downKey, returnKey}) // The edition window.
+            desktop.input.strike(key);
+        ASSERT_TRUE(await([&] {
+            const auto open = agent.panels();
+            return open.size() == 1 && desktop.screen.focus() == open[0].number;
+        }));
+        desktop.input.strike(escapeKey);
+        ASSERT_TRUE(await([&] { return agent.panels().empty(); }));
+    });
+}
+
+TEST_F(LongLife, ChangesOfTheMonitorsCostNothing) {
+    agent.cover();
+    repeat(rounds(15, 500), [this] {
+        desktop.server->xrandr({"--delmonitor", "B"});
+        ASSERT_TRUE(await([&] { return agent.buttons().size() == 1 && agent.isCovered(); }));
+        desktop.server->xrandr({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"});
+        ASSERT_TRUE(await([&] { return agent.buttons().size() == 2 && agent.isCovered(); }));
+    });
+}
