@@ -37,12 +37,14 @@ struct LongLife : testing::Test {
         return held;
     }
 
-    /// What it now holds more of than before, and how many.
+    /// What it now holds more of than before, and how many. A few are what the toolkit keeps for
+    /// the next time, such as cursors; a loss grows with every round.
     std::string exceeding(const std::map<std::string, size_t>& before) {
+        constexpr size_t few = 5;
         std::string text;
         for (const auto& [name, count] : holdings())
             if (const auto former = before.find(name);
-                former == before.end() || count > former->second)
+                count > (former == before.end() ? 0 : former->second) + few)
                 text += name + " " + std::to_string(count) + "\n";
         return text;
     }
@@ -67,7 +69,7 @@ TEST_F(LongLife, TogglesCostNothing) {
 
 TEST_F(LongLife, MenusAndWindowsCostNothing) {
     agent.cover();
-    repeat(rounds(15, 500), [this] {
+    repeat(rounds(15, 200), [this] {
         moveToButton();
         desktop.input.click(3);
         ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
@@ -84,7 +86,7 @@ TEST_F(LongLife, MenusAndWindowsCostNothing) {
 
 TEST_F(LongLife, ChangesOfTheMonitorsCostNothing) {
     agent.cover();
-    repeat(rounds(15, 500), [this] {
+    repeat(rounds(15, 200), [this] {
         desktop.server->xrandr({"--delmonitor", "B"});
         ASSERT_TRUE(await([&] { return agent.buttons().size() == 1 && agent.isCovered(); }));
         desktop.server->xrandr({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"});
