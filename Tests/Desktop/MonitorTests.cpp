@@ -165,11 +165,11 @@ TEST(Monitors, AreCoveredHoweverManyAndLarge) {
     size_t known = 0;
     for (const auto& [name, layout] : layouts) {
         for (; known > 0; --known)
-            desktop.server->xrandr({"--delmonitor", "M" + std::to_string(known - 1)});
+            desktop.server->xrandr({"--delmonitor", 'M' + std::to_string(known - 1)});
         for (const Area& area : layout) {
             std::ostringstream place;
             place << area.width << "/500x" << area.height << "/300+" << area.x << "+" << area.y;
-            desktop.server->xrandr({"--setmonitor", "M" + std::to_string(known), place.str(),
+            desktop.server->xrandr({"--setmonitor", 'M' + std::to_string(known), place.str(),
                                     known == 0 ? "screen" : "none"});
             ++known;
         }
