@@ -36,18 +36,6 @@ struct Accessibility : testing::Test {
         ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
     }
 
-    /// Opens the menu at a button, goes so many rows down, and chooses that one.
-    void choose(int row) {
-        const Area button = agent->buttons().at(0).area;
-        desktop.input.move(button.x + button.width / 2, button.y + button.height / 2);
-        desktop.input.click(3);
-        ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
-        for (int i = 0; i < row; ++i)
-            desktop.input.strike(downKey);
-        desktop.input.strike(returnKey);
-        ASSERT_TRUE(await([&] { return agent->menus().empty(); }));
-    }
-
     std::optional<Spoken> window(const std::string& name) const {
         const auto all = reader.windows();
         const auto found = std::ranges::find(all, name, &Spoken::name);
@@ -185,7 +173,7 @@ TEST_F(Accessibility, ReadsTheSettingsAndWorksThem) {
     const auto entry = std::filesystem::path(desktop.environment().at("XDG_CONFIG_HOME")) /
                        "autostart" / "com.vardek.NimbrelLite.desktop";
     ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(choose(settingsRow));
+    ASSERT_NO_FATAL_FAILURE(agent->choose(settingsRow));
     expectLines("General", general(ours));
     for (const bool on : {true, false}) {
         press("General", "Open at login");
@@ -215,13 +203,13 @@ TEST_F(Accessibility, ReadsThatAnotherProgramHasTheKey) {
                  XCB_GRAB_MODE_ASYNC);
     other.settle();
     ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(choose(settingsRow));
+    ASSERT_NO_FATAL_FAILURE(agent->choose(settingsRow));
     expectLines("General", general(taken));
 }
 
 TEST_F(Accessibility, ReadsTheWindowsAboveTheOthers) {
     ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(choose(buyRow));
+    ASSERT_NO_FATAL_FAILURE(agent->choose(buyRow));
     expectLines("Nimbrel SUMMIT", R"(frame "Nimbrel SUMMIT"
   label "Nimbrel SUMMIT"
   label ")" + everything + "\"\n  panel \"Scroll area\"\n" +
@@ -235,7 +223,7 @@ TEST_F(Accessibility, ReadsTheWindowsAboveTheOthers) {
     press("Nimbrel SUMMIT", "Not Now");
     EXPECT_TRUE(await([&] { return !window("Nimbrel SUMMIT"); }));
 
-    ASSERT_NO_FATAL_FAILURE(choose(aboutRow));
+    ASSERT_NO_FATAL_FAILURE(agent->choose(aboutRow));
     expectLines("About Nimbrel Lite", R"(frame "About Nimbrel Lite"
   graphic "Nimbrel Lite"
   label "Nimbrel Lite"
@@ -247,7 +235,7 @@ Free edition · Support VARDEK from the Nimbrel Lite menu"
 
 TEST_F(Accessibility, ReadsWhatAnAlertSays) {
     ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(choose(settingsRow));
+    ASSERT_NO_FATAL_FAILURE(agent->choose(settingsRow));
     ASSERT_TRUE(isOpen("General"));
     press("General", strength);
     const std::string message = "Blur strength up to 200% is part of Nimbrel SUMMIT";
@@ -269,7 +257,7 @@ TEST_F(Accessibility, ReadsWhatAnAlertSays) {
 
 TEST_F(Accessibility, TheKeyboardGoesThroughTheSettingsFromTopToBottom) {
     ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(choose(settingsRow));
+    ASSERT_NO_FATAL_FAILURE(agent->choose(settingsRow));
     ASSERT_TRUE(await([&] { return reader.focused() == "frame \"General\""; })) << reader.focused();
     expectRound({"page tab \"General\"", "push button \"Support VARDEK\"",
                  "push button \"Buy SUMMIT\"", "push button \"" + strength + '"',

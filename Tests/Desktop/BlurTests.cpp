@@ -1,6 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
-#include "Harness/TestWindow.h"
+#include "Harness/Paper.h"
 
 #include <cmath>
 #include <csignal>
@@ -119,10 +119,7 @@ INSTANTIATE_TEST_SUITE_P(Desktop, Blur, testing::Bool(), [](const auto& each) {
 
 TEST(BlurUnderChange, SurvivesACompositorThatComesAndGoes) {
     Desktop desktop;
-    TestWindow paper(desktop.display(), desktop.screen.bounds());
-    paper.paint(white);
-    paper.lower();
-    paper.show();
+    Paper paper(desktop);
     Agent agent(desktop);
     agent.cover();
     bool leaked = false;

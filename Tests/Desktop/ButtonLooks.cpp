@@ -50,12 +50,7 @@ TEST_P(ButtonLooks, AreTheOnesThatWereFoundGood) {
                 area.height + 2 * margin};
         area.width = std::min(area.width, desktop.screen.bounds().width - area.x);
         const std::string name = nameOf(GetParam()) + state;
-        std::string text;
-        EXPECT_TRUE(await([&] {
-            text = complaintAbout(desktop.screen.grab(area), name);
-            return text.empty();
-        })) << name
-            << ": " << text;
+        EXPECT_EQ(awaitLook(desktop.screen, area, name), "") << name;
     };
     expectLook("Awake");
     expectLook("Dim");

@@ -1,6 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
-#include "Harness/TestWindow.h"
+#include "Harness/Paper.h"
 
 #include <gtest/gtest.h>
 
@@ -29,10 +29,7 @@ TEST_P(CoverLayouts, EveryPixelOfEveryMonitorAndNoOther) {
         server->xrandr({"--setmonitor", std::to_string(number++), geometry, output});
     Desktop desktop(std::move(server));
     desktop.extra = GetParam().scale;
-    TestWindow paper(desktop.display(), desktop.screen.bounds());
-    paper.paint(white);
-    paper.lower();
-    paper.show();
+    Paper paper(desktop);
     Agent agent(desktop);
 
     agent.cover();

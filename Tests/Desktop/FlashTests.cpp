@@ -1,7 +1,7 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Paper.h"
 #include "Harness/Soak.h"
-#include "Harness/TestWindow.h"
 
 #include <atomic>
 #include <csignal>
@@ -33,10 +33,7 @@ Sight look(const Screen& screen, const Area& monitor) {
 
 TEST(Flash, NothingReadableOrBareEverShowsOnceAMonitorIsCovered) {
     Desktop desktop;
-    TestWindow paper(desktop.display(), desktop.screen.bounds());
-    paper.paint(white);
-    paper.lower();
-    paper.show();
+    Paper paper(desktop);
     Agent agent(desktop);
     const std::vector<Area> monitors = desktop.screen.monitors();
     size_t samples = 0;
@@ -82,10 +79,7 @@ TEST(Flash, ThePictureIsOfThisMomentAndNotOfTheLastTime) {
 
 TEST(Flash, NothingReadableShowsWhateverComesAndGoes) {
     Desktop desktop;
-    TestWindow paper(desktop.display(), desktop.screen.bounds());
-    paper.paint(white);
-    paper.lower();
-    paper.show();
+    Paper paper(desktop);
     Agent agent(desktop);
     agent.cover();
     std::mt19937 random(6);

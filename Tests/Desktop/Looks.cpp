@@ -1,5 +1,7 @@
 #include "Looks.h"
 
+#include "Harness/Await.h"
+
 #include <QDir>
 #include <QImage>
 
@@ -51,4 +53,13 @@ std::string complaintAbout(const Harness::Picture& picture, const std::string& n
     const QString found = QDir(FOUND_PICTURES).filePath(file);
     actual.save(found);
     return text + "; see " + found.toStdString();
+}
+
+std::string awaitLook(const Screen& screen, const Area& area, const std::string& name) {
+    std::string complaint;
+    await([&] {
+        complaint = complaintAbout(screen.grab(area), name);
+        return complaint.empty();
+    });
+    return complaint;
 }

@@ -45,15 +45,7 @@ struct Scheme : testing::Test {
         ASSERT_TRUE(
             await([&] { return agent->menus().empty() && windows().size() == windowsThen; }));
     }
-    std::vector<ScreenWindow> windows() const {
-        auto all = desktop.screen.windows();
-        std::erase_if(all, [](const auto& window) {
-            return !window.viewable || window.className != "nimbrel-lite" ||
-                   window.area.width < 200 || window.instance == "menu" ||
-                   window.instance.find(':') != std::string::npos;
-        });
-        return all;
-    }
+    std::vector<ScreenWindow> windows() const { return agent->windows(); }
 
     /// Empty once all that is seen of the area is as in the picture.
     std::string complaint(const Area& area, const std::string& name) const {

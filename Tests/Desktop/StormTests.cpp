@@ -1,7 +1,7 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Paper.h"
 #include "Harness/Soak.h"
-#include "Harness/TestWindow.h"
 
 #include <cmath>
 #include <random>
@@ -23,10 +23,7 @@ Area anywhere(std::mt19937& random) {
 
 TEST(Storm, WindowsThatDieUnderTheLiveBlurDoItNoHarm) {
     Desktop desktop;
-    TestWindow paper(desktop.display(), desktop.screen.bounds());
-    paper.paint(white);
-    paper.lower();
-    paper.show();
+    Paper paper(desktop);
     Agent agent(desktop);
     agent.cover();
     std::mt19937 random(1);

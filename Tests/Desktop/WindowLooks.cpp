@@ -56,24 +56,11 @@ struct WindowLooks : testing::TestWithParam<Look> {
     }
 
     /// The program's windows but for covers, buttons, menus and tips, the newest last.
-    std::vector<ScreenWindow> windows() const {
-        auto all = desktop.screen.windows();
-        std::erase_if(all, [](const auto& window) {
-            return !window.viewable || window.className != "nimbrel-lite" ||
-                   window.area.width < 200 || window.instance == "menu" ||
-                   window.instance.find(':') != std::string::npos;
-        });
-        return all;
-    }
+    std::vector<ScreenWindow> windows() const { return agent->windows(); }
 
     void expectLook(const Area& area, const std::string& what) const {
         const std::string name = nameOf(GetParam()) + what;
-        std::string text;
-        EXPECT_TRUE(await([&] {
-            text = complaintAbout(desktop.screen.grab(area), name);
-            return text.empty();
-        })) << name
-            << ": " << text;
+        EXPECT_EQ(awaitLook(desktop.screen, area, name), "") << name;
     }
     void expectWindow(const std::string& what, size_t count = 1) const {
         ASSERT_TRUE(await([&] { return agent->menus().empty() && windows().size() == count; }));

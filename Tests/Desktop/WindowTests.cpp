@@ -25,21 +25,10 @@ struct Windows : testing::Test {
         ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
     }
 
-    void choose(Row row) const {
-        const Area button = agent->buttons().at(0).area;
-        desktop.input.move(button.x + button.width / 2, button.y + button.height / 2);
-        desktop.input.click(3);
-        ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
-        for (int i = 0; i < row; ++i)
-            desktop.input.strike(downKey);
-        desktop.input.strike(returnKey);
-        ASSERT_TRUE(await([&] { return agent->menus().empty(); }));
-    }
-
     /// Chooses a row, and waits until its window has the keyboard; gives that window.
     xcb_window_t open(Row row) const {
         const xcb_window_t before = desktop.screen.focus();
-        choose(row);
+        agent->choose(row);
         EXPECT_TRUE(await([&] {
             const xcb_window_t now = desktop.screen.focus();
             return now > XCB_INPUT_FOCUS_POINTER_ROOT && now != before && area(now).width > 200;
@@ -157,11 +146,11 @@ TEST_F(Windows, SupportOpensItsPageWithoutAWord) {
     };
     desktop.extra["PATH"] = folder.path().string();
     ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(choose(support)); // Nothing here can open a page yet.
+    ASSERT_NO_FATAL_FAILURE(agent->choose(support)); // Nothing here can open a page yet.
     const auto program = folder.write("xdg-open", "#!/bin/sh\necho \"$@\" >> " + note.string() +
                                                       "\necho Noise >&2\n");
     std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-    ASSERT_NO_FATAL_FAILURE(choose(support));
+    ASSERT_NO_FATAL_FAILURE(agent->choose(support));
     EXPECT_TRUE(await([&] { return visited() == "https://vardek.example/support-vardek/\n"; }))
         << visited();
     EXPECT_EQ(agent->process().output(), "");

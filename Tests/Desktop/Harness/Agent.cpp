@@ -1,6 +1,7 @@
 #include "Harness/Agent.h"
 
 #include "Harness/Await.h"
+#include "Harness/Keys.h"
 
 #include <algorithm>
 #include <csignal>
@@ -95,6 +96,15 @@ std::vector<ScreenWindow> Agent::menus() const {
     return windows;
 }
 
+std::vector<ScreenWindow> Agent::windows() const {
+    auto all = m_desktop.screen.windows();
+    std::erase_if(all, [](const auto& window) {
+        return !window.viewable || window.className != "nimbrel-lite" || window.area.width < 200 ||
+               window.instance == "menu" || window.instance.find(':') != std::string::npos;
+    });
+    return all;
+}
+
 std::vector<ScreenWindow> Agent::panels() const {
     std::vector<ScreenWindow> windows = m_desktop.screen.windows();
     std::erase_if(windows, [](const ScreenWindow& window) {
@@ -103,6 +113,17 @@ std::vector<ScreenWindow> Agent::panels() const {
                window.instance.find(':') != std::string::npos;
     });
     return windows;
+}
+
+void Agent::choose(int row) const {
+    const Area button = buttons().at(0).area;
+    m_desktop.input.move(button.x + button.width / 2, button.y + button.height / 2);
+    m_desktop.input.click(3);
+    ASSERT_TRUE(await([this] { return menus().size() == 1; }));
+    for (int i = 0; i < row; ++i)
+        m_desktop.input.strike(downKey);
+    m_desktop.input.strike(returnKey);
+    ASSERT_TRUE(await([this] { return menus().empty(); }));
 }
 
 bool Agent::isCovered() const {

@@ -24,7 +24,13 @@ public:
 
     std::vector<ScreenWindow> buttons() const; ///< On the screen, from the left to the right.
 
+    /// Opens the menu at the first button, goes so many rows down, and chooses that one.
+    void choose(int row) const;
+
     std::vector<ScreenWindow> menus() const; ///< On the screen, a menu below its submenus.
+
+    /// Its windows but for covers, buttons, menus and tips, the newest last.
+    std::vector<ScreenWindow> windows() const;
 
     /// An alert, the About panel and the edition window, on the screen.
     std::vector<ScreenWindow> panels() const;
