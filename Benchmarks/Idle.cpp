@@ -15,7 +15,7 @@ using namespace Harness;
 
 namespace {
 
-constexpr auto settling = 1s;
+constexpr auto settling = 4s; ///< A round button begins to fade after 2.5 s.
 constexpr auto watching = 5s;
 
 void watch(Report& report, const std::string& state, pid_t program) {

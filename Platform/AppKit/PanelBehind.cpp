@@ -1,5 +1,6 @@
 #include "AppKit/PanelPicture+Private.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -17,27 +18,29 @@ struct Sample {
 /// So many say as much about a panel's inside as all of its rim.
 constexpr size_t enoughSamples = 160;
 
+/// What is estimated from afar is smooth: one estimate for so many pixels each way is enough.
+constexpr int coarseness = 4;
+
 /// The pixels just outside of the ink.
 std::vector<Sample> samplesAround(const QImage& picture, const Snapshot& surroundings) {
-    const auto isInk = [&](int x, int y) {
-        return picture.valid(x, y) && qAlpha(picture.pixel(x, y)) != 0;
-    };
-    const auto touchesInk = [&](int x, int y) {
-        for (int dy = -1; dy <= 1; ++dy)
-            for (int dx = -1; dx <= 1; ++dx)
-                if (isInk(x + dx, y + dy)) return true;
-        return false;
-    };
     const PixelRect& area = surroundings.area;
+    // What lies beyond the picture is clear in the copy, which has a pixel more on each side.
+    const QImage ink = picture.copy(area.x - 1, area.y - 1, area.width + 2, area.height + 2)
+                           .convertToFormat(QImage::Format_Alpha8);
+    const auto isNextToInk = [&](int row, int column) {
+        bool found = false;
+        for (int y = row; y < row + 3; ++y)
+            found |= std::any_of(ink.constScanLine(y) + column, ink.constScanLine(y) + column + 3,
+                                 [](uchar alpha) { return alpha != 0; });
+        return found && ink.constScanLine(row + 1)[column + 1] == 0;
+    };
     std::vector<Sample> samples;
     for (int row = 0; row < area.height; ++row)
-        for (int column = 0; column < area.width; ++column) {
-            const int x = area.x + column;
-            const int y = area.y + row;
-            if (isInk(x, y) || !touchesInk(x, y)) continue;
-            samples.push_back(
-                {x, y, surroundings.pixels[static_cast<size_t>(row * area.width + column)]});
-        }
+        for (int column = 0; column < area.width; ++column)
+            if (isNextToInk(row, column))
+                samples.push_back(
+                    {area.x + column, area.y + row,
+                     surroundings.pixels[static_cast<size_t>(row * area.width + column)]});
     return samples;
 }
 
@@ -56,8 +59,8 @@ QRgb estimateAt(int x, int y, const std::vector<Sample>& samples) {
     float blue = 0;
     float sum = 0;
     for (const Sample& sample : samples) {
-        const auto square =
-            static_cast<float>((x - sample.x) * (x - sample.x) + (y - sample.y) * (y - sample.y));
+        const auto square = static_cast<float>(
+            std::max(1, (x - sample.x) * (x - sample.x) + (y - sample.y) * (y - sample.y)));
         const float weight = 1 / (square * std::sqrt(square));
         red += weight * static_cast<float>(qRed(sample.colour));
         green += weight * static_cast<float>(qGreen(sample.colour));
@@ -73,10 +76,12 @@ QRgb estimateAt(int x, int y, const std::vector<Sample>& samples) {
 QImage estimateBehind(const QImage& picture, const Snapshot& surroundings) {
     const auto samples = thinned(samplesAround(picture, surroundings));
     if (samples.empty()) return {};
-    QImage behind(picture.size(), QImage::Format_RGB32);
-    behind.fill(Qt::black);
-    for (const PixelRect& run : inkOf(picture))
-        for (int x = run.x; x < run.x + run.width; ++x)
-            behind.setPixel(x, run.y, estimateAt(x, run.y, samples));
-    return behind;
+    QImage estimates((picture.width() + coarseness - 1) / coarseness,
+                     (picture.height() + coarseness - 1) / coarseness, QImage::Format_RGB32);
+    for (int y = 0; y < estimates.height(); ++y)
+        for (int x = 0; x < estimates.width(); ++x)
+            estimates.setPixel(x, y,
+                               estimateAt(x * coarseness + coarseness / 2,
+                                          y * coarseness + coarseness / 2, samples));
+    return estimates.scaled(picture.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
