@@ -27,17 +27,18 @@ std::vector<Sample> samplesAround(const QImage& picture, const Snapshot& surroun
     // What lies beyond the picture is clear in the copy, which has a pixel more on each side.
     const QImage ink = picture.copy(area.x - 1, area.y - 1, area.width + 2, area.height + 2)
                            .convertToFormat(QImage::Format_Alpha8);
-    const auto isNextToInk = [&](int row, int column) {
-        bool found = false;
+    const auto isInk = [bits = ink.constBits(), stride = ink.bytesPerLine()](int x, int y) {
+        return bits[y * stride + x] != 0;
+    };
+    const auto touchesInk = [&](int row, int column) {
         for (int y = row; y < row + 3; ++y)
-            found |= std::any_of(ink.constScanLine(y) + column, ink.constScanLine(y) + column + 3,
-                                 [](uchar alpha) { return alpha != 0; });
-        return found && ink.constScanLine(row + 1)[column + 1] == 0;
+            if (isInk(column, y) || isInk(column + 1, y) || isInk(column + 2, y)) return true;
+        return false;
     };
     std::vector<Sample> samples;
     for (int row = 0; row < area.height; ++row)
         for (int column = 0; column < area.width; ++column)
-            if (isNextToInk(row, column))
+            if (touchesInk(row, column) && !isInk(column + 1, row + 1))
                 samples.push_back(
                     {area.x + column, area.y + row,
                      surroundings.pixels[static_cast<size_t>(row * area.width + column)]});
