@@ -45,8 +45,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent*) override;
-    void moveEvent(QMoveEvent*) override { stayInPlace(); }
-    void resizeEvent(QResizeEvent*) override { stayInPlace(); }
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -58,8 +56,6 @@ private:
 
     explicit PanelWidget(NSWindow& window);
 
-    QRect place() const;
-    void stayInPlace();
     void draw();
     void setShapes();
     void lookBehind();

@@ -89,17 +89,11 @@ void PanelWidget::checkForm() {
     if (m_window && !m_pressed && !suits) onWrongForm();
 }
 
-QRect PanelWidget::place() const {
-    return rectOf(m_window->frame()).marginsAdded({m_margin, m_margin, m_margin, m_margin});
-}
-
-/// Only the window itself moves a panel: another program's hand is undone.
-void PanelWidget::stayInPlace() {
-    if (m_window && geometry() != place()) setGeometry(place());
-}
-
+/// The toolkit alone would take another program's move for the user's and drop its own move to the
+/// same place as one that is done.
 void PanelWidget::updateFrame() {
-    setGeometry(place());
+    const NSRect frame = CGRectInset(m_window->frame(), -m_margin, -m_margin);
+    if (!Session::current().place(winId(), frame)) setGeometry(rectOf(frame));
     if (!m_look.isActive()) m_look.start();
 }
 

@@ -153,6 +153,10 @@ public:
     /// Names the window for everyone who looks at the screen.
     virtual void setName(ToolkitWindow, const std::string&) {}
 
+    /// Keeps the window at this place and size, in points, whatever other programs do. False where
+    /// the toolkit itself has to put it there, which is so until the server has made the window.
+    virtual bool place(ToolkitWindow, const CGRect&) { return false; }
+
     enum class Region { Bounding, Input };
     /// Limits what of the window is seen, or what of it takes input, to the rectangles, in its
     /// own pixels.

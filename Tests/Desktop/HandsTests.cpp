@@ -224,13 +224,16 @@ TEST_P(TimedHands, WhatTheyDoToTheButtonsIsUndone) {
     };
     ASSERT_TRUE(await([&] { return look().size() == 2 && areOnTop(); }));
     const auto before = look();
+    const PlainSheet sheet(desktop.display(), {0, 0, 100, 100});
 
     for (const bool covered : {false, true}) {
         if (covered) agent.cover();
         for (const auto& [name, attack] : attacks) {
             if (std::string_view(name) == "see through") continue; // the key and the icon are left
             std::vector<double> times;
+            Harm plain(desktop, GetParam() ? 60ms : 10ms);
             for (int round = 0; round < rounds(2, 20); ++round) {
+                plain.suffer(attack, {sheet.window()}, 50, 50);
                 const XClient foe(desktop.display());
                 for (const ScreenWindow& button : agent.buttons())
                     attack(foe, button.number);
@@ -239,12 +242,13 @@ TEST_P(TimedHands, WhatTheyDoToTheButtonsIsUndone) {
                 ASSERT_TRUE(await([&] { return look() == before && areOnTop(); }, 3s))
                     << name << (covered ? ", covered" : "");
                 times.push_back(millisecondsSince(start));
-                // The toolkit takes a second move to one place, right after its own, for the first.
-                std::this_thread::sleep_for(20ms);
             }
             std::ranges::sort(times);
             std::cout << name << (covered ? ", covered" : "") << ": back after "
-                      << times[times.size() / 2] << " ms, at most " << times.back() << " ms\n";
+                      << times[times.size() / 2] << " ms, at most " << times.back()
+                      << " ms; a plain client needs " << plain.at(0.5) << " ms, at most "
+                      << plain.at(1) << " ms\n";
+            EXPECT_LE(times[times.size() / 2], 100 + 3 * plain.at(0.5)) << name;
         }
     }
 }

@@ -1,6 +1,7 @@
 #include "WindowServer/X11/X11Session.h"
 
 #include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/Placement.h"
 #include "WindowServer/X11/ToolkitWindows.h"
 #include "WindowServer/X11/X11Surface.h"
 
@@ -40,7 +41,11 @@ std::unique_ptr<X11Session> X11Session::connect() {
 X11Session::X11Session(std::unique_ptr<Connection> connection)
     : m_connection(std::move(connection)), m_monitors(*m_connection), m_stacking(*m_connection),
       m_tray(*m_connection), m_compositor(*m_connection), m_struts(*m_connection),
-      m_key(*m_connection), m_focus(*m_connection), m_shapes(*m_connection) {
+      m_key(*m_connection), m_focus(*m_connection),
+      m_guard(*m_connection, [this](const CGRect& frame) {
+          const Display* display = displayAt(frame);
+          return display ? pixelsOf(frame, *display) : PixelRect();
+      }) {
     for (QTimer* timer : {&m_commit, &m_frame, &m_displayRefresh}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
@@ -118,6 +123,7 @@ void X11Session::refreshDisplays() {
     m_displays = std::move(displays);
     for (X11Surface* surface : m_surfaces)
         surface->place();
+    m_guard.placeAgain();
     if (onDisplaysChanged) onDisplaysChanged();
 }
 
@@ -160,7 +166,7 @@ void X11Session::setLevel(ToolkitWindow window, int level) {
 
 void X11Session::dropLevel(ToolkitWindow window) {
     m_stacking.remove(static_cast<xcb_window_t>(window));
-    m_shapes.forget(window);
+    m_guard.forget(window);
     scheduleCommit();
 }
 
@@ -188,9 +194,15 @@ void X11Session::setName(ToolkitWindow window, const std::string& instance) {
     setToolkitName(*m_connection, window, instance);
 }
 
+bool X11Session::place(ToolkitWindow window, const CGRect& frame) {
+    const bool placed = m_guard.place(window, frame);
+    if (!placed) scheduleCommit();
+    return placed;
+}
+
 void X11Session::setShape(ToolkitWindow window, Region region,
                           const std::vector<PixelRect>& rectangles) {
-    m_shapes.set(window, region, rectangles);
+    m_guard.set(window, region, rectangles);
     scheduleCommit();
 }
 
@@ -271,18 +283,8 @@ void X11Session::handleToolkitWindow(int type, const xcb_generic_event_t& event)
         window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
     else if (type == XCB_REPARENT_NOTIFY)
         window = reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window;
-    else if (type == XCB_CONFIGURE_NOTIFY)
-        dropBorder(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
-    m_shapes.handle(event);
+    m_guard.handle(event);
     if (window != XCB_NONE && m_stacking.holds(window) && onWindowGone) onWindowGone(window);
-}
-
-/// The toolkit looks after the place and size of its windows, but knows no borders.
-void X11Session::dropBorder(const xcb_configure_notify_event_t& event) {
-    if (event.border_width == 0 || !m_stacking.holds(event.window)) return;
-    const uint32_t none = 0;
-    xcb_configure_window(m_connection->xcb(), event.window, XCB_CONFIG_WINDOW_BORDER_WIDTH, &none);
-    m_connection->flush();
 }
 
 void X11Session::commit() {
@@ -305,7 +307,7 @@ void X11Session::commit() {
         m_live.reset();
         m_frame.stop();
     }
-    m_shapes.watch();
+    m_guard.watch();
     m_connection->flush();
     if (std::exchange(m_covered, any) != any && onCovered) onCovered(any);
 }

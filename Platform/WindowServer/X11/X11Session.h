@@ -9,7 +9,7 @@
 #include "WindowServer/X11/Monitors.h"
 #include "WindowServer/X11/Stacking.h"
 #include "WindowServer/X11/Struts.h"
-#include "WindowServer/X11/ToolkitShapes.h"
+#include "WindowServer/X11/ToolkitGuard.h"
 #include "WindowServer/X11/TrayWatch.h"
 
 #include <QElapsedTimer>
@@ -43,6 +43,7 @@ public:
     void takeKeyboard(ToolkitWindow window) override;
     void giveKeyboardBack(ToolkitWindow window) override;
     void setName(ToolkitWindow window, const std::string& instance) override;
+    bool place(ToolkitWindow window, const CGRect& frame) override;
     void setShape(ToolkitWindow window, Region region,
                   const std::vector<PixelRect>& rectangles) override;
     void setShadowMargin(ToolkitWindow window, int margin) override;
@@ -68,7 +69,6 @@ private:
     void handle(const xcb_generic_event_t& event);
     void handleOwnWindow(int type, const xcb_generic_event_t& event);
     void handleToolkitWindow(int type, const xcb_generic_event_t& event);
-    void dropBorder(const xcb_configure_notify_event_t& event);
     std::vector<Display> readDisplays();
     void refreshDisplays();
     void watchDisplays();
@@ -94,7 +94,7 @@ private:
     Struts m_struts;
     KeyGrab m_key;
     KeyboardFocus m_focus;
-    ToolkitShapes m_shapes;
+    ToolkitGuard m_guard;
     std::vector<Display> m_displays;
     std::vector<X11Surface*> m_surfaces;
     std::unique_ptr<LiveBlur> m_live;

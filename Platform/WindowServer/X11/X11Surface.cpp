@@ -2,6 +2,7 @@
 
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/Placement.h"
 #include "WindowServer/X11/ScreenGrab.h"
 #include "WindowServer/X11/X11Session.h"
 
@@ -87,7 +88,7 @@ void X11Surface::replace() {
 /// What lies behind is bare meanwhile: a new picture of it, or even a look at the order of the
 /// windows, would take longer than what is at hand.
 void X11Surface::showAgain() {
-    configure();
+    configure(m_connection, m_window, m_pixels);
     setBackground(XCB_CW_BACK_PIXEL, m_backdrop ? m_backdrop->meanPixel() : plainPixel());
     m_session.exempt(*this);
     map();
@@ -120,16 +121,7 @@ void X11Surface::setFrame(const CGRect& frame) {
 void X11Surface::place() {
     const Display* display = m_session.displayAt(m_frame);
     if (!display) return;
-    const double top = display->frame.origin.y + display->frame.size.height;
-    const auto edge = [scale = display->scale](double points) {
-        return static_cast<int>(std::lround(points * scale));
-    };
-    const int left = edge(m_frame.origin.x - display->frame.origin.x);
-    const int right = edge(m_frame.origin.x + m_frame.size.width - display->frame.origin.x);
-    const int upper = edge(top - m_frame.origin.y - m_frame.size.height);
-    const int lower = edge(top - m_frame.origin.y);
-    const PixelRect pixels{display->pixels.x + left, display->pixels.y + upper, right - left,
-                           lower - upper};
+    const PixelRect pixels = pixelsOf(m_frame, *display);
     m_scale = display->scale;
     if (m_frame == display->frame) {
         m_name = display->name;
@@ -237,22 +229,12 @@ void X11Surface::refresh() {
     if (!isEmpty(area)) paint(area);
 }
 
-void X11Surface::configure() {
-    const uint32_t values[] = {static_cast<uint32_t>(m_pixels.x), static_cast<uint32_t>(m_pixels.y),
-                               static_cast<uint32_t>(m_pixels.width),
-                               static_cast<uint32_t>(m_pixels.height), 0};
-    xcb_configure_window(m_connection.xcb(), m_window,
-                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                             XCB_CONFIG_WINDOW_HEIGHT | XCB_CONFIG_WINDOW_BORDER_WIDTH,
-                         values);
-}
-
 void X11Surface::setBackground(uint32_t mask, uint32_t value) {
     xcb_change_window_attributes(m_connection.xcb(), m_window, mask, &value);
 }
 
 void X11Surface::show() {
-    configure();
+    configure(m_connection, m_window, m_pixels);
     if (m_session.isResting()) m_still = std::move(m_backdrop);
     if (!m_backdrop || m_awaitsSource) {
         showPlain();
@@ -309,7 +291,7 @@ void X11Surface::expose(const xcb_expose_event_t& event) {
 void X11Surface::restore(const xcb_configure_notify_event_t& event) {
     const PixelRect now{event.x, event.y, event.width, event.height};
     if (!m_mapped || (now == m_pixels && event.border_width == 0)) return;
-    configure();
+    configure(m_connection, m_window, m_pixels);
     m_connection.flush();
 }
 

@@ -78,7 +78,6 @@ private:
     void changed();
     void dropInput();
     void prepareStill(double deviation);
-    void configure();
     void setBackground(uint32_t mask, uint32_t value);
     uint32_t plainPixel() const;
     void map();

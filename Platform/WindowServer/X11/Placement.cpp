@@ -1,0 +1,29 @@
+#include "WindowServer/X11/Placement.h"
+
+#include "WindowServer/X11/Connection.h"
+
+#include <cmath>
+
+namespace WindowServer {
+
+PixelRect pixelsOf(const CGRect& frame, const Display& display) {
+    const auto pixels = [&display](double points) {
+        return static_cast<int>(std::lround(points * display.scale));
+    };
+    const CGRect& all = display.frame;
+    return {display.pixels.x + pixels(CGRectGetMinX(frame) - CGRectGetMinX(all)),
+            display.pixels.y + pixels(CGRectGetMaxY(all) - CGRectGetMaxY(frame)),
+            pixels(CGRectGetWidth(frame)), pixels(CGRectGetHeight(frame))};
+}
+
+void configure(Connection& connection, xcb_window_t window, const PixelRect& place) {
+    const uint32_t values[] = {static_cast<uint32_t>(place.x), static_cast<uint32_t>(place.y),
+                               static_cast<uint32_t>(place.width),
+                               static_cast<uint32_t>(place.height), 0};
+    xcb_configure_window(connection.xcb(), window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT | XCB_CONFIG_WINDOW_BORDER_WIDTH,
+                         values);
+}
+
+} // namespace WindowServer

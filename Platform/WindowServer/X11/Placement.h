@@ -1,0 +1,19 @@
+// Where windows stand on the screen.
+#pragma once
+
+#include "WindowServer/Session.h"
+
+#include <xcb/xcb.h>
+
+namespace WindowServer {
+
+class Connection;
+
+/// The frame, which is in points with y up, in the server's pixels with y down, as far as the
+/// display goes by its scale.
+PixelRect pixelsOf(const CGRect& frame, const Display& display);
+
+/// Sends the window there, without a border. It may be the toolkit's.
+void configure(Connection& connection, xcb_window_t window, const PixelRect& place);
+
+} // namespace WindowServer
