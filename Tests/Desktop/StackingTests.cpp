@@ -1,5 +1,6 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
 
 #include <algorithm>
@@ -176,6 +177,31 @@ TEST(Stacking, AnotherProgramThatRedirectsAllWindowsUncoversNothing) {
         EXPECT_TRUE(holdsFor(300ms, [&] { return !showsMarker(desktop); })) << mode << " has gone";
         EXPECT_TRUE(agent.isCovered()) << mode;
     }
+}
+
+TEST(Stacking, AnotherProgramThatKeepsACoverAloneFromTheScreenIsOutdone) {
+    Desktop desktop;
+    TestWindow window(desktop.display(), spot);
+    window.show();
+    Agent agent(desktop);
+    agent.cover();
+    window.paint(marker);
+    std::vector<double> times;
+    for (int round = 0; round < rounds(5, 50); ++round) {
+        const XClient foe(desktop.display());
+        xcb_composite_query_version(foe, 0, 4);
+        for (const ScreenWindow& cover : agent.visibleCovers())
+            xcb_composite_redirect_window(foe, cover.number, XCB_COMPOSITE_REDIRECT_MANUAL);
+        foe.settle();
+        const auto start = Clock::now();
+        ASSERT_TRUE(await([&] { return !showsMarker(desktop) && agent.isCovered(); })) << round;
+        times.push_back(millisecondsSince(start));
+    }
+    std::ranges::sort(times);
+    std::cout << "covered again after " << times[times.size() / 2] << " ms, at most "
+              << times.back() << " ms\n";
+    EXPECT_TRUE(holdsFor(100ms, [&] { return !showsMarker(desktop) && agent.isCovered(); }));
+    expectNothingAbove(desktop, agent);
 }
 
 TEST(Stacking, NoScreenSaverOfAnothersAndNoSleepOfTheMonitorsUncovers) {

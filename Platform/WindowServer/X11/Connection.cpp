@@ -73,6 +73,7 @@ void Connection::findExtensions() {
         xcb_render_query_version(m_xcb, 0, 11);
         findFormats();
     }
+    m_hasComposite = composite != nullptr;
     m_canBlurLive = composite && damage && xfixes && canScale() &&
                     formatOf(m_screen->root_visual) != 0 && hasPlainPixels();
 }

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include <xcb/shape.h>
+
 namespace WindowServer {
 
 PixelRect pixelsOf(const CGRect& frame, const Display& display) {
@@ -24,6 +26,13 @@ void configure(Connection& connection, xcb_window_t window, const PixelRect& pla
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
                              XCB_CONFIG_WINDOW_HEIGHT | XCB_CONFIG_WINDOW_BORDER_WIDTH,
                          values);
+}
+
+/// A region of no rectangles at all; no region would mean the whole window.
+void dropInput(Connection& connection, xcb_window_t window) {
+    if (!connection.hasShape()) return;
+    xcb_shape_rectangles(connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
+                         XCB_CLIP_ORDERING_UNSORTED, window, 0, 0, 0, nullptr);
 }
 
 } // namespace WindowServer

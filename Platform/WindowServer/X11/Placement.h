@@ -1,4 +1,4 @@
-// Where windows stand on the screen.
+// Where windows stand on the screen, and where they take no input.
 #pragma once
 
 #include "WindowServer/Session.h"
@@ -15,5 +15,8 @@ PixelRect pixelsOf(const CGRect& frame, const Display& display);
 
 /// Sends the window there, without a border. It may be the toolkit's.
 void configure(Connection& connection, xcb_window_t window, const PixelRect& place);
+
+/// Lets the mouse through to what lies behind, where the server has shapes.
+void dropInput(Connection& connection, xcb_window_t window);
 
 } // namespace WindowServer

@@ -135,16 +135,28 @@ std::unique_ptr<Surface> X11Session::makeSurface() {
 
 void X11Session::forget(X11Surface& surface) {
     std::erase(m_surfaces, &surface);
-    m_stacking.remove(surface.window());
+    unstack(surface);
     scheduleCommit();
 }
 
+void X11Session::stack(const X11Surface& surface) {
+    m_stacking.add(surface.sentinel(), surface.level());
+    m_stacking.add(surface.window(), surface.level());
+}
+
+void X11Session::unstack(const X11Surface& surface) {
+    m_stacking.remove(surface.sentinel());
+    m_stacking.remove(surface.window());
+}
+
 void X11Session::exempt(const X11Surface& surface) {
-    if (m_live && m_live->isFollowing()) m_live->exempt(surface.window());
+    if (!m_live || !m_live->isFollowing()) return;
+    m_live->exempt(surface.sentinel());
+    m_live->exempt(surface.window());
 }
 
 void X11Session::raise(const X11Surface& surface) {
-    m_stacking.add(surface.window(), surface.level());
+    stack(surface);
     m_stacking.restack();
 }
 
@@ -244,7 +256,8 @@ void X11Session::handle(const xcb_generic_event_t& event) {
 
 void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
     const auto surfaceOf = [this](xcb_window_t window) -> X11Surface* {
-        const auto found = std::ranges::find(m_surfaces, window, &X11Surface::window);
+        const auto found = std::ranges::find_if(
+            m_surfaces, [window](const X11Surface* each) { return each->owns(window); });
         return found == m_surfaces.end() ? nullptr : *found;
     };
     if (type == XCB_EXPOSE) {
@@ -254,7 +267,13 @@ void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
         const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
         // All that the server tells of monitors that a user draws up.
         if (notify.window == m_connection->root()) m_displayRefresh.start(0);
-        if (auto* surface = surfaceOf(notify.window)) surface->restore(notify);
+        auto* surface = surfaceOf(notify.window);
+        if (surface && notify.window == surface->window()) surface->restore(notify);
+    } else if (type == XCB_VISIBILITY_NOTIFY) {
+        const auto& notify = reinterpret_cast<const xcb_visibility_notify_event_t&>(event);
+        auto* surface = surfaceOf(notify.window);
+        if (surface && notify.state != XCB_VISIBILITY_FULLY_OBSCURED && !isComposited())
+            surface->sentinelSeen();
     } else if (type == XCB_UNMAP_NOTIFY) {
         const auto& notify = reinterpret_cast<const xcb_unmap_notify_event_t&>(event);
         if (auto* surface = surfaceOf(notify.window)) surface->restore(notify);
@@ -323,7 +342,7 @@ void X11Session::setResting(bool rests) {
 void X11Session::hideUnwanted() {
     for (X11Surface* surface : m_surfaces) {
         if (surface->wantsToShow() || !surface->isMapped()) continue;
-        m_stacking.remove(surface->window());
+        unstack(*surface);
         surface->hide();
     }
     m_connection->flush();
@@ -332,7 +351,7 @@ void X11Session::hideUnwanted() {
 void X11Session::showAll(const std::vector<X11Surface*>& surfaces) {
     for (X11Surface* surface : surfaces) {
         surface->prepare();
-        m_stacking.add(surface->window(), surface->level());
+        stack(*surface);
     }
     captureSources(surfaces);
     if (m_live && !m_live->isFollowing()) followDesktop();
@@ -357,8 +376,10 @@ void X11Session::captureSources(const std::vector<X11Surface*>& surfaces) {
     const auto pending = m_live->request(behinds, areas);
     // The server redirects while this process blurs.
     if (!m_live->isFollowing()) m_live->hold();
-    for (X11Surface* surface : surfaces)
+    for (const X11Surface* surface : surfaces) {
+        m_live->exempt(surface->sentinel());
         m_live->exempt(surface->window());
+    }
     m_connection->flush();
     const auto received = m_live->receive(pending);
     for (X11Surface* surface : surfaces)
@@ -370,7 +391,7 @@ void X11Session::followDesktop() {
     m_live->follow([this](xcb_window_t window) {
         return m_stacking.holds(window) ||
                std::ranges::any_of(m_surfaces, [window](const X11Surface* surface) {
-                   return surface->window() == window;
+                   return surface->owns(window);
                });
     });
     m_sinceFrame.start();

@@ -72,6 +72,8 @@ private:
     std::vector<Display> readDisplays();
     void refreshDisplays();
     void watchDisplays();
+    void stack(const X11Surface& surface);
+    void unstack(const X11Surface& surface);
     void leaveScreen();
     void settle() const;
 

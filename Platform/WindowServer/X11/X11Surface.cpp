@@ -45,6 +45,7 @@ X11Surface::X11Surface(X11Session& session, Connection& connection)
 }
 
 void X11Surface::create() {
+    m_sentinel.emplace(m_connection);
     m_window = m_connection.newId();
     xcb_connection_t* const xcb = m_connection.xcb();
     const uint32_t values[] = {m_connection.screen().black_pixel, true,
@@ -80,7 +81,7 @@ void X11Surface::replace() {
     m_connection.excuseRefusals();
     writeTitle();
     writeName();
-    if (m_ignoresMouse) dropInput();
+    if (m_ignoresMouse) dropInput(m_connection, m_window);
     m_session.remember(*this);
     if (m_mapped) showAgain();
 }
@@ -89,6 +90,7 @@ void X11Surface::replace() {
 /// windows, would take longer than what is at hand.
 void X11Surface::showAgain() {
     configure(m_connection, m_window, m_pixels);
+    m_sentinel->place(m_pixels);
     setBackground(XCB_CW_BACK_PIXEL, m_backdrop ? m_backdrop->meanPixel() : plainPixel());
     m_session.exempt(*this);
     map();
@@ -140,14 +142,7 @@ void X11Surface::setLevel(int level) {
 
 void X11Surface::setIgnoresMouseEvents(bool ignores) {
     m_ignoresMouse = ignores;
-    if (ignores) dropInput();
-}
-
-/// A region of no rectangles at all; no region would mean the whole window.
-void X11Surface::dropInput() {
-    if (!m_connection.hasShape()) return;
-    xcb_shape_rectangles(m_connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
-                         XCB_CLIP_ORDERING_UNSORTED, m_window, 0, 0, 0, nullptr);
+    if (ignores) dropInput(m_connection, m_window);
 }
 
 void X11Surface::setAlpha(double alpha) {
@@ -235,6 +230,7 @@ void X11Surface::setBackground(uint32_t mask, uint32_t value) {
 
 void X11Surface::show() {
     configure(m_connection, m_window, m_pixels);
+    m_sentinel->place(m_pixels);
     if (m_session.isResting()) m_still = std::move(m_backdrop);
     if (!m_backdrop || m_awaitsSource) {
         showPlain();
@@ -264,6 +260,7 @@ void X11Surface::showPlain() {
 }
 
 void X11Surface::hide() {
+    m_sentinel->hide();
     m_stale = false;
     m_mapped = false;
     m_live = false;
@@ -275,6 +272,7 @@ void X11Surface::hide() {
 void X11Surface::map() {
     m_mapped = true;
     m_mappedAt = xcb_map_window(m_connection.xcb(), m_window).sequence;
+    m_sentinel->show();
 }
 
 void X11Surface::paintAll() {
@@ -295,6 +293,14 @@ void X11Surface::restore(const xcb_configure_notify_event_t& event) {
     m_connection.flush();
 }
 
+void X11Surface::sentinelSeen() {
+    if (!m_mapped) return;
+    if (isRedirected(m_connection, m_window))
+        replace();
+    else
+        m_sentinel->place(m_pixels); // Someone may have moved it.
+}
+
 void X11Surface::restore(const xcb_unmap_notify_event_t& event) {
     // Mapped again at once, it could stay off the screen for a compositor, which missed the moment.
     if (m_mapped && !isBefore(event, m_mappedAt)) replace();
@@ -305,7 +311,7 @@ void X11Surface::restore(const xcb_unmap_notify_event_t& event) {
 void X11Surface::restore(const xcb_shape_notify_event_t& event) {
     const bool isEmpty = event.shaped && event.extents_width == 0 && event.extents_height == 0;
     if (event.shape_kind == XCB_SHAPE_SK_INPUT) {
-        if (m_ignoresMouse && !isEmpty) dropInput();
+        if (m_ignoresMouse && !isEmpty) dropInput(m_connection, m_window);
     } else if (event.shaped) {
         xcb_shape_mask(m_connection.xcb(), XCB_SHAPE_SO_SET, event.shape_kind, m_window, 0, 0,
                        XCB_PIXMAP_NONE);

@@ -2,8 +2,10 @@
 
 #include "WindowServer/Session.h"
 #include "WindowServer/X11/Backdrop.h"
+#include "WindowServer/X11/Sentinel.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <xcb/shape.h>
@@ -34,6 +36,8 @@ public:
     void setRadius(int radius);
 
     xcb_window_t window() const { return m_window; }
+    xcb_window_t sentinel() const { return m_sentinel->window(); }
+    bool owns(xcb_window_t window) const { return window == m_window || window == sentinel(); }
     const PixelRect& pixels() const { return m_pixels; }
     int level() const { return m_level; }
     Backdrop* backdrop() const { return m_backdrop.get(); }
@@ -65,6 +69,8 @@ public:
     /// Makes the window anew and shows in it at once what the old one, which another program took
     /// away, showed.
     void replace();
+    /// What lies right under the window has come to light.
+    void sentinelSeen();
     /// Undoes what another program did to the window.
     void restore(const xcb_configure_notify_event_t& event);
     void restore(const xcb_unmap_notify_event_t& event);
@@ -76,7 +82,6 @@ private:
     void writeTitle();
     void writeName();
     void changed();
-    void dropInput();
     void prepareStill(double deviation);
     void setBackground(uint32_t mask, uint32_t value);
     uint32_t plainPixel() const;
@@ -87,6 +92,7 @@ private:
 
     X11Session& m_session;
     Connection& m_connection;
+    std::optional<Sentinel> m_sentinel;
     xcb_window_t m_window;
     std::string m_title;
     std::string m_name; ///< Of the output it covers; empty where it covers none.
