@@ -1,0 +1,67 @@
+// The split of a wide Gaussian, halved, blurred small and enlarged, against the Gaussian itself.
+#include "WindowServer/X11/GaussianBlur.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+using WindowServer::BlurPlan;
+using WindowServer::GaussianBlur;
+using WindowServer::SmallImage;
+
+namespace {
+
+/// A line of pixels, white up to the edge, as the split blurs it: a row, or a column.
+std::vector<double> blurredEdge(int length, int edge, double deviation, bool isColumn) {
+    const BlurPlan plan = BlurPlan::forDeviation(deviation);
+    const int factor = plan.factor();
+    const int cells = length / factor;
+    SmallImage image(isColumn ? 1 : cells, isColumn ? cells : 1);
+    for (int i = 0; i < edge; ++i)
+        image.values[i / factor * 4] += 255.0f / static_cast<float>(factor);
+    GaussianBlur(plan.deviation).apply(image);
+    std::vector<double> line;
+    for (int i = 0; i < length; ++i) {
+        const double at = std::clamp((i + 0.5) / factor - 0.5, 0.0, cells - 1.0);
+        const int before = std::min(static_cast<int>(at), cells - 2);
+        line.push_back(
+            std::lerp(image.values[before * 4], image.values[before * 4 + 4], at - before));
+    }
+    return line;
+}
+
+} // namespace
+
+TEST(GaussianBlur, SpreadsAnEdgeAsATrueGaussianDoes) {
+    for (const double deviation : {21.0, 84.0, 168.0})
+        for (const int edge : {1024, 1030}) // On the edge of a cell, and within one.
+            for (const bool isColumn : {false, true}) {
+                const auto line = blurredEdge(2048, edge, deviation, isColumn);
+                double worst = 0;
+                for (int i = 0; i < 2048; ++i) {
+                    const double deviations = (i + 0.5 - edge) / deviation;
+                    const double expected = 255 * std::erfc(deviations / std::numbers::sqrt2) / 2;
+                    worst = std::max(worst, std::abs(line[i] - expected));
+                }
+                EXPECT_LT(worst, 0.5) << deviation << (isColumn ? " down" : " across");
+            }
+}
+
+TEST(GaussianBlur, KeepsTheSmallDeviationBoundedAtEveryScale) {
+    for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        const BlurPlan plan = BlurPlan::forDeviation(84 * scale);
+        EXPECT_GE(plan.deviation, 4) << scale;
+        EXPECT_LT(plan.deviation, 9) << scale;
+    }
+}
+
+TEST(GaussianBlur, LeavesAPlainPictureAsItIs) {
+    SmallImage image(7, 3); // Smaller than the blur reaches.
+    std::ranges::fill(image.values, 93.0f);
+    GaussianBlur(5).apply(image);
+    for (const float value : image.values)
+        EXPECT_NEAR(value, 93, 0.01);
+}
