@@ -1,12 +1,11 @@
+#include "HostedButtons.h"
+
 #include "SwiftUI/HostView+Private.h"
 #include "SwiftUI/SwiftUI.h"
 
 #include <gmock/gmock.h>
 
-#include <QAbstractButton>
-#include <QAccessible>
 #include <QApplication>
-#include <QCheckBox>
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -15,7 +14,8 @@
 namespace {
 
 struct Switch : ObservableObject {
-    Published<bool> on{*this, false};
+    std::vector<bool> oldValues;
+    Published<bool> on{*this, false, [this](bool oldValue) { oldValues.push_back(oldValue); }};
 };
 
 /// More of it stands there while the switch is on.
@@ -30,13 +30,6 @@ struct Settings {
         return Form({Section({.header = "One"}, {Button("More", [] {}), toggle, rest, last})});
     }
 };
-
-QAbstractButton& buttonIn(const QWidget& host, const QString& name) {
-    for (auto* const button : host.findChildren<QAbstractButton*>())
-        if (QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name) == name)
-            return *button;
-    throw std::runtime_error("No button " + name.toStdString());
-}
 
 /// A host on the screen, with the keyboard.
 struct Shown {
@@ -106,18 +99,6 @@ TEST(SwiftUIControl, AContentShapeMakesTheEmptyMiddleCount) {
     EXPECT_EQ(presses, -1);
 }
 
-TEST(SwiftUIControl, AToggleAndItsBindingAgree) {
-    const auto object = std::make_shared<Switch>();
-    Shown shown(Settings{object});
-    QAbstractButton& toggle = buttonIn(shown.host, "Open");
-    EXPECT_FALSE(toggle.isChecked());
-    QTest::mouseClick(&toggle, Qt::LeftButton);
-    EXPECT_TRUE(object->on);
-    object->on = false;
-    QApplication::processEvents();
-    EXPECT_FALSE(toggle.isChecked());
-}
-
 TEST(SwiftUIControl, DrawnAnewItKeepsFocusAndScrollPosition) {
     const auto object = std::make_shared<Switch>();
     Shown shown(Settings{object});
@@ -129,6 +110,7 @@ TEST(SwiftUIControl, DrawnAnewItKeepsFocusAndScrollPosition) {
     EXPECT_EQ(focusedName(), "Open");
     EXPECT_TRUE(buttonIn(shown.host, "Open").isChecked());
     EXPECT_EQ(bar.value(), 30);
+    EXPECT_TRUE(object->on);
 
     // What has come stands where it belongs, for the Tab key too.
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ShiftModifier);
@@ -160,62 +142,15 @@ TEST(SwiftUIControl, AnActionMayReplaceItsOwnButton) {
     EXPECT_EQ(shown.host.findChild<QLabel*>()->text(), "Gone");
 }
 
-TEST(SwiftUIControl, AppearsWheneverItComesOnTheScreen) {
-    int appearances = 0;
-    HostView host(Text("Text").onAppear([&] { ++appearances; }).padding(4));
-    EXPECT_EQ(appearances, 0);
-    host.show();
-    EXPECT_EQ(appearances, 1);
-    host.hide();
-    host.show();
-    EXPECT_EQ(appearances, 2);
-}
-
-TEST(SwiftUIControl, FollowsThePalette) {
-    HostView host(Text("Text").foregroundStyle(HierarchicalShapeStyle::secondary));
-    host.show();
-    QPalette dark(QColor(50, 50, 50), QColor(30, 30, 30));
-    dark.setColor(QPalette::WindowText, Qt::white);
-    host.setPalette(dark);
-    QApplication::processEvents();
-    const auto& label = *host.findChild<QLabel*>();
-    const QColor color = label.palette().color(label.foregroundRole());
-    EXPECT_EQ(color.rgb(), QColor(Qt::white).rgb());
-    EXPECT_LT(color.alpha(), 255);
-}
-
-TEST(SwiftUIAccessibility, ReadsEachThingOnce) {
-    int presses = 0;
-    const View tag = HStack({Image({.systemName = "lock.fill"}), Text("TAG")})
-                         .accessibilityElement({.children = AccessibilityChildBehavior::ignore})
-                         .accessibilityLabel("Tagged");
-    const auto object = std::make_shared<Switch>();
-    const ObservedObject<Switch> observed(object);
-    Shown shown(
-        VStack({}, {tag,
-                    Button({.action = [&] { ++presses; }, .label = HStack({Text("Row"), tag})})
-                        .accessibilityHint("Explains."),
-                    Toggle("Fish & chips", {.isOn = observed.projectedValue(&Switch::on)})}));
-    QAccessibleInterface* const window = QAccessible::queryAccessibleInterface(&shown.host);
-    struct Reading {
-        QAccessible::Role role;
-        const char* name;
-        const char* description;
-    };
-    const std::vector<Reading> readings = {{QAccessible::StaticText, "Tagged", ""},
-                                           {QAccessible::Button, "Row, Tagged", "Explains."},
-                                           {QAccessible::CheckBox, "Fish & chips", ""}};
-    ASSERT_EQ(window->childCount(), static_cast<int>(readings.size()));
-    for (std::size_t i = 0; i < readings.size(); ++i) {
-        QAccessibleInterface* const child = window->child(static_cast<int>(i));
-        EXPECT_EQ(child->role(), readings[i].role);
-        EXPECT_EQ(child->text(QAccessible::Name), readings[i].name);
-        EXPECT_EQ(child->text(QAccessible::Description), readings[i].description);
-        EXPECT_EQ(child->childCount(), 0);
-    }
-    auto* const action = window->child(1)->actionInterface();
-    action->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(presses, 0) << "the asker would wait for all that follows";
-    QApplication::processEvents();
-    EXPECT_EQ(presses, 1);
+TEST(Published, AnnouncesBeforeItStores) {
+    Switch object;
+    std::vector<bool> seen;
+    auto subscription = object.objectWillChange.sink([&] { seen.push_back(object.on); });
+    object.on = true;
+    object.on = true;
+    EXPECT_EQ(seen, (std::vector{false, true}));
+    EXPECT_EQ(object.oldValues, (std::vector{false, true}));
+    subscription.reset();
+    object.on = false;
+    EXPECT_EQ(seen.size(), 2u);
 }

@@ -1,0 +1,109 @@
+// What the controls of the settings do, pressed where they are shown.
+
+#include "HostedButtons.h"
+
+#include "Cover.h"
+#include "GeneralSettings.h"
+#include "SettingsHeader.h"
+#include "SupportSettings.h"
+
+#include "ServiceManagement/SMAppService+Private.h"
+#include "SwiftUI/HostView+Private.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+void press(const View& view, const char* title) {
+    HostView host(view);
+    host.show();
+    buttonIn(host, title).click();
+}
+
+/// A browser that only notes where it was sent, the one that is found from here on.
+class Browser {
+public:
+    Browser() {
+        QFile program(m_folder.filePath("xdg-open"));
+        program.open(QFile::WriteOnly);
+        program.write("#!/bin/sh\necho \"$1\" > '" + m_note.toUtf8() + "'\n");
+        program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        qputenv("PATH", m_folder.path().toUtf8());
+    }
+    ~Browser() { qputenv("PATH", m_path); }
+
+    /// What it noted since the last call; empty while that is nothing.
+    std::string visited() const {
+        QFile file(m_note);
+        if (!file.open(QFile::ReadOnly)) return {};
+        const std::string text = file.readAll().toStdString();
+        if (text.ends_with('\n')) file.remove();
+        return text;
+    }
+
+private:
+    const QTemporaryDir m_folder;
+    const QString m_note = m_folder.filePath("visited");
+    const QByteArray m_path = qgetenv("PATH");
+};
+
+struct Enabled : SMAppService {
+    SMAppServiceStatus status() const override { return SMAppServiceStatusEnabled; }
+    bool registerAndReturnError(std::shared_ptr<NSError>&) override { return true; }
+    bool unregisterAndReturnError(std::shared_ptr<NSError>&) override { return true; }
+};
+
+} // namespace
+
+TEST(SettingsViews, ButtonsGoToTheirPages) {
+    const Browser browser;
+    const struct {
+        View view;
+        const char* title;
+        const char* page;
+    } buttons[] = {
+        {SettingsHeader(), "Support VARDEK", "https://vardek.example/support-vardek/\n"},
+        {SupportSettings(), "Support VARDEK…", "https://vardek.example/support-vardek/\n"},
+        {SupportSettings(), "Buy Nimbrel SUMMIT…", "https://vardek.example/buy/nimbrel/\n"},
+    };
+    for (const auto& [view, title, page] : buttons) {
+        press(view, title);
+        std::string visited;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return (visited = browser.visited()) == page; }))
+            << title << " " << visited;
+    }
+}
+
+TEST(SettingsViews, TheHeadersSecondButtonOpensTheEditionWindow) {
+    press(SettingsHeader(), "Buy SUMMIT");
+    QWidget* summit = nullptr;
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->windowTitle() == "Nimbrel SUMMIT") summit = window;
+    ASSERT_TRUE(summit);
+    summit->close();
+}
+
+TEST(SettingsViews, BlurNowCoversAndNeverUncovers) {
+    const GeneralSettings tab{.login = std::make_shared<LoginSwitch>()};
+    for (int i = 0; i < 2; ++i) {
+        press(tab, "Blur Every Screen Now");
+        EXPECT_TRUE(Cover::shared()->shown());
+    }
+    Cover::shared()->hide();
+}
+
+TEST(SettingsViews, TheSwitchFollowsTheSystemEachTimeItsTabAppears) {
+    HostView host(GeneralSettings{.login = std::make_shared<LoginSwitch>()});
+    for (const bool enabled : {false, true, false}) {
+        installMainAppService(enabled ? std::make_shared<Enabled>() : nullptr);
+        host.show();
+        QApplication::processEvents();
+        EXPECT_EQ(buttonIn(host, "Open at login").isChecked(), enabled);
+        host.hide();
+    }
+}
