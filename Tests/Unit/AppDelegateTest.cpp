@@ -9,15 +9,16 @@
 #include "ServiceManagement/SMAppService+Private.h"
 
 #include <QApplication>
-#include <QMenu>
-#include <QTimer>
 #include <QWidget>
 
 #include <algorithm>
 
-#include <csignal>
-
 namespace {
+
+void launch(NSApplicationDelegate& delegate) {
+    delegate.applicationDidFinishLaunching(
+        NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
+}
 
 class AppDelegateTest : public ScreensTest {
 protected:
@@ -28,23 +29,6 @@ protected:
     void TearDown() override {
         Cover::shared()->hide();
         ScreensTest::TearDown();
-    }
-
-    static void launch(NSApplicationDelegate& delegate) {
-        delegate.applicationDidFinishLaunching(
-            NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
-    }
-
-    NSStatusBarButton& button() {
-        return *itemsOf(NSStatusBar::systemStatusBar()).back()->button();
-    }
-
-    void expectIcon(const char* symbol, const char* description) {
-        const auto& image = button().image();
-        ASSERT_TRUE(image);
-        EXPECT_EQ(image->name(), symbol);
-        EXPECT_EQ(image->accessibilityDescription(), description);
-        EXPECT_TRUE(image->isTemplate());
     }
 
     std::shared_ptr<AppDelegate> delegate = std::make_shared<AppDelegate>();
@@ -92,71 +76,17 @@ struct FirstRunTest : ScreensTest {
 
     static void launchFrom(const std::string& executable) {
         installMainExecutable(executable);
-        std::make_shared<AppDelegate>()->applicationDidFinishLaunching(
-            NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
+        launch(*std::make_shared<AppDelegate>());
     }
 
     const std::shared_ptr<LoginService> service = std::make_shared<LoginService>();
 };
 
-/// Terminates the application in its first moment, by the way it is given.
-struct Leaver : NSApplicationDelegate {
-    explicit Leaver(std::function<void()> way) : leave(std::move(way)) {}
-    void applicationDidFinishLaunching(const NSNotification&) override { leave(); }
-    std::function<void()> leave;
-};
-
 } // namespace
-
-TEST_F(AppDelegateTest, LaunchesWithTheScreensCoveredByNothing) {
-    EXPECT_FALSE(Cover::shared()->shown());
-    EXPECT_EQ(screens().surfaces().size(), 2u);
-    expectIcon("eye.slash", "Blur every screen");
-    EXPECT_EQ(button().toolTip(),
-              "Nimbrel Lite: click to blur or show every screen, right-click for the menu");
-}
-
-TEST_F(AppDelegateTest, ALeftClickToggles) {
-    button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, 0));
-    EXPECT_TRUE(Cover::shared()->shown());
-    button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, 0));
-    EXPECT_FALSE(Cover::shared()->shown());
-}
 
 TEST_F(AppDelegateTest, AClickWithoutAnEventToggles) {
     delegate->statusClicked();
     EXPECT_TRUE(Cover::shared()->shown());
-}
-
-TEST_F(AppDelegateTest, ARightOrControlClickOpensTheMenuAndALeftOneTogglesAgain) {
-    const auto openedBy = [](const std::function<void()>& click) {
-        QString first;
-        QTimer::singleShot(0, [&first] {
-            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            if (!menu) return;
-            first = menu->actions().value(0)->text();
-            menu->close();
-        });
-        click();
-        return first.toStdString();
-    };
-    const auto rightClick = [this] { button().rightMouseUp(NSEvent(NSEventTypeRightMouseUp, 0)); };
-    const auto controlClick = [this] {
-        button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, NSEventModifierFlagControl));
-    };
-    EXPECT_EQ(openedBy(rightClick), "Blur Every Screen");
-    EXPECT_EQ(openedBy(controlClick), "Blur Every Screen");
-    EXPECT_FALSE(Cover::shared()->shown());
-    button().mouseUp(NSEvent(NSEventTypeLeftMouseUp, 0));
-    EXPECT_TRUE(Cover::shared()->shown());
-    EXPECT_EQ(openedBy(rightClick), "Show the Screens");
-}
-
-TEST_F(AppDelegateTest, TheIconFollowsEveryChangeOfTheCover) {
-    Cover::shared()->show();
-    expectIcon("eye", "Show the screens");
-    Cover::shared()->hide();
-    expectIcon("eye.slash", "Blur every screen");
 }
 
 TEST_F(AppDelegateTest, ADelegateThatIsGoneFollowsNothing) {
@@ -192,30 +122,6 @@ TEST_F(FirstRunTest, InstalledForGoodItStartsAtLoginAndShowsItsSettingsOnce) {
     launchFrom("/usr/bin/nimbrel-lite");
     EXPECT_EQ(service->registrations, 1);
     EXPECT_FALSE(settingsAreOpen());
-}
-
-TEST(NSApplication, KeepsItsActivationPolicy) {
-    NSApp->setActivationPolicy(NSApplicationActivationPolicyAccessory);
-    EXPECT_EQ(NSApp->activationPolicy(), 1);
-}
-
-TEST(NSApplication, RunsUntilItIsAskedToLeave) {
-    const std::function<void()> ways[] = {
-        [] { NSApp->terminate(nullptr); },
-        [] { std::raise(SIGTERM); },
-        [] { std::raise(SIGINT); },
-        [] { std::raise(SIGHUP); },
-    };
-    for (const auto& way : ways) {
-        int launches = 0;
-        const auto leaver = std::make_shared<Leaver>([&] {
-            ++launches;
-            way();
-        });
-        NSApp->setDelegate(leaver);
-        NSApp->run();
-        EXPECT_EQ(launches, 1);
-    }
 }
 
 TEST(CurrentEvent, GivesWayToTheOneBefore) {
