@@ -132,14 +132,6 @@ TEST_F(BubbleTest, StaysWhereItWasDroppedWithoutAHome) {
     }
 }
 
-TEST_F(BubbleTest, MovingOneMovesNoOther) {
-    const NSRect other = panel(9).frame();
-    drop({300, 400});
-    time.advance(1);
-    EXPECT_EQ(panel(9).frame(), other);
-    EXPECT_EQ(Prefs::shared().buttonSpot(9), (ButtonSpot{1.0, 0.62}));
-}
-
 TEST_F(BubbleTest, EveryScreenWithANumberHasOne) {
     auto displays = twoScreens();
     displays.push_back(display(0, CGRectMake(0, 1080, 800, 600)));
@@ -174,22 +166,12 @@ TEST_F(BubbleTest, AClickTogglesAndAllFollow) {
     for (const bool shown : {true, false}) {
         panel().button->onClick();
         EXPECT_EQ(Cover::shared()->shown(), shown);
-        for (const auto& [number, each] : panels())
+        for (const auto& [number, each] : panels()) {
             EXPECT_EQ(each->button->blurred(), shown);
+            EXPECT_EQ(each->button->accessibilityLabel(),
+                      shown ? "Show the screens" : "Blur every screen");
+        }
     }
-}
-
-TEST_F(BubbleTest, TheMenuIsMadeAnewForEachPopUp) {
-    EXPECT_TRUE(bubble->menu());
-    int menus = 0;
-    bubble->menu = [&]() -> std::shared_ptr<NSMenu> {
-        ++menus;
-        return nullptr;
-    };
-    const NSEvent event(NSEventTypeRightMouseDown, 0);
-    for (const auto& [number, each] : panels())
-        each->button->rightMouseDown(event);
-    EXPECT_EQ(menus, 2);
 }
 
 TEST_F(BubbleTest, CallbacksOutliveTheirOwner) {

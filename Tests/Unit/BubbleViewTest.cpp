@@ -14,9 +14,7 @@ protected:
         ScreensTest::SetUp();
         panel = std::make_shared<BubblePanel>(44.0, dimmed);
         button().onClick = [this] { heard += "click "; };
-        button().onMenu = [this](const NSEvent&, NSView& view) {
-            heard += &view == panel->contentView().get() ? "menu " : "another's menu ";
-        };
+        button().onMenu = [this](const NSEvent&, NSView&) { heard += "menu "; };
         button().onMoved = [this] { heard += "moved "; };
         panel->setFrameOrigin({100, 200});
     }
@@ -71,23 +69,15 @@ TEST_F(BubbleViewTest, ThreePointsAreAClickAndMoreADrag) {
     }
 }
 
-TEST_F(BubbleViewTest, ControlOrTheRightButtonAskForTheMenu) {
-    at({110, 210}, &BubbleView::mouseDown, NSEventModifierFlagControl);
-    EXPECT_EQ(heard, "menu ");
-    at({110, 210}, &BubbleView::mouseUp, NSEventModifierFlagControl);
-    EXPECT_EQ(heard, "menu ");
-    at({110, 210}, &BubbleView::rightMouseDown);
-    EXPECT_EQ(heard, "menu menu ");
-}
-
 TEST_F(BubbleViewTest, AControlClickLeavesADimButtonDim) {
     wait();
     at({110, 210}, &BubbleView::mouseDown, NSEventModifierFlagControl);
+    at({110, 210}, &BubbleView::mouseUp, NSEventModifierFlagControl);
     EXPECT_EQ(panel->alphaValue(), dimmed);
+    EXPECT_EQ(heard, "menu ");
 }
 
 TEST_F(BubbleViewTest, FadesWhenNothingHasHappenedForAWhile) {
-    EXPECT_EQ(panel->alphaValue(), 1.0);
     time.advance(2.49);
     EXPECT_EQ(panel->alphaValue(), 1.0);
     time.advance(0.16);
@@ -95,6 +85,15 @@ TEST_F(BubbleViewTest, FadesWhenNothingHasHappenedForAWhile) {
     time.advance(0.2);
     EXPECT_EQ(panel->alphaValue(), dimmed);
     EXPECT_EQ(time.pending(), 0);
+}
+
+TEST_F(BubbleViewTest, WokenInTheMiddleOfAFadeItStaysAwake) {
+    time.advance(2.6);
+    ASSERT_LT(panel->alphaValue(), 1.0);
+    at({110, 210}, &BubbleView::mouseEntered);
+    EXPECT_EQ(panel->alphaValue(), 1.0);
+    wait();
+    EXPECT_EQ(panel->alphaValue(), 1.0);
 }
 
 TEST_F(BubbleViewTest, EverythingWakesItAndWhatItIsDoneWithLetsItRest) {
@@ -132,15 +131,6 @@ TEST_F(BubbleViewTest, EverythingWakesItAndWhatItIsDoneWithLetsItRest) {
     }
 }
 
-TEST_F(BubbleViewTest, AwakeMeansAwakeInTheMiddleOfAFade) {
-    time.advance(2.6);
-    ASSERT_LT(panel->alphaValue(), 1.0);
-    at({110, 210}, &BubbleView::mouseEntered);
-    EXPECT_EQ(panel->alphaValue(), 1.0);
-    wait();
-    EXPECT_EQ(panel->alphaValue(), 1.0);
-}
-
 TEST_F(BubbleViewTest, TheCoverGoesOffUnderThePointer) {
     button().setBlurred(true);
     at({110, 210}, &BubbleView::mouseEntered);
@@ -157,44 +147,4 @@ TEST_F(BubbleViewTest, OneTimerAtMostAndNoneThatKeepsAPanel) {
     panel = nullptr;
     EXPECT_TRUE(view.expired());
     wait();
-}
-
-TEST_F(BubbleViewTest, WithoutAWindowItStillTellsClicksFromDrags) {
-    const auto view = std::make_shared<BubbleView>(CGRectMake(0, 0, 44, 44), dimmed);
-    int moves = 0;
-    view->onMoved = [&] { ++moves; };
-    const NSEvent event(NSEventTypeLeftMouseDown, 0);
-    for (const double x : {0.0, 10.0}) {
-        const CurrentEvent current(event, NSPoint{x, 0});
-        x == 0 ? view->mouseDown(event) : view->mouseDragged(event);
-    }
-    view->mouseUp(event);
-    wait();
-    EXPECT_EQ(moves, 1);
-}
-
-TEST_F(BubbleViewTest, SaysWhatAClickDoesNext) {
-    EXPECT_EQ(button().toolTip(), "Blur every screen (⌃⌥⌘N). Drag to move, right-click for more.");
-    EXPECT_EQ(button().accessibilityLabel(), "Blur every screen");
-    EXPECT_EQ(button().accessibilityRole(), NSAccessibilityButtonRole);
-    button().setBlurred(true);
-    EXPECT_EQ(button().toolTip(), "Show the screens (⌃⌥⌘N)");
-    EXPECT_EQ(button().accessibilityLabel(), "Show the screens");
-}
-
-TEST_F(BubbleViewTest, StandsInAPanelAboveTheCover) {
-    EXPECT_EQ(panel->title(), "Nimbrel Lite button");
-    EXPECT_EQ(panel->frame().size, (NSSize{44, 44}));
-    EXPECT_EQ(panel->level(), 1001);
-    EXPECT_EQ(panel->collectionBehavior(), 0x151u);
-    EXPECT_EQ(panel->animationBehavior(), 2);
-    EXPECT_EQ(panel->backgroundColor().CGColor(), CGColor{});
-    EXPECT_TRUE(panel->hasShadow());
-    EXPECT_FALSE(panel->isOpaque() || panel->hidesOnDeactivate() || panel->isMovable() ||
-                 panel->isReleasedWhenClosed() || panel->canBecomeKeyWindow() ||
-                 panel->canBecomeMainWindow() || panel->home);
-    EXPECT_FALSE(button().isFlipped());
-    EXPECT_TRUE(button().acceptsFirstMouse(std::nullopt));
-    ASSERT_EQ(button().trackingAreas().size(), 1u);
-    EXPECT_EQ(button().trackingAreas()[0]->options(), 0x281u);
 }
