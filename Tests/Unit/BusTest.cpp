@@ -1,8 +1,5 @@
 // The program on a session bus: other instances of it, and the desktop's settings.
-#include "Screens.h"
-
 #include "AppKit/AppKit.h"
-#include "Cover.h"
 
 #include <gmock/gmock.h>
 
@@ -18,8 +15,6 @@
 #include <QGuiApplication>
 #include <QMap>
 #include <QPalette>
-
-#include <cmath>
 
 namespace {
 
@@ -208,101 +203,31 @@ TEST(NSRunningApplication, GivesWayToANewerInstanceAlone) {
     runUntil([] { return older->asked["Terminate"] == 1; });
 }
 
-TEST(NSWorkspace, FollowsTheContrastOfTheDesktop) {
+TEST(PortalSetting, FollowsItsOwnKeyOfItsOwnGroup) {
     auto& workspace = NSWorkspace::sharedWorkspace();
     int changes = 0;
     workspace.notificationCenter().addObserverForName(
         NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, nullptr,
         NSOperationQueue::mainQueue(), [&](const NSNotification&) { ++changes; });
     const auto reduces = [&] { return workspace.accessibilityDisplayShouldReduceTransparency(); };
-    EXPECT_FALSE(reduces());
-
-    screens().setDisplays(twoScreens());
-    const auto cover = std::make_shared<Cover>();
-    cover->start();
-    cover->show();
-    const PostCounter posts(Cover::changed);
-    const auto looks = [](const CGColor& colour, int radius) {
-        for (const auto* surface : screens().surfaces())
-            EXPECT_TRUE(surface->look.overlay == colour && surface->radius == radius &&
-                        surface->alpha == 1 && !surface->look.material);
+    const auto isDark = [] {
+        return QGuiApplication::palette().color(QPalette::Window).lightness() < 64;
     };
-    const CGColor tint{0, 0, 0, 0.4};
-    const CGColor solid{14 / 255.0, 16 / 255.0, 21 / 255.0, 1};
-    looks(tint, 168);
+    EXPECT_TRUE(!reduces() && !isDark());
 
     Portal portal;
     portal.start();
-    runUntil([&] { return changes == 1; });
+    runUntil([&] { return changes == 1 && isDark(); });
     EXPECT_TRUE(reduces());
-    looks(solid, 1);
-    EXPECT_EQ(posts.count(), 0);
 
-    portal.tell("org.freedesktop.appearance", "color-scheme", 0);
     portal.tell("org.example", "contrast", 0);
     portal.tell("org.freedesktop.appearance", "contrast", 1);
+    portal.tell("org.freedesktop.appearance", "color-scheme", 2);
+    runUntil([&] { return !isDark(); });
+    EXPECT_TRUE(changes == 1 && reduces());
     portal.tell("org.freedesktop.appearance", "contrast", 0);
     runUntil([&] { return changes == 2; });
     EXPECT_FALSE(reduces());
-    looks(tint, 168);
-
-    cover->hide();
-    portal.tell("org.freedesktop.appearance", "contrast", 1);
-    runUntil(reduces);
-    for (const auto* surface : screens().surfaces())
-        EXPECT_EQ(surface->look, WindowServer::Look{});
-    cover->show();
-    looks(solid, 1);
-}
-
-namespace {
-
-/// From 1, the same, to 21, black on white.
-double contrastOf(const QColor& one, const QColor& other) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    const auto luminance = [&](const QColor& color) {
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
-    };
-    const auto [low, high] = std::minmax({luminance(one), luminance(other)});
-    return (high + 0.05) / (low + 0.05);
-}
-
-void expectLegibleText() {
-    const QPalette palette = QGuiApplication::palette();
-    for (const auto ground : {QPalette::Window, QPalette::Base, QPalette::ToolTipBase})
-        for (const auto text : {QPalette::WindowText, QPalette::Text, QPalette::PlaceholderText,
-                                QPalette::ToolTipText})
-            EXPECT_GE(contrastOf(palette.color(ground), palette.color(text)), 4.5)
-                << ground << " " << text;
-}
-
-} // namespace
-
-TEST(Appearance, IsDarkWhileTheDesktopPrefersThat) {
-    const auto lightnessOf = [](QPalette::ColorRole role) {
-        return QGuiApplication::palette().color(role).lightness();
-    };
-    const auto isDark = [&] {
-        return lightnessOf(QPalette::Window) < 64 && lightnessOf(QPalette::WindowText) > 192;
-    };
-    const auto isLight = [&] {
-        return lightnessOf(QPalette::Window) > 192 && lightnessOf(QPalette::WindowText) < 64;
-    };
-    EXPECT_TRUE(isLight());
-    Portal portal;
-    portal.start();
-    expectLegibleText();
-    runUntil(isDark);
-    expectLegibleText();
-    for (const uint scheme : {0u, 2u}) { // No preference, and one for light.
-        portal.tell("org.freedesktop.appearance", "color-scheme", scheme);
-        runUntil(isLight);
-        portal.tell("org.freedesktop.appearance", "color-scheme", 1);
-        runUntil(isDark);
-    }
 }
 
 int main(int argc, char** argv) {
