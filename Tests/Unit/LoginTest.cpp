@@ -4,9 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <utility>
 
@@ -100,19 +97,6 @@ TEST_F(LoginTest, AWriteAsksTheSystemWhereItChangesSomething) {
     }
 }
 
-TEST_F(LoginTest, ObserversHearOfAChangeBeforeItAndTheSystemAfterIt) {
-    LoginSwitch login;
-    std::string heard;
-    const auto subscription =
-        login.objectWillChange.sink([&] { heard += (login.on ? "on " : "off ") + service->calls; });
-    login.on = true;
-    EXPECT_EQ(heard, "off ");
-    EXPECT_EQ(service->taken(), "register ");
-    service->now = SMAppServiceStatusRequiresApproval;
-    login.refresh();
-    EXPECT_EQ(heard, "off on ");
-}
-
 TEST_F(LoginTest, ARefusedChangeStaysUntilTheNextRefresh) {
     LoginSwitch login;
     service->refuses = true;
@@ -122,31 +106,4 @@ TEST_F(LoginTest, ARefusedChangeStaysUntilTheNextRefresh) {
     EXPECT_EQ(log([&] { login.refresh(); }), line);
     EXPECT_FALSE(login.on);
     EXPECT_EQ(service->taken(), "unregister ");
-}
-
-TEST_F(LoginTest, AnItemThatAwaitsApprovalStaysOnUntilTheNextRefresh) {
-    service->now = service->afterRegister = SMAppServiceStatusRequiresApproval;
-    LoginSwitch login;
-    login.on = true;
-    EXPECT_EQ(service->taken(), "register ");
-    EXPECT_TRUE(login.on);
-    login.refresh();
-    EXPECT_FALSE(login.on);
-    EXPECT_EQ(service->taken(), "unregister ");
-}
-
-TEST(SMAppService, IsTheRunningProgramInTheUsersFolder) {
-    auto& service = SMAppService::mainAppService();
-    EXPECT_EQ(service.status(), SMAppServiceStatusNotRegistered);
-    LoginItem::set(true);
-    EXPECT_EQ(service.status(), SMAppServiceStatusEnabled);
-    const auto folder = std::filesystem::path(std::getenv("XDG_CONFIG_HOME")) / "autostart";
-    std::ifstream entry(folder / "com.vardek.NimbrelLite.desktop");
-    const std::string text(std::istreambuf_iterator<char>(entry), {});
-    const auto program = std::filesystem::read_symlink("/proc/self/exe").string();
-    EXPECT_NE(text.find("\nName=Nimbrel Lite\n"), text.npos);
-    EXPECT_NE(text.find("\nTryExec=" + program + "\n"), text.npos);
-    LoginItem::set(false);
-    EXPECT_EQ(service.status(), SMAppServiceStatusNotRegistered);
-    EXPECT_TRUE(std::filesystem::is_empty(folder));
 }
