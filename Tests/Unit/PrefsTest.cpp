@@ -49,21 +49,8 @@ TEST_F(PrefsTest, ACleanStoreGivesTheUsualSpotAndStaysClean) {
 
 TEST_F(PrefsTest, EverySpotComesBackAsItWasStored) {
     using Limits = std::numeric_limits<double>;
-    const double numbers[] = {0,
-                              -0.0,
-                              1,
-                              0.62,
-                              1.0 / 3,
-                              0.1 + 0.2,
-                              -7.25,
-                              1e22,
-                              Limits::max(),
-                              Limits::lowest(),
-                              Limits::min(),
-                              Limits::denorm_min(),
-                              Limits::infinity(),
-                              -Limits::infinity()};
-    for (const double number : numbers) {
+    for (const double number : {-0.0, 1.0 / 3, 0.1 + 0.2, -7.25, 1e22, Limits::max(),
+                                Limits::denorm_min(), -Limits::infinity()}) {
         prefs.setButtonSpot(7, number, 1 - number);
         EXPECT_EQ(prefs.buttonSpot(7), (ButtonSpot{number, 1 - number}));
     }
@@ -85,27 +72,10 @@ TEST_F(PrefsTest, EachScreenHasItsOwnSpot) {
 }
 
 TEST_F(PrefsTest, WhatIsUnusableGivesTheUsualSpot) {
-    const char* const values[] = {"",
-                                  ",",
-                                  "0.5",
-                                  "0.5,",
-                                  "0, 0.5, 1",
-                                  "left, 0.5",
-                                  "0, down",
-                                  "\"0, 0.5\"",
-                                  "\"0\", \"0.5\"",
-                                  "true, 0.5",
-                                  "0,5, 0,62",
-                                  "0x1, 0.5",
-                                  "0, ",
-                                  ", 0.5",
-                                  "0 0.5",
-                                  "true",
-                                  "1e999, 0.5",
-                                  "0, 0.5 metres",
-                                  "[0, 0.5]",
-                                  "@Variant(\\0\\0\\0\\t\\xff\\xff\\xff\\xff)",
-                                  "@Invalid()"};
+    const char* const values[] = {"",           ",",         "0.5",        "0.5,",
+                                  "0, 0.5, 1",  "left, 0.5", "\"0, 0.5\"", "true, 0.5",
+                                  "0,5, 0,62",  "0x1, 0.5",  "0, ",        "0 0.5",
+                                  "1e999, 0.5", "0, 0.5 m",  "[0, 0.5]",   "@Invalid()"};
     for (const char* const value : values) {
         write(QByteArray("[General]\nbuttonSpot.7=") + value + "\nbuttonSpot.8=0, 0.5\n");
         EXPECT_EQ(prefs.buttonSpot(7), usual) << value;
@@ -201,11 +171,4 @@ TEST_F(PrefsTest, WaitsForNothingAndTouchesNoOtherKindOfFile) {
     EXPECT_TRUE(QFileInfo(path).isSymLink());
     EXPECT_EQ(prefs.buttonSpot(7), (ButtonSpot{1, 0.5}));
     QFile::remove(path + ".real");
-}
-
-TEST_F(PrefsTest, ArraysOfAnyLengthKeepTheirLength) {
-    for (const std::vector<double>& numbers : {std::vector<double>{}, {0.5}, {1, 2}, {1, 2, 3}}) {
-        prefs.d.setObject(numbers, "numbers");
-        EXPECT_EQ(prefs.d.arrayForKey("numbers"), NSArray(numbers.begin(), numbers.end()));
-    }
 }
