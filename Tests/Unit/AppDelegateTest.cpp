@@ -1,3 +1,4 @@
+#include "FakeLoginService.h"
 #include "Screens.h"
 
 #include "AppDelegate.h"
@@ -6,7 +7,6 @@
 #include "Cover.h"
 #include "Foundation/NSBundle+Private.h"
 #include "Prefs.h"
-#include "ServiceManagement/SMAppService+Private.h"
 
 #include <QApplication>
 #include <QWidget>
@@ -32,18 +32,6 @@ protected:
     }
 
     std::shared_ptr<AppDelegate> delegate = std::make_shared<AppDelegate>();
-};
-
-/// Counts how often it is asked to register.
-struct LoginService : SMAppService {
-    SMAppServiceStatus status() const override { return SMAppServiceStatusNotRegistered; }
-    bool registerAndReturnError(std::shared_ptr<NSError>&) override {
-        ++registrations;
-        return true;
-    }
-    bool unregisterAndReturnError(std::shared_ptr<NSError>&) override { return true; }
-
-    int registrations = 0;
 };
 
 /// The program in a place that each test chooses, as if it had never been there before.
@@ -79,7 +67,7 @@ struct FirstRunTest : ScreensTest {
         launch(*std::make_shared<AppDelegate>());
     }
 
-    const std::shared_ptr<LoginService> service = std::make_shared<LoginService>();
+    const std::shared_ptr<FakeLoginService> service = std::make_shared<FakeLoginService>();
 };
 
 } // namespace
@@ -110,17 +98,17 @@ TEST_F(FirstRunTest, InstalledForGoodItStartsAtLoginAndShowsItsSettingsOnce) {
     // From elsewhere first: that uses nothing up.
     for (const char* elsewhere : {"/home/me/Applications/nimbrel-lite", "/home/me/usr/bin/n"}) {
         launchFrom(elsewhere);
-        EXPECT_EQ(service->registrations, 0) << elsewhere;
+        EXPECT_EQ(service->taken(), "") << elsewhere;
         EXPECT_FALSE(settingsAreOpen()) << elsewhere;
         EXPECT_FALSE(Prefs::shared().d.boolForKey("loginAsked")) << elsewhere;
     }
     launchFrom("/usr/bin/nimbrel-lite");
-    EXPECT_EQ(service->registrations, 1);
+    EXPECT_EQ(service->taken(), "register ");
     EXPECT_TRUE(settingsAreOpen());
     EXPECT_TRUE(Prefs::shared().d.boolForKey("loginAsked"));
     closeSettings();
     launchFrom("/usr/bin/nimbrel-lite");
-    EXPECT_EQ(service->registrations, 1);
+    EXPECT_EQ(service->taken(), "");
     EXPECT_FALSE(settingsAreOpen());
 }
 

@@ -1,15 +1,13 @@
 // The login item as it stands on the disk, in folders of the test's own.
 #include "FullDisk.h"
 #include "KilledWriter.h"
+#include "TextFile.h"
 
 #include "ServiceManagement/DesktopEntry+Private.h"
 #include "ServiceManagement/LoginEntry+Private.h"
 
 #include <gmock/gmock.h>
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -35,17 +33,6 @@ struct LoginEntryTest : testing::Test {
 
     static LoginEntry entryOf(const std::string& program) {
         return LoginEntry({"com.example.Program", "A Program", program});
-    }
-
-    static void write(const QString& path, const QByteArray& text) {
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    }
-    static QByteArray text(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
     }
 
     static std::string refused(LoginEntry& entry, bool registers) {
@@ -85,8 +72,8 @@ TEST_F(LoginEntryTest, IsThereFromRegisteringToUnregistering) {
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(registered(entry), "done");
         EXPECT_EQ(entry.status(), SMAppServiceStatusEnabled);
-        EXPECT_EQ(text(own), "[Desktop Entry]\nType=Application\nName=A Program\n"
-                             "Icon=com.example.Program\nExec=/bin/true\nTryExec=/bin/true\n");
+        EXPECT_EQ(textOf(own), "[Desktop Entry]\nType=Application\nName=A Program\n"
+                               "Icon=com.example.Program\nExec=/bin/true\nTryExec=/bin/true\n");
     }
     EXPECT_EQ(unregistered(entry), "done");
     EXPECT_EQ(entry.status(), SMAppServiceStatusNotRegistered);
@@ -123,44 +110,46 @@ TEST_F(LoginEntryTest, ItsStatusIsWhatADesktopMakesOfTheFile) {
         {"Type=Link\n", SMAppServiceStatusNotFound},
     };
     for (const auto& [lines, status] : cases) {
-        write(own, startsTrue + lines);
+        writeText(own, startsTrue + lines);
         EXPECT_EQ(entry.status(), status) << lines.toStdString();
         EXPECT_EQ(registered(entry), "done");
-        EXPECT_EQ(entry.status(), SMAppServiceStatusEnabled) << text(own).toStdString();
+        EXPECT_EQ(entry.status(), SMAppServiceStatusEnabled) << textOf(own).toStdString();
     }
     for (const char* const damaged : {"", "[Desktop", "Exec", "\xff\xfe\n\n"}) {
-        write(own, damaged);
+        writeText(own, damaged);
         EXPECT_EQ(entry.status(), SMAppServiceStatusNotFound) << damaged;
     }
     qunsetenv("XDG_CURRENT_DESKTOP");
-    write(own, startsTrue + "OnlyShowIn=GNOME;\n");
+    writeText(own, startsTrue + "OnlyShowIn=GNOME;\n");
     EXPECT_EQ(entry.status(), SMAppServiceStatusRequiresApproval);
 }
 
 TEST_F(LoginEntryTest, RegisteringKeepsWhatOthersWrote) {
-    write(own, "# Mine\n[Desktop Entry]\nName=Mine\nName[de]=Meins\nType=Application\n"
-               "Exec=/elsewhere\nHidden=true\nX-Delay=5\nOnlyShowIn=KDE;\nDBusActivatable=true\n"
-               "\n[Desktop Action A]\nExec=/a");
+    writeText(own,
+              "# Mine\n[Desktop Entry]\nName=Mine\nName[de]=Meins\nType=Application\n"
+              "Exec=/elsewhere\nHidden=true\nX-Delay=5\nOnlyShowIn=KDE;\nDBusActivatable=true\n"
+              "\n[Desktop Action A]\nExec=/a");
     EXPECT_EQ(registered(entry), "done");
-    EXPECT_EQ(text(own), "# Mine\n[Desktop Entry]\nName=Mine\nName[de]=Meins\nType=Application\n"
-                         "Exec=/bin/true\nX-Delay=5\nIcon=com.example.Program\nTryExec=/bin/true\n"
-                         "\n[Desktop Action A]\nExec=/a\n");
+    EXPECT_EQ(textOf(own),
+              "# Mine\n[Desktop Entry]\nName=Mine\nName[de]=Meins\nType=Application\n"
+              "Exec=/bin/true\nX-Delay=5\nIcon=com.example.Program\nTryExec=/bin/true\n"
+              "\n[Desktop Action A]\nExec=/a\n");
 }
 
 TEST_F(LoginEntryTest, TheSystemsEntryCountsUntilTheUserHasOne) {
     const QByteArray system = startsTrue + "X-System=1\n";
-    write(ofSystem, system);
+    writeText(ofSystem, system);
     EXPECT_EQ(entry.status(), SMAppServiceStatusEnabled);
     EXPECT_EQ(unregistered(entry), "done");
     EXPECT_EQ(entry.status(), SMAppServiceStatusRequiresApproval);
-    EXPECT_EQ(text(own), system + "Hidden=true\n");
+    EXPECT_EQ(textOf(own), system + "Hidden=true\n");
     EXPECT_EQ(registered(entry), "done");
-    EXPECT_EQ(text(own), system + "Icon=com.example.Program\nTryExec=/bin/true\n");
+    EXPECT_EQ(textOf(own), system + "Icon=com.example.Program\nTryExec=/bin/true\n");
     EXPECT_EQ(entry.status(), SMAppServiceStatusEnabled);
-    EXPECT_EQ(text(ofSystem), system);
+    EXPECT_EQ(textOf(ofSystem), system);
 
     QFile::remove(own);
-    write(ofSystem, startsTrue + "Hidden=true\n");
+    writeText(ofSystem, startsTrue + "Hidden=true\n");
     EXPECT_EQ(entry.status(), SMAppServiceStatusRequiresApproval);
     EXPECT_EQ(unregistered(entry), "done");
     EXPECT_FALSE(QFile::exists(own));
@@ -174,19 +163,19 @@ TEST_F(LoginEntryTest, NamesAnyProgramSoThatItStarts) {
         "ünïcode",   "%",         " inner blanks", "$(id)"};
     for (const std::string& name : names) {
         const std::string program = folder.path().toStdString() + "/" + name;
-        write(QString::fromStdString(program), "#!/bin/sh\n");
+        writeText(QString::fromStdString(program), "#!/bin/sh\n");
         QFile::setPermissions(QString::fromStdString(program),
                               QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
         auto its = entryOf(program);
         EXPECT_EQ(registered(its), "done");
-        EXPECT_EQ(its.status(), SMAppServiceStatusEnabled) << text(own).toStdString();
+        EXPECT_EQ(its.status(), SMAppServiceStatusEnabled) << textOf(own).toStdString();
         if (name.find_first_of("\t\n") == name.npos) {
             EXPECT_EQ(firstWordInShell(commandLineOf(program)).toStdString(), program + "|");
         }
 
         const QString validator = QStandardPaths::findExecutable("desktop-file-validate");
         if (!validator.isEmpty()) {
-            EXPECT_EQ(QProcess::execute(validator, {own}), 0) << text(own).toStdString();
+            EXPECT_EQ(QProcess::execute(validator, {own}), 0) << textOf(own).toStdString();
         }
         QFile::remove(QString::fromStdString(program));
         EXPECT_EQ(its.status(), SMAppServiceStatusNotFound);
@@ -216,10 +205,10 @@ TEST_F(LoginEntryTest, ARefusalLosesNothingAndTellsWhy) {
     const QString autostart = QFileInfo(own).path();
     const QString user = folder.path() + "/user";
 
-    write(user, "a file");
+    writeText(user, "a file");
     EXPECT_THAT(registered(entry), EndsWith(".desktop: Not a directory"));
     EXPECT_EQ(unregistered(entry), "done");
-    EXPECT_EQ(text(user), "a file");
+    EXPECT_EQ(textOf(user), "a file");
     QFile::remove(user);
 
     QDir().mkpath(own);
@@ -239,7 +228,7 @@ TEST_F(LoginEntryTest, ARefusalLosesNothingAndTellsWhy) {
     EXPECT_TRUE(QFileInfo(own).isSymLink());
     QFile::remove(own);
 
-    write(own, QByteArray(2 << 20, '#'));
+    writeText(own, QByteArray(2 << 20, '#'));
     EXPECT_THAT(registered(entry), EndsWith(".desktop: File too large"));
     EXPECT_EQ(QFileInfo(own).size(), 2 << 20);
 }
@@ -252,11 +241,11 @@ TEST_F(LoginEntryTest, ALinkStaysALink) {
     EXPECT_EQ(registered(entry), "done");
     EXPECT_TRUE(QFileInfo(own).isSymLink());
     EXPECT_EQ(entry.status(), SMAppServiceStatusEnabled);
-    const auto kept = text(target);
+    const auto kept = textOf(target);
     EXPECT_THAT(kept.toStdString(), HasSubstr("Exec=/bin/true\n"));
     EXPECT_EQ(unregistered(entry), "done");
     EXPECT_FALSE(QFileInfo(own).isSymLink());
-    EXPECT_EQ(text(target), kept);
+    EXPECT_EQ(textOf(target), kept);
 
     QFile::link(folder.path() + "/nowhere/at all", own);
     EXPECT_THAT(registered(entry), HasSubstr("No such file"));
@@ -264,26 +253,26 @@ TEST_F(LoginEntryTest, ALinkStaysALink) {
 }
 
 TEST_F(LoginEntryTest, AFullDiskLosesNothing) {
-    write(own, startsTrue + "Hidden=true\n");
+    writeText(own, startsTrue + "Hidden=true\n");
     const auto reason = [&] {
         const FullDisk full;
         return registered(entry);
     }();
     EXPECT_THAT(reason, EndsWith(".desktop: File too large"));
-    EXPECT_EQ(text(own), startsTrue + "Hidden=true\n");
+    EXPECT_EQ(textOf(own), startsTrue + "Hidden=true\n");
     EXPECT_EQ(entry.status(), SMAppServiceStatusRequiresApproval);
 }
 
 TEST_F(LoginEntryTest, AnEndInTheMiddleLeavesAWholeEntry) {
     auto other = entryOf("/bin/false");
     EXPECT_EQ(registered(other), "done");
-    const auto second = text(own);
+    const auto second = textOf(own);
     EXPECT_EQ(registered(entry), "done");
-    const auto first = text(own);
+    const auto first = textOf(own);
     killTheWriter(
         [&] {
             registered(other);
             registered(entry);
         },
-        [&] { EXPECT_THAT(text(own), testing::AnyOf(first, second)); });
+        [&] { EXPECT_THAT(textOf(own), testing::AnyOf(first, second)); });
 }

@@ -1,42 +1,13 @@
+#include "FakeLoginService.h"
+
 #include "LoginItem.h"
 #include "LoginSwitch.h"
-#include "ServiceManagement/SMAppService+Private.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <utility>
 
 namespace {
-
-/// Keeps what it is asked for, or refuses.
-struct Service : SMAppService {
-    SMAppServiceStatus status() const override { return now; }
-    bool registerAndReturnError(std::shared_ptr<NSError>& error) override {
-        calls += "register ";
-        return change(afterRegister, error);
-    }
-    bool unregisterAndReturnError(std::shared_ptr<NSError>& error) override {
-        calls += "unregister ";
-        return change(SMAppServiceStatusNotRegistered, error);
-    }
-
-    bool change(SMAppServiceStatus wanted, std::shared_ptr<NSError>& error) {
-        if (refuses)
-            error = std::make_shared<NSError>("Here", 7, "Not today");
-        else
-            now = wanted;
-        return !refuses;
-    }
-
-    /// What was asked since the last time.
-    std::string taken() { return std::exchange(calls, ""); }
-
-    SMAppServiceStatus now = SMAppServiceStatusNotRegistered;
-    SMAppServiceStatus afterRegister = SMAppServiceStatusEnabled;
-    bool refuses = false;
-    std::string calls;
-};
 
 struct LoginTest : testing::Test {
     void SetUp() override { installMainAppService(service); }
@@ -49,7 +20,7 @@ struct LoginTest : testing::Test {
         return testing::internal::GetCapturedStderr();
     }
 
-    const std::shared_ptr<Service> service = std::make_shared<Service>();
+    const std::shared_ptr<FakeLoginService> service = std::make_shared<FakeLoginService>();
 };
 
 const char* const line = "Nimbrel Lite: login item not changed: "

@@ -2,12 +2,7 @@
 
 #include "FullDisk.h"
 #include "KilledWriter.h"
-
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include "TextFile.h"
 
 #include <cmath>
 #include <limits>
@@ -23,16 +18,8 @@ struct PrefsTest : testing::Test {
     void SetUp() override { QFile::remove(path); }
     void TearDown() override { QFile::remove(path); }
 
-    void write(const QByteArray& text) const {
-        QFile::remove(path);
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    }
-    QByteArray text() const {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
+    void write(const QByteArray& text) const { writeText(path, text); }
+    QByteArray text() const { return textOf(path); }
 
     Prefs& prefs = Prefs::shared();
     const QString path = qEnvironmentVariable("XDG_CONFIG_HOME") + "/com.vardek.NimbrelLite.ini";

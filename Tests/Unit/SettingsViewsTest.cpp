@@ -1,5 +1,6 @@
 // What the controls of the settings do, pressed where they are shown.
 
+#include "FakeLoginService.h"
 #include "HostedButtons.h"
 
 #include "Cover.h"
@@ -7,7 +8,6 @@
 #include "SettingsHeader.h"
 #include "SupportSettings.h"
 
-#include "ServiceManagement/SMAppService+Private.h"
 #include "SwiftUI/HostView+Private.h"
 
 #include <QApplication>
@@ -52,12 +52,6 @@ private:
     const QByteArray m_path = qgetenv("PATH");
 };
 
-struct Enabled : SMAppService {
-    SMAppServiceStatus status() const override { return SMAppServiceStatusEnabled; }
-    bool registerAndReturnError(std::shared_ptr<NSError>&) override { return true; }
-    bool unregisterAndReturnError(std::shared_ptr<NSError>&) override { return true; }
-};
-
 } // namespace
 
 TEST(SettingsViews, ButtonsGoToTheirPages) {
@@ -71,11 +65,11 @@ TEST(SettingsViews, ButtonsGoToTheirPages) {
         {SupportSettings(), "Support VARDEK…", "https://vardek.example/support-vardek/\n"},
         {SupportSettings(), "Buy Nimbrel SUMMIT…", "https://vardek.example/buy/nimbrel/\n"},
     };
-    for (const auto& [view, title, page] : buttons) {
-        press(view, title);
-        std::string visited;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return (visited = browser.visited()) == page; }))
-            << title << " " << visited;
+    for (const auto& button : buttons) {
+        press(button.view, button.title);
+        std::string page;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return (page = browser.visited()) == button.page; }))
+            << button.title << " " << page;
     }
 }
 
@@ -98,12 +92,15 @@ TEST(SettingsViews, BlurNowCoversAndNeverUncovers) {
 }
 
 TEST(SettingsViews, TheSwitchFollowsTheSystemEachTimeItsTabAppears) {
+    const auto service = std::make_shared<FakeLoginService>();
+    installMainAppService(service);
     HostView host(GeneralSettings{.login = std::make_shared<LoginSwitch>()});
     for (const bool enabled : {false, true, false}) {
-        installMainAppService(enabled ? std::make_shared<Enabled>() : nullptr);
+        service->now = SMAppServiceStatus(enabled);
         host.show();
         QApplication::processEvents();
         EXPECT_EQ(buttonIn(host, "Open at login").isChecked(), enabled);
         host.hide();
     }
+    installMainAppService(nullptr);
 }
