@@ -1,5 +1,7 @@
 #include "AppKit/ControlStyle+Private.h"
 
+#include "AppKit/FocusRing+Private.h"
+
 #include <QPainter>
 #include <QStyleOptionButton>
 
@@ -7,8 +9,6 @@ namespace {
 
 // In points.
 constexpr double corner = 6;
-constexpr double ringWidth = 2;
-constexpr double ringMargin = 3; ///< Around every button, so that the ring finds room.
 constexpr int leastWidth = 84;
 constexpr int height = 26;
 constexpr int sidePadding = 14;
@@ -24,17 +24,9 @@ QColor fillOf(const QStyleOptionButton& button) {
     return button.state & QStyle::State_MouseOver ? fill.darker(105) : fill;
 }
 
-void drawRing(QPainter& painter, const QRectF& body, QColor color) {
-    constexpr double away = 1 + ringWidth / 2;
-    color.setAlphaF(0.75F);
-    painter.setPen(QPen(color, ringWidth));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(body.adjusted(-away, -away, away, away), corner + away, corner + away);
-}
-
 void drawBevel(QPainter& painter, const QStyleOptionButton& button) {
-    const QRectF body =
-        QRectF(button.rect).adjusted(ringMargin, ringMargin, -ringMargin, -ringMargin);
+    constexpr int ring = focusRingMargin;
+    const QRectF body = button.rect.adjusted(ring, ring, -ring, -ring);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(fillOf(button));
@@ -46,7 +38,7 @@ void drawBevel(QPainter& painter, const QStyleOptionButton& button) {
         painter.drawRoundedRect(body.adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
     }
     if (button.state & QStyle::State_HasFocus)
-        drawRing(painter, body, button.palette.color(QPalette::Highlight));
+        drawFocusRing(painter, body, corner, button.palette.color(QPalette::Highlight));
     painter.restore();
 }
 
@@ -69,7 +61,7 @@ int ControlStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
 QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                      const QSize& size, const QWidget* widget) const {
     if (type != CT_PushButton) return QProxyStyle::sizeFromContents(type, option, size, widget);
-    constexpr int margins = static_cast<int>(2 * ringMargin);
+    constexpr int margins = 2 * focusRingMargin;
     return QSize(size.width() + 2 * sidePadding, height).expandedTo({leastWidth, size.height()}) +
            QSize(margins, margins);
 }

@@ -1,6 +1,6 @@
 #include "SwiftUI/ButtonWidget+Private.h"
 
-#include "SwiftUI/FocusRing+Private.h"
+#include "AppKit/FocusRing+Private.h"
 
 namespace {
 

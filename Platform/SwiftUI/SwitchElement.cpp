@@ -1,4 +1,4 @@
-#include "SwiftUI/FocusRing+Private.h"
+#include "AppKit/FocusRing+Private.h"
 #include "SwiftUI/WidgetElement+Private.h"
 #include "SwiftUI/WidgetElements+Private.h"
 

@@ -1,10 +1,8 @@
-#include "SwiftUI/FocusRing+Private.h"
+#include "AppKit/FocusRing+Private.h"
 
-void drawFocusRing(QPainter& painter, const QRectF& control, double radius, const QColor& tint) {
+void drawFocusRing(QPainter& painter, const QRectF& control, double radius, const QColor& color) {
     constexpr double width = 2;
     constexpr double distance = 1 + width / 2;
-    QColor color = tint;
-    color.setAlphaF(0.75f);
     painter.setPen(QPen(color, width));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(control.adjusted(-distance, -distance, distance, distance),
