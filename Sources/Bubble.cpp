@@ -1,6 +1,7 @@
 #include "Bubble.h"
 
 #include "Cover.h"
+#include "NoDestructor.h"
 #include "Prefs.h"
 
 #include <algorithm>
@@ -25,9 +26,8 @@ void place(BubblePanel& panel, const NSScreen& screen) {
 } // namespace
 
 const std::shared_ptr<Bubble>& Bubble::shared() {
-    static const auto& bubble =
-        *new auto(std::make_shared<Bubble>()); // Kept until the process ends.
-    return bubble;
+    static NoDestructor bubble(std::make_shared<Bubble>());
+    return *bubble;
 }
 
 void Bubble::start() {

@@ -1,11 +1,11 @@
 #include "BubblePanel.h"
 
+#include "HotKey.h"
+
 #include <cmath>
 #include <string>
 
 namespace {
-
-const std::string shortcut = "⌃⌥⌘N";
 
 const NSColor& discColor(bool blurred) {
     static const NSColor dark = NSColor::colorWithSRGBRed(28 / 255.0, 32 / 255.0, 41 / 255.0, 0.9);
@@ -124,9 +124,9 @@ void BubbleView::dim() {
 }
 
 void BubbleView::describe() {
-    setToolTip(m_blurred
-                   ? "Show the screens (" + shortcut + ")"
-                   : "Blur every screen (" + shortcut + "). Drag to move, right-click for more.");
+    setToolTip(m_blurred ? "Show the screens (" + HotKey::keys + ")"
+                         : "Blur every screen (" + HotKey::keys +
+                               "). Drag to move, right-click for more.");
     setAccessibilityLabel(m_blurred ? "Show the screens" : "Blur every screen");
     setAccessibilityRole(NSAccessibilityButtonRole);
 }

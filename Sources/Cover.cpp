@@ -1,5 +1,6 @@
 #include "Cover.h"
 
+#include "NoDestructor.h"
 #include "WindowServerBlur.h"
 
 #include <set>
@@ -85,8 +86,8 @@ void CoverWindow::showFallback() {
 }
 
 const std::shared_ptr<Cover>& Cover::shared() {
-    static const auto& cover = *new auto(std::make_shared<Cover>()); // Kept until the process ends.
-    return cover;
+    static NoDestructor cover(std::make_shared<Cover>());
+    return *cover;
 }
 
 void Cover::start() {

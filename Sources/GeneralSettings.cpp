@@ -9,8 +9,6 @@
 
 namespace {
 
-const std::string shortcut = "⌃⌥⌘N";
-
 View footer(const std::string& text) {
     return Text::verbatim(text)
         .font(Font::caption)
@@ -27,7 +25,7 @@ View blurSection() {
     const View explanation = footer(
         "Every connected screen is blurred, menu bars and Dock included. Clicks, scrolling and "
         "typing still go to the app underneath. Click the floating button again, or press " +
-        shortcut +
+        HotKey::keys +
         ", to show the screens. With Reduce transparency on (System Settings › Accessibility › "
         "Display) the solid cover is used.");
     return Section(
@@ -61,7 +59,7 @@ View statusLine() {
 View keycap() {
     const Font font =
         Font::system({.size = 13, .weight = Font::Weight::medium, .design = Font::Design::rounded});
-    return Text::verbatim(shortcut)
+    return Text::verbatim(HotKey::keys)
         .font(font.monospacedDigit())
         .padding(Edge::Set::horizontal, 10)
         .padding(Edge::Set::vertical, 4)

@@ -20,9 +20,7 @@ void HotKey::register_() {
     EventHotKeyRef taken = nullptr;
     const OSStatus status = RegisterEventHotKey(kVK_ANSI_N, cmdKey | optionKey | controlKey,
                                                 toggleKey, GetApplicationEventTarget(), 0, &taken);
-    if (status != noErr || !taken) return;
-    ref = taken;
-    m_registered = true;
+    if (status == noErr) ref = taken;
 }
 
 OSStatus hotKeyPressed(EventHandlerCallRef, EventRef event, void*) {

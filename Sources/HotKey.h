@@ -3,18 +3,22 @@
 
 #include "Carbon/Carbon.h"
 
+#include <string>
+
 class HotKey {
 public:
+    /// The combination as it is shown to the user.
+    inline static const std::string keys = "⌃⌥⌘N";
+
     static HotKey& shared();
 
     /// Takes the combination, once. Where another program has it, nothing more is done.
     void register_(); // "register" is a word of the language.
 
     /// Whether the combination is ours.
-    bool registered() const { return m_registered; }
+    bool registered() const { return ref != nullptr; }
 
 private:
-    bool m_registered = false;
     EventHandlerRef handler = nullptr;
     EventHotKeyRef ref = nullptr;
 };

@@ -2,6 +2,7 @@
 
 #include "Levels.h"
 #include "Links.h"
+#include "NoDestructor.h"
 #include "SummitWindowView.h"
 
 #include "AppKit/AppKit.h"
@@ -13,11 +14,10 @@ namespace {
 
 constexpr NSSize summitSize = {500, 600};
 
-// None before the first `showSummit`. Kept until the process ends, so never destroyed.
-auto& window = *new std::shared_ptr<NSWindow>;
+NoDestructor<std::shared_ptr<NSWindow>> theWindow; ///< None before the first `showSummit`.
 
 void closeSummit() {
-    if (window) window->close();
+    if (*theWindow) (*theWindow)->close();
 }
 
 std::shared_ptr<NSWindow> makeSummit() {
@@ -96,6 +96,7 @@ void Locked::show(const LockedFeature& feature) {
 }
 
 void Locked::showSummit() {
+    auto& window = *theWindow;
     if (!window) window = makeSummit();
     NSApp->activateIgnoringOtherApps(true);
     window->makeKeyAndOrderFront(nullptr);

@@ -1,13 +1,14 @@
 #include "SettingsWindow.h"
 
+#include "NoDestructor.h"
 #include "SettingsWindowController.h"
 
 namespace {
-// None before the first `show`. Kept until the process ends, so never destroyed.
-auto& controller = *new std::shared_ptr<SettingsWindowController>;
+NoDestructor<std::shared_ptr<SettingsWindowController>> theController; ///< None before `show`.
 } // namespace
 
 void SettingsWindow::show() {
+    auto& controller = *theController;
     if (!controller) controller = std::make_shared<SettingsWindowController>();
     NSApp->activateIgnoringOtherApps(true);
     controller->showWindow(nullptr);

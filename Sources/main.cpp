@@ -1,17 +1,18 @@
 #include "AppDelegate.h"
+#include "NoDestructor.h"
 
 #include "AppKit/AppKit.h"
 
 #include <memory>
 
-// Made once and kept until the process ends, so never destroyed, whatever it is that ends it.
+// Set once.
 NSApplication* app = nullptr;
-auto& delegate = *new std::shared_ptr<AppDelegate>;
+NoDestructor<std::shared_ptr<AppDelegate>> delegate;
 
 int main() {
     app = &NSApplication::sharedApplication();
-    delegate = std::make_shared<AppDelegate>();
-    app->setDelegate(delegate);
+    *delegate = std::make_shared<AppDelegate>();
+    app->setDelegate(*delegate);
     app->setActivationPolicy(NSApplicationActivationPolicyAccessory);
     app->run();
     return 0;
