@@ -2,6 +2,7 @@
 
 #include "AppKit/NSColor.h"
 #include "AppKit/NSFont.h"
+#include "AppKit/NSGraphicsContext+Private.h"
 #include "AppKit/ProgramIcon+Private.h"
 #include "AppKit/ViewContent+Private.h"
 #include "Foundation/NSBundle.h"
@@ -32,12 +33,6 @@ QLabel* line(const QString& text, int pixels, QFont::Weight weight) {
     font.setWeight(weight);
     label->setFont(font);
     return label;
-}
-
-QColor colorFrom(const NSColor& color) {
-    const CGColor c = color.CGColor();
-    return QColor::fromRgbF(static_cast<float>(c.red), static_cast<float>(c.green),
-                            static_cast<float>(c.blue), static_cast<float>(c.alpha));
 }
 
 class AboutContent : public ViewContent {
@@ -82,7 +77,7 @@ private:
         }
         const auto color = attributes.find(NSForegroundColorAttributeName);
         if (color == attributes.end()) return;
-        const QColor ink = colorFrom(std::any_cast<NSColor>(color->second));
+        const QColor ink = colorFrom(std::any_cast<NSColor>(color->second).CGColor());
         if (m_credits->palette().color(QPalette::WindowText) == ink) return;
         QPalette palette = m_credits->palette();
         palette.setColor(QPalette::WindowText, ink);

@@ -2,14 +2,6 @@
 
 #include "AppKit/NSGraphicsContext+Private.h"
 
-namespace {
-
-QRectF rectFrom(const NSRect& rect) {
-    return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
-}
-
-} // namespace
-
 std::shared_ptr<NSBezierPath> NSBezierPath::bezierPathWithOvalInRect(const NSRect& rect) {
     return std::shared_ptr<NSBezierPath>(new NSBezierPath(rect));
 }

@@ -7,11 +7,6 @@
 
 namespace {
 
-QColor colorFrom(const CGColor& color) {
-    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                            static_cast<float>(color.blue), static_cast<float>(color.alpha));
-}
-
 // Contrasts of 5.9 to 1 and 7.6 to 1 with the windows' own light and dark.
 constexpr ::CGColor darkSecondary = {0, 0, 0, 0.6};
 constexpr ::CGColor lightSecondary = {1, 1, 1, 0.6};

@@ -8,7 +8,6 @@ void NSRectFillUsingOperation(const NSRect& rect, NSCompositingOperation) {
     QPainter& painter = context->painter();
     painter.save();
     painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
-    painter.fillRect(QRectF(rect.origin.x, rect.origin.y, rect.size.width, rect.size.height),
-                     context->fill);
+    painter.fillRect(rectFrom(rect), context->fill);
     painter.restore();
 }

@@ -1,7 +1,14 @@
 #pragma once
 
+#include "CoreGraphics/CGColor.h"
+#include "Foundation/NSGeometry.h"
+
 #include <QColor>
 #include <QPainter>
+
+QColor colorFrom(const CGColor& color);
+/// In the same coordinates.
+QRectF rectFrom(const NSRect& rect);
 
 /// Where `NSColor`, `NSBezierPath` and `NSImage` draw. Contexts stack: the newest one is current
 /// while it lives.

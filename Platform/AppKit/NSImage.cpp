@@ -19,10 +19,6 @@ bool isTextLight() {
     return QGuiApplication::palette().color(QPalette::WindowText).lightness() > 127;
 }
 
-QRectF rectFrom(const NSRect& rect) {
-    return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
-}
-
 /// The symbol as it is drawn, black on a white ground; as a template, the other way round where the
 /// text is light. What the tray is painted with is not known: the ground keeps it legible on all.
 QPixmap draw(const std::string& name, bool isTemplate, const QSize& size) {
@@ -43,20 +39,7 @@ public:
     explicit InkEngine(std::string name) : m_name(std::move(name)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
-        const double scale = painter->device()->devicePixelRatioF();
-        QImage ink((QSizeF(rect.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
-        ink.fill(Qt::transparent);
-        QPainter drawing(&ink);
-        drawing.setRenderHint(QPainter::Antialiasing);
-        // Its y axis points down, and the ink's up.
-        drawing.translate(0, ink.height());
-        drawing.scale(1, -1);
-        drawSymbolInk(drawing, m_name, ink.rect());
-        drawing.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        drawing.fillRect(ink.rect(), painter->pen().color());
-        drawing.end();
-        ink.setDevicePixelRatio(scale);
-        painter->drawImage(rect.topLeft(), ink);
+        drawTintedSymbol(*painter, m_name, rect, painter->pen().color());
     }
 
     /// For menus that others draw.

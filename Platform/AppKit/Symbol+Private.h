@@ -13,3 +13,8 @@ QString symbolFile(const std::string& name);
 
 /// Draws the ink alone, black, and clears the gap. The painter's y axis points up.
 void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect);
+
+/// Draws the ink in one colour, on the device's own pixels whatever its scale. The painter's y axis
+/// points down.
+void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
+                      const QColor& color);

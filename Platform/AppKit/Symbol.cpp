@@ -1,5 +1,6 @@
 #include "AppKit/Symbol+Private.h"
 
+#include <QImage>
 #include <QSvgRenderer>
 
 namespace {
@@ -31,5 +32,26 @@ void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rec
         renderer.render(&painter, part,
                         placeOf(renderer.boundsOnElement(part), renderer.viewBoxF(), rect));
     }
+    painter.restore();
+}
+
+void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
+                      const QColor& color) {
+    const QTransform toDevice = painter.deviceTransform();
+    const QRect area = toDevice.mapRect(rect).toAlignedRect();
+    QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
+    layer.fill(Qt::transparent);
+    QPainter ink(&layer);
+    ink.setRenderHint(QPainter::Antialiasing);
+    const QTransform upright = QTransform::fromTranslate(0, 2 * rect.center().y()).scale(1, -1);
+    ink.setTransform(upright * toDevice * QTransform::fromTranslate(-area.x(), -area.y()));
+    drawSymbolInk(ink, name, rect);
+    ink.resetTransform();
+    ink.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    ink.fillRect(layer.rect(), color);
+    ink.end();
+    painter.save();
+    painter.setTransform(toDevice.inverted(), true);
+    painter.drawImage(area.topLeft(), layer);
     painter.restore();
 }

@@ -5,6 +5,7 @@
 /// A tab in a toolbar: a symbol above its label, in the accent colour while it is the chosen one.
 class TabButton : public QAbstractButton {
 public:
+    /// The icon is drawn in the pen's colour.
     TabButton(const QString& label, const QIcon& icon);
 
     QSize sizeHint() const override;

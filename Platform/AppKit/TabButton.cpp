@@ -46,13 +46,8 @@ void TabButton::paintEvent(QPaintEvent*) {
 
     const QColor ink = isChecked() ? accent : palette().color(QPalette::WindowText);
     const QRect symbol((width() - symbolSize) / 2, upperEdge, symbolSize, symbolSize);
-    QPixmap tinted = icon().pixmap(symbol.size(), devicePixelRatioF());
-    QPainter tint(&tinted);
-    tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    tint.fillRect(tinted.rect(), ink);
-    tint.end();
-    painter.drawPixmap(symbol, tinted);
     painter.setPen(ink);
+    icon().paint(&painter, symbol);
     painter.drawText(rect().adjusted(0, 0, 0, -upperEdge), Qt::AlignHCenter | Qt::AlignBottom,
                      text());
 }

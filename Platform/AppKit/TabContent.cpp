@@ -63,7 +63,7 @@ void TabContent::fillToolbar() {
     for (const auto& item : m_controller.tabViewItems()) {
         const auto index = static_cast<NSInteger>(m_buttons.size());
         auto* button = new TabButton(QString::fromStdString(item->label()),
-                                     item->image() ? iconFrom(*item->image()) : QIcon());
+                                     item->image() ? inkIconFrom(*item->image()) : QIcon());
         connect(button, &QAbstractButton::clicked, this,
                 [this, index] { m_controller.setSelectedTabViewItemIndex(index); });
         row->addWidget(button);

@@ -3,7 +3,6 @@
 #include "SwiftUI/WidgetElements+Private.h"
 
 #include <QFile>
-#include <QImage>
 
 #include <cmath>
 
@@ -11,26 +10,6 @@ namespace {
 
 /// A symbol is a little larger than the letters beside it.
 constexpr double sidePerPoint = 1.3;
-
-/// Draws the symbol in one colour on the device's own pixels, whatever its scale.
-void drawTinted(QPainter& painter, const std::string& name, const QRectF& rect,
-                const QColor& color) {
-    const QTransform toDevice = painter.deviceTransform();
-    const QRect area = toDevice.mapRect(rect).toAlignedRect();
-    QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
-    layer.fill(Qt::transparent);
-    QPainter ink(&layer);
-    ink.setRenderHint(QPainter::Antialiasing);
-    QTransform upright = QTransform::fromTranslate(0, 2 * rect.center().y()).scale(1, -1);
-    ink.setTransform(upright * toDevice * QTransform::fromTranslate(-area.x(), -area.y()));
-    drawSymbolInk(ink, name, rect);
-    ink.resetTransform();
-    ink.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    ink.fillRect(layer.rect(), color);
-    ink.end();
-    painter.setTransform(toDevice.inverted());
-    painter.drawImage(area.topLeft(), layer);
-}
 
 class SymbolWidget : public QWidget {
 public:
@@ -46,7 +25,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         if (!QFile::exists(symbolFile(m_name))) return;
         QPainter painter(this);
-        drawTinted(painter, m_name, rect(), m_color);
+        drawTintedSymbol(painter, m_name, rect(), m_color);
     }
 
 private:
