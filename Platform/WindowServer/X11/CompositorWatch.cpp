@@ -1,6 +1,7 @@
 #include "WindowServer/X11/CompositorWatch.h"
 
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
 
 #include <string>
 
@@ -24,8 +25,8 @@ CompositorWatch::CompositorWatch(Connection& connection)
 }
 
 void CompositorWatch::handle(const xcb_generic_event_t& event) {
-    if (m_selectionNotify == 0 || (event.response_type & 0x7f) != m_selectionNotify) return;
-    const auto& notify = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+    if (m_selectionNotify == 0 || typeOf(event) != m_selectionNotify) return;
+    const auto& notify = as<xcb_xfixes_selection_notify_event_t>(event);
     if (notify.selection != m_selection) return;
     const bool wasPresent = isPresent();
     m_owner = notify.owner;

@@ -1,6 +1,7 @@
 #include "WindowServer/X11/KeyGrab.h"
 
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/Xkb.h"
 
 #include <QCoreApplication>
@@ -105,14 +106,14 @@ void KeyGrab::await(xcb_window_t holder) {
 
 void KeyGrab::handle(const xcb_generic_event_t& event) {
     if (!m_chord) return;
-    const int type = event.response_type & 0x7f;
+    const int type = typeOf(event);
     if (type == XCB_KEY_PRESS) {
-        press(reinterpret_cast<const xcb_key_press_event_t&>(event));
+        press(as<xcb_key_press_event_t>(event));
     } else if (type == XCB_KEY_RELEASE) {
-        const auto& key = reinterpret_cast<const xcb_key_release_event_t&>(event);
+        const auto& key = as<xcb_key_release_event_t>(event);
         if (key.detail == m_down) m_down = 0;
     } else if (type == XCB_DESTROY_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+        const auto& notify = as<xcb_destroy_notify_event_t>(event);
         if (m_awaited != XCB_WINDOW_NONE && notify.window == m_awaited) hold();
     } else if (isChange(event)) {
         followKeymap();
@@ -128,7 +129,7 @@ bool KeyGrab::press(const xcb_key_press_event_t& event) {
 }
 
 bool KeyGrab::isChange(const xcb_generic_event_t& event) const {
-    const int type = event.response_type & 0x7f;
+    const int type = typeOf(event);
     if (type == XCB_MAPPING_NOTIFY) return true;
     if (m_xkbEvent == 0 || type != m_xkbEvent) return false;
     const uint8_t kind = event.pad0; // What the extension calls its events is their second byte.
@@ -148,9 +149,8 @@ void KeyGrab::followKeymap() {
 bool KeyGrab::nativeEventFilter(const QByteArray& type, void* event, qintptr*) {
     if (type != "xcb_generic_event_t") return false;
     const auto& generic = *static_cast<const xcb_generic_event_t*>(event);
-    const int kind = generic.response_type & 0x7f;
-    if (kind == XCB_KEY_PRESS)
-        return press(reinterpret_cast<const xcb_key_press_event_t&>(generic));
+    const int kind = typeOf(generic);
+    if (kind == XCB_KEY_PRESS) return press(as<xcb_key_press_event_t>(generic));
     if (kind == XCB_KEY_RELEASE) handle(generic);
     return false;
 }

@@ -1,6 +1,7 @@
 #include "WindowServer/X11/Stacking.h"
 
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
 
 #include <algorithm>
 #include <vector>
@@ -13,10 +14,6 @@ namespace {
 // 8 ms, which a program that answers every restacking by raising itself cannot drive any higher.
 constexpr int atOncePerSecond = 250;
 constexpr int backOffMilliseconds = 8;
-
-template <typename Event> const Event& as(const xcb_generic_event_t& event) {
-    return reinterpret_cast<const Event&>(event);
-}
 
 } // namespace
 
@@ -83,7 +80,7 @@ void Stacking::handle(const xcb_generic_event_t& event) {
 }
 
 bool Stacking::isIntrusion(const xcb_generic_event_t& event) const {
-    switch (event.response_type & 0x7f) {
+    switch (typeOf(event)) {
     case XCB_CREATE_NOTIFY:
         return !holds(as<xcb_create_notify_event_t>(event).window) || !isInOrder();
     case XCB_MAP_NOTIFY:

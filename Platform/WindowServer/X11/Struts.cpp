@@ -1,6 +1,7 @@
 #include "WindowServer/X11/Struts.h"
 
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
 
 #include <algorithm>
@@ -11,10 +12,6 @@ namespace {
 
 constexpr uint32_t plainStrut = 4;    ///< Widths: left, right, top, bottom.
 constexpr uint32_t partialStrut = 12; ///< And the first and the last pixel along each.
-
-template <typename Event> const Event& as(const xcb_generic_event_t& event) {
-    return reinterpret_cast<const Event&>(event);
-}
 
 std::vector<uint32_t> numbersOf(const Owned<xcb_get_property_reply_t>& reply) {
     if (!reply || reply->format != 32) return {};
@@ -38,7 +35,7 @@ struct Struts::Queries {
 Struts::Struts(Connection& connection) : m_connection(connection) {}
 
 bool Struts::handle(const xcb_generic_event_t& event) const {
-    switch (event.response_type & 0x7f) {
+    switch (typeOf(event)) {
     case XCB_PROPERTY_NOTIFY: {
         const auto& notify = as<xcb_property_notify_event_t>(event);
         if (notify.window == m_connection.root())

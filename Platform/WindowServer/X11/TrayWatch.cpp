@@ -1,6 +1,7 @@
 #include "WindowServer/X11/TrayWatch.h"
 
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
 
 #include <QCoreApplication>
 
@@ -40,8 +41,8 @@ void TrayWatch::lookAgain() {
 
 bool TrayWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
     const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    if ((event.response_type & 0x7f) != XCB_CLIENT_MESSAGE) return false;
-    const auto& announcement = reinterpret_cast<const xcb_client_message_event_t&>(event);
+    if (typeOf(event) != XCB_CLIENT_MESSAGE) return false;
+    const auto& announcement = as<xcb_client_message_event_t>(event);
     if (announcement.type == m_announcement && announcement.data.data32[1] == m_selection)
         QMetaObject::invokeMethod(
             &m_turn, [this] { lookAgain(); }, Qt::QueuedConnection);
@@ -49,8 +50,8 @@ bool TrayWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
 }
 
 void TrayWatch::handle(const xcb_generic_event_t& event) {
-    if ((event.response_type & 0x7f) != XCB_DESTROY_NOTIFY || m_owner == XCB_WINDOW_NONE) return;
-    if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window != m_owner) return;
+    if (typeOf(event) != XCB_DESTROY_NOTIFY || m_owner == XCB_WINDOW_NONE) return;
+    if (as<xcb_destroy_notify_event_t>(event).window != m_owner) return;
     m_owner = XCB_WINDOW_NONE; // One that follows at once will announce itself.
     if (onChanged) onChanged();
 }
