@@ -12,8 +12,7 @@
 #include <utility>
 
 HostView::HostView(View root) : m_root(std::move(root)) {
-    static const bool offered = (offerElementsToAssistiveTechnology(), true);
-    Q_UNUSED(offered);
+    offerElementsToAssistiveTechnology();
     draw();
 }
 

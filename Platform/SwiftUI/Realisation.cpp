@@ -31,25 +31,23 @@ ElementPointer fillWidth(ElementPointer content) {
 
 /// The modifiers that what stands within takes over. False for any other.
 bool takeOver(const Modifier& modifier, Environment& environment) {
-    return std::visit(
+    bool isKnown = true;
+    std::visit(
         Overloaded{
-            [&](const Font& font) { return environment.font = font, true; },
-            [&](const Tracking& it) { return environment.tracking = it.length, true; },
-            [&](const ShapeStyle& style) { return environment.foregroundStyle = style, true; },
-            [&](const Tint& tint) { return environment.tint = tint.color, true; },
-            [&](ControlSize size) { return environment.controlSize = size, true; },
-            [&](ButtonStyle style) { return environment.buttonStyle = style, true; },
-            [&](KeyboardShortcut it) { return environment.keyboardShortcut = it, true; },
-            [&](const AccessibilityLabel& label) {
-                return environment.accessibilityLabel = label.text, true;
-            },
-            [&](const AccessibilityHint& hint) {
-                return environment.accessibilityHint = hint.text, true;
-            },
-            [](FormStyle) { return true; }, // There is only the one.
-            [](const auto&) { return false; },
+            [&](const Font& font) { environment.font = font; },
+            [&](const Tracking& tracking) { environment.tracking = tracking.length; },
+            [&](const ShapeStyle& style) { environment.foregroundStyle = style; },
+            [&](const Tint& tint) { environment.tint = tint.color; },
+            [&](ControlSize size) { environment.controlSize = size; },
+            [&](ButtonStyle style) { environment.buttonStyle = style; },
+            [&](KeyboardShortcut shortcut) { environment.keyboardShortcut = shortcut; },
+            [&](const AccessibilityLabel& label) { environment.accessibilityLabel = label.text; },
+            [&](const AccessibilityHint& hint) { environment.accessibilityHint = hint.text; },
+            [](FormStyle) {}, // There is only the one.
+            [&](const auto&) { isKnown = false; },
         },
         modifier);
+    return isKnown;
 }
 
 } // namespace

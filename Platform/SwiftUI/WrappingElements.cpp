@@ -7,9 +7,8 @@ namespace {
 double shareBefore(Alignment alignment) { return alignment == Alignment::leading ? 0 : 0.5; }
 
 /// Gives the content what room it takes of the rectangle; leading is the left, halfway down.
-void placeWithin(const QRectF& rect, double shareAtLeft, Element& content,
-                 const Proposal& proposal) {
-    const QSizeF size = content.sizeThatFits(proposal);
+void placeWithin(const QRectF& rect, double shareAtLeft, Element& content) {
+    const QSizeF size = content.sizeThatFits(Proposal::of(rect.size()));
     content.place({{rect.left() + shareAtLeft * (rect.width() - size.width()),
                     rect.top() + 0.5 * (rect.height() - size.height())},
                    size});
@@ -40,47 +39,36 @@ private:
     const ElementPointer m_content;
 };
 
-class FixedFrameElement : public Element {
+QSizeF sizeOf(const View::FixedFrame& frame, const Element& content, const Proposal& proposal) {
+    const auto either = [](auto first, auto second) { return first ? first : second; };
+    const QSizeF size = content.sizeThatFits(
+        {either(frame.width, proposal.width), either(frame.height, proposal.height)});
+    return {frame.width.value_or(size.width()), frame.height.value_or(size.height())};
+}
+
+QSizeF sizeOf(const View::FlexibleFrame& frame, const Element& content, const Proposal& proposal) {
+    std::optional<double> width = proposal.width;
+    if (width) width = std::min(*width, frame.maxWidth);
+    const QSizeF size = content.sizeThatFits({width, proposal.height});
+    return {std::max(size.width(), width.value_or(0)), size.height()};
+}
+
+template <class Frame> class FrameElement : public Element {
 public:
-    FixedFrameElement(const View::FixedFrame& frame, ElementPointer content)
+    FrameElement(const Frame& frame, ElementPointer content)
         : m_frame(frame), m_content(std::move(content)) {}
 
     void place(const QRectF& rect) override {
-        placeWithin(rect, shareBefore(m_frame.alignment), *m_content, Proposal::of(rect.size()));
+        placeWithin(rect, shareBefore(m_frame.alignment), *m_content);
     }
 
 protected:
     QSizeF measure(const Proposal& proposal) const override {
-        const auto either = [](auto first, auto second) { return first ? first : second; };
-        const QSizeF size = m_content->sizeThatFits(
-            {either(m_frame.width, proposal.width), either(m_frame.height, proposal.height)});
-        return {m_frame.width.value_or(size.width()), m_frame.height.value_or(size.height())};
+        return sizeOf(m_frame, *m_content, proposal);
     }
 
 private:
-    const View::FixedFrame m_frame;
-    const ElementPointer m_content;
-};
-
-class FlexibleFrameElement : public Element {
-public:
-    FlexibleFrameElement(const View::FlexibleFrame& frame, ElementPointer content)
-        : m_frame(frame), m_content(std::move(content)) {}
-
-    void place(const QRectF& rect) override {
-        placeWithin(rect, shareBefore(m_frame.alignment), *m_content, Proposal::of(rect.size()));
-    }
-
-protected:
-    QSizeF measure(const Proposal& proposal) const override {
-        std::optional<double> width = proposal.width;
-        if (width) width = std::min(*width, m_frame.maxWidth);
-        const QSizeF size = m_content->sizeThatFits({width, proposal.height});
-        return {std::max(size.width(), width.value_or(0)), size.height()};
-    }
-
-private:
-    const View::FlexibleFrame m_frame;
+    const Frame m_frame;
     const ElementPointer m_content;
 };
 
@@ -108,7 +96,7 @@ public:
         : m_background(std::move(background)), m_content(std::move(content)) {}
 
     void place(const QRectF& rect) override {
-        placeWithin(rect, 0.5, *m_background, Proposal::of(rect.size()));
+        placeWithin(rect, 0.5, *m_background);
         m_content->place(rect);
     }
 
@@ -129,11 +117,11 @@ ElementPointer makePadding(const QMarginsF& margins, ElementPointer content) {
 }
 
 ElementPointer makeFrame(const View::FixedFrame& frame, ElementPointer content) {
-    return std::make_unique<FixedFrameElement>(frame, std::move(content));
+    return std::make_unique<FrameElement<View::FixedFrame>>(frame, std::move(content));
 }
 
 ElementPointer makeFrame(const View::FlexibleFrame& frame, ElementPointer content) {
-    return std::make_unique<FlexibleFrameElement>(frame, std::move(content));
+    return std::make_unique<FrameElement<View::FlexibleFrame>>(frame, std::move(content));
 }
 
 ElementPointer makeFixedSize(const View::FixedAxes& axes, ElementPointer content) {
