@@ -8,7 +8,8 @@ class FrameWidget;
 class ViewContent;
 
 /// A window that shows what a view controller makes. Its widgets are made when it first comes on
-/// the screen, and then kept, with all that the user did to them, until the window goes.
+/// the screen, at the level that the window has by then, and kept, with all that the user did to
+/// them, until the window goes.
 class ContentWindow : public NativeWindow {
 public:
     explicit ContentWindow(NSWindow& window);
@@ -30,10 +31,6 @@ public:
     NSInteger number() const override;
     void setTitle(const std::string& title) override;
     void setFrame(const NSRect& frame) override;
-    void setLevel(NSInteger) override {} ///< Chosen before the window is first shown.
-    void setIgnoresMouseEvents(bool) override {}
-    void setAlpha(double) override {}
-    void displayViews() override {}
     void makeKey() override;
     void orderFront() override;
     void orderOut() override;

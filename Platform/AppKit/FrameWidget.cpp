@@ -129,7 +129,7 @@ void FrameWidget::comeBack() {
 
 void FrameWidget::leaveIfInactive() {
     const bool isActive = QGuiApplication::applicationState() == Qt::ApplicationActive;
-    if (isActive || !m_window.hidesOnDeactivate() || !isVisible()) return;
+    if (!isVisible() || isActive || !m_window.hidesOnDeactivate()) return;
     leave();
     m_away = true;
 }

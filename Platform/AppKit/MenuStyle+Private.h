@@ -5,8 +5,6 @@
 /// How the program's menus look: rounded, with a hairline around them, the keys of an item at its
 /// right and the images in a column of their own.
 class MenuStyle : public QProxyStyle {
-    Q_OBJECT
-
 public:
     static constexpr int radius = 8; ///< Of the corners.
 

@@ -12,7 +12,6 @@ enum NSAlertStyle : NSUInteger { NSAlertStyleInformational = 1 };
 using NSModalResponse = NSInteger;
 
 inline constexpr NSModalResponse NSAlertFirstButtonReturn = 1000;
-inline constexpr NSModalResponse NSAlertSecondButtonReturn = 1001;
 inline constexpr NSModalResponse NSAlertThirdButtonReturn = 1002;
 /// The modal loop has ended without an answer, because the application ends.
 inline constexpr NSModalResponse NSModalResponseAbort = -1001;
@@ -27,8 +26,8 @@ public:
     NSAlert();
     ~NSAlert() override;
 
-    NSAlertStyle alertStyle() const { return m_alertStyle; }
-    void setAlertStyle(NSAlertStyle style) { m_alertStyle = style; }
+    /// There is the one style.
+    void setAlertStyle(NSAlertStyle) {}
 
     const std::string& messageText() const;
     void setMessageText(const std::string& text);
@@ -43,7 +42,6 @@ public:
     NSModalResponse runModal();
 
 private:
-    NSAlertStyle m_alertStyle = NSAlertStyleInformational;
     const std::shared_ptr<AlertController> m_controller;
     const std::shared_ptr<NSWindow> m_window;
 };

@@ -13,6 +13,7 @@
 #include "AppKit/SessionBus+Private.h"
 #include "AppKit/SleepWatch+Private.h"
 #include "Foundation/NSBundle.h"
+#include "Foundation/NSLog.h"
 #include "WindowServer/Session.h"
 
 #include <QApplication>
@@ -21,8 +22,9 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
+#include <string_view>
+#include <utility>
 
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -50,10 +52,8 @@ bool isSet(const char* variable) {
 void warnOfWayland() {
     const char* type = std::getenv("XDG_SESSION_TYPE");
     if (!isSet("WAYLAND_DISPLAY") && (!type || std::string_view(type) != "wayland")) return;
-    std::fputs(
-        "Nimbrel Lite: this is a Wayland session. Only X11 windows are covered here, and all "
-        "others stay readable.\n",
-        stderr);
+    NSLog("Nimbrel Lite: this is a Wayland session. Only X11 windows are covered here, and all "
+          "others stay readable.");
 }
 
 void connectToWindowServer() {
@@ -61,7 +61,7 @@ void connectToWindowServer() {
     ::setenv("QT_QPA_PLATFORM", "xcb", keepExisting);
     ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
     if (Session::open()) return warnOfWayland();
-    std::fputs("Nimbrel Lite: no X server answers. Set DISPLAY to a running X server.\n", stderr);
+    NSLog("Nimbrel Lite: no X server answers. Set DISPLAY to a running X server.");
     std::exit(EXIT_FAILURE);
 }
 
@@ -73,7 +73,7 @@ void makeQtApplication() {
     // that asks or restarts its clients is left out of it.
     QApplication::setAttribute(Qt::AA_DisableSessionManager);
     // Never deleted: the process ends with it, and with the windows and icons that hang on it.
-    [[maybe_unused]] static auto* application = new QApplication(argc, argv);
+    auto& application = *new QApplication(argc, argv);
     // As panels and assistive technology call it. A display name would stand in every title too.
     QApplication::setApplicationName("Nimbrel Lite");
     QApplication::setQuitOnLastWindowClosed(false);
@@ -81,8 +81,8 @@ void makeQtApplication() {
     QApplication::setDesktopFileName("com.vardek.NimbrelLite");
     // A drag counts by every point that the pointer passed.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
-    [[maybe_unused]] static auto* appearance = new Appearance(*application);
-    [[maybe_unused]] static auto* popups = new PopupOrder(*application);
+    new Appearance(application);
+    new PopupOrder(application);
     offerWidgetsToAssistiveTechnology();
 }
 
@@ -113,9 +113,9 @@ NSApplication::NSApplication() {
         PanelWindow::compositingChanged();
         ContentWindow::compositingChanged();
     };
-    static auto* sleep = new SleepWatch(qApp);
+    auto* const sleep = new SleepWatch(qApp);
     sleep->onSleep = [](bool sleeps) { Session::current().setResting(sleeps); };
-    Session::current().onCovered = [](bool covered) { sleep->setWanted(covered); };
+    Session::current().onCovered = [sleep](bool covered) { sleep->setWanted(covered); };
     Session::current().onWindowGone = [](WindowServer::ToolkitWindow window) {
         PanelWindow::windowGone(window);
     };

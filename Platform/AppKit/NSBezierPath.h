@@ -13,7 +13,6 @@ public:
 
     void fill() const;
 
-    double lineWidth() const { return m_lineWidth; }
     void setLineWidth(double width) { m_lineWidth = width; }
     /// The line runs along the middle of the outline.
     void stroke() const;

@@ -6,18 +6,13 @@
 /// attention.
 class NSPanel : public NSWindow {
 public:
-    using NSWindow::NSWindow;
+    NSPanel(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType backing, bool defer)
+        : NSWindow(contentRect, styleMask, backing, defer) {
+        setHidesOnDeactivate(true);
+    }
 
-    bool isFloatingPanel() const { return level() == NSFloatingWindowLevel; }
     /// Sets the level with it.
     void setFloatingPanel(bool floating) {
         setLevel(floating ? NSFloatingWindowLevel : NSNormalWindowLevel);
     }
-
-    // Nothing hides a panel here; kept for those who ask.
-    bool hidesOnDeactivate() const { return m_hidesOnDeactivate; }
-    void setHidesOnDeactivate(bool hides) { m_hidesOnDeactivate = hides; }
-
-private:
-    bool m_hidesOnDeactivate = true;
 };

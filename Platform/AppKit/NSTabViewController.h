@@ -13,8 +13,8 @@ enum NSTabViewControllerTabStyle : NSInteger { NSTabViewControllerTabStyleToolba
 /// the chosen one's.
 class NSTabViewController : public NSViewController {
 public:
-    NSTabViewControllerTabStyle tabStyle() const { return m_tabStyle; }
-    void setTabStyle(NSTabViewControllerTabStyle style) { m_tabStyle = style; }
+    /// There is the one style.
+    void setTabStyle(NSTabViewControllerTabStyle) {}
 
     const std::vector<std::shared_ptr<NSTabViewItem>>& tabViewItems() const { return m_items; }
     /// The first one added is selected.
@@ -30,7 +30,6 @@ public:
     std::function<void()> selectionChanged;
 
 private:
-    NSTabViewControllerTabStyle m_tabStyle = NSTabViewControllerTabStyleToolbar;
     std::vector<std::shared_ptr<NSTabViewItem>> m_items;
     NSInteger m_selected = -1;
 };

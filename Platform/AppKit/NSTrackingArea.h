@@ -18,8 +18,8 @@ class NSTrackingArea : public NSObject {
 public:
     /// The owner hears of the pointer. It is not retained, and outlives the area as a rule because
     /// the area is its own.
-    NSTrackingArea(const NSRect&, NSUInteger options, NSView* owner, const id& userInfo)
-        : m_options(options), m_owner(owner), m_userInfo(userInfo) {}
+    NSTrackingArea(const NSRect&, NSUInteger options, NSView* owner, const id& /*userInfo*/)
+        : m_options(options), m_owner(owner) {}
 
     NSUInteger options() const { return m_options; }
     NSView* owner() const { return m_owner; }
@@ -27,5 +27,4 @@ public:
 private:
     NSUInteger m_options;
     NSView* m_owner;
-    id m_userInfo;
 };

@@ -15,11 +15,8 @@ namespace {
 /// The screen that holds the point, else the main one. Null without any screen.
 std::shared_ptr<NSScreen> screenAt(const NSPoint& point) {
     const auto screens = NSScreen::screens();
-    const auto holder = std::ranges::find_if(screens, [&](const auto& screen) {
-        const NSRect& frame = screen->frame();
-        return point.x >= frame.origin.x && point.x < frame.origin.x + frame.size.width &&
-               point.y >= frame.origin.y && point.y < frame.origin.y + frame.size.height;
-    });
+    const auto holder = std::ranges::find_if(
+        screens, [&](const auto& screen) { return CGRectContainsPoint(screen->frame(), point); });
     if (holder != screens.end()) return *holder;
     return screens.empty() ? nullptr : screens.front();
 }

@@ -37,10 +37,7 @@ enum NSWindowAnimationBehavior : NSInteger {
     NSWindowAnimationBehaviorNone = 2,
 };
 
-enum NSWindowToolbarStyle : NSInteger {
-    NSWindowToolbarStyleAutomatic = 0,
-    NSWindowToolbarStylePreference = 2,
-};
+enum NSWindowToolbarStyle : NSInteger { NSWindowToolbarStylePreference = 2 };
 
 inline constexpr NSInteger NSNormalWindowLevel = 0;
 inline constexpr NSInteger NSFloatingWindowLevel = 3;
@@ -132,12 +129,17 @@ public:
     void orderOut(const id& sender);
     void close() { orderOut(nullptr); }
 
-    /// Whether the window leaves the screen while another program is the active one.
+    /// Whether the window leaves the screen while another program is the active one. Only those
+    /// that show what a view controller makes do.
     bool hidesOnDeactivate() const { return m_hidesOnDeactivate; }
     void setHidesOnDeactivate(bool hides) { m_hidesOnDeactivate = hides; }
 
     /// Called by what stands on the screen for the window when the user has moved it.
     void movedByUser(const NSPoint& origin);
+
+    // Nothing here could be otherwise: no window is restored, and there is one toolbar style.
+    void setRestorable(bool) {}
+    void setToolbarStyle(NSWindowToolbarStyle) {}
 
     // What the window server grants every window of this kind anyway; kept for those who ask.
     bool isOpaque() const { return m_opaque; }
@@ -150,10 +152,6 @@ public:
     void setReleasedWhenClosed(bool released) { m_releasedWhenClosed = released; }
     NSUInteger collectionBehavior() const { return m_collectionBehavior; }
     void setCollectionBehavior(NSUInteger behavior) { m_collectionBehavior = behavior; }
-    bool isRestorable() const { return m_restorable; }
-    void setRestorable(bool restorable) { m_restorable = restorable; }
-    NSWindowToolbarStyle toolbarStyle() const { return m_toolbarStyle; }
-    void setToolbarStyle(NSWindowToolbarStyle style) { m_toolbarStyle = style; }
     NSWindowAnimationBehavior animationBehavior() const { return m_animationBehavior; }
     void setAnimationBehavior(NSWindowAnimationBehavior behavior) {
         m_animationBehavior = behavior;
@@ -173,7 +171,6 @@ private:
     bool m_visible = false;
     bool m_isCentered = false; ///< And not moved since: it stays so when its size becomes known.
     bool m_hidesOnDeactivate = false;
-    bool m_restorable = true;
     std::unique_ptr<Animation> m_move;
     std::unique_ptr<Animation> m_fade;
     std::string m_title;
@@ -188,6 +185,5 @@ private:
     bool m_movable = true;
     bool m_releasedWhenClosed = true;
     NSUInteger m_collectionBehavior = 0;
-    NSWindowToolbarStyle m_toolbarStyle = NSWindowToolbarStyleAutomatic;
     NSWindowAnimationBehavior m_animationBehavior = NSWindowAnimationBehaviorDefault;
 };

@@ -3,7 +3,7 @@
 #include "AppKit/NSWindow.h"
 
 /// The native half of a window: what stands on the screen for it. It is told every change, and may
-/// ask the window for all that it was told.
+/// ask the window for all that it was told. What a kind of window does not show passes it by.
 class NativeWindow {
 public:
     /// Of the kind that the window's style asks for.
@@ -14,12 +14,12 @@ public:
     virtual NSInteger number() const = 0;
     virtual void setTitle(const std::string& title) = 0;
     virtual void setFrame(const NSRect& frame) = 0;
-    virtual void setLevel(NSInteger level) = 0;
-    virtual void setIgnoresMouseEvents(bool ignores) = 0;
-    virtual void setAlpha(double alpha) = 0;
-    virtual void displayViews() = 0; ///< The views look different.
-    virtual void describeViews() {}  ///< They say something else of themselves.
-    virtual void makeKey() {}        ///< To have the keyboard.
+    virtual void setLevel(NSInteger) {}
+    virtual void setIgnoresMouseEvents(bool) {}
+    virtual void setAlpha(double) {}
+    virtual void displayViews() {}  ///< The views look different.
+    virtual void describeViews() {} ///< They say something else of themselves.
+    virtual void makeKey() {}       ///< To have the keyboard.
     virtual void orderFront() = 0;
     virtual void orderOut() = 0;
 };

@@ -23,7 +23,7 @@ private slots:
     void settingChanged(const QDBusMessage& signal);
 
 private:
-    void ask(const char* method);
+    void ask(const QString& method);
     void take(QVariant value);
 
     const QString m_key;

@@ -10,8 +10,8 @@ const QString service = "org.freedesktop.portal.Desktop";
 const QString path = "/org/freedesktop/portal/desktop";
 const QString settings = "org.freedesktop.portal.Settings";
 const QString appearance = "org.freedesktop.appearance";
-constexpr const char* currentMethod = "ReadOne";
-constexpr const char* oldMethod = "Read"; // All that portals before version 2 have.
+const QString currentMethod = "ReadOne";
+const QString oldMethod = "Read"; // All that portals before version 2 have.
 } // namespace
 
 PortalSetting::PortalSetting(QString key)
@@ -25,7 +25,7 @@ PortalSetting::PortalSetting(QString key)
     ask(currentMethod);
 }
 
-void PortalSetting::ask(const char* method) {
+void PortalSetting::ask(const QString& method) {
     auto question = QDBusMessage::createMethodCall(service, path, settings, method);
     question << appearance << m_key;
     auto* watcher =

@@ -40,4 +40,10 @@ constexpr CGRect CGRectInset(const CGRect& rect, double dx, double dy) {
                       rect.size.height - 2 * dy);
 }
 
+/// The sides where x and y are least are within, the others are not.
+constexpr bool CGRectContainsPoint(const CGRect& rect, const CGPoint& point) {
+    return point.x >= CGRectGetMinX(rect) && point.x < CGRectGetMaxX(rect) &&
+           point.y >= CGRectGetMinY(rect) && point.y < CGRectGetMaxY(rect);
+}
+
 constexpr bool CGRectEqualToRect(const CGRect& a, const CGRect& b) { return a == b; }

@@ -5,6 +5,7 @@
 
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 
