@@ -1,16 +1,12 @@
 // What assistive technology finds in the program's windows, and where the keyboard goes in them.
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
 #include "Harness/Keys.h"
+#include "Harness/OnDesktop.h"
 #include "Harness/ScreenReader.h"
-#include "Harness/TestWindow.h"
 
 #include <QDBusMessage>
 
 #include <algorithm>
 #include <filesystem>
-
-#include <gtest/gtest.h>
 
 using namespace Harness;
 
@@ -24,18 +20,7 @@ const std::string look = "Look, Dark glass in Lite. SUMMIT adds light glass, blu
 const std::string camera = "Camera, Blur by itself when someone looks at your screen., Part of "
                            "Nimbrel SUMMIT";
 
-struct Accessibility : testing::Test {
-    Accessibility() : reader(desktop), paper(desktop.display(), {200, 200, 400, 300}) {
-        paper.show();
-        paper.takeFocus();
-        desktop.input.move(960, 300);
-    }
-
-    void start() {
-        agent.emplace(desktop);
-        ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
-    }
-
+struct Accessibility : BesidePaper {
     std::optional<Spoken> window(const std::string& name) const {
         const auto all = reader.windows();
         const auto found = std::ranges::find(all, name, &Spoken::name);
@@ -68,18 +53,10 @@ struct Accessibility : testing::Test {
             for (const std::string& stop : stops)
                 EXPECT_EQ(focusAfter([&] { desktop.input.strike(tabKey); }), stop);
         for (size_t i = stops.size() - 1; i-- > 0;)
-            EXPECT_EQ(focusAfter([&] {
-                          desktop.input.hold(shiftKey);
-                          desktop.input.strike(tabKey);
-                          desktop.input.letGo(shiftKey);
-                      }),
-                      stops[i]);
+            EXPECT_EQ(focusAfter([&] { strikeTogether({shiftKey, tabKey}); }), stops[i]);
     }
 
-    Desktop desktop;
-    ScreenReader reader;
-    TestWindow paper;
-    std::optional<Agent> agent;
+    ScreenReader reader{desktop};
 };
 
 const std::string header = R"(  label "Nimbrel Lite"

@@ -1,17 +1,11 @@
 // The alert about one feature and the edition window: both stand above a covered screen and take
 // the keyboard themselves.
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
-#include "Harness/Folder.h"
+#include "Harness/Browser.h"
 #include "Harness/Keys.h"
-#include "Harness/TestWindow.h"
+#include "Harness/OnDesktop.h"
 
 #include <algorithm>
 #include <csignal>
-#include <fstream>
-#include <iterator>
-
-#include <gtest/gtest.h>
 
 using namespace Harness;
 
@@ -38,32 +32,11 @@ bool hears(TestWindow& window, uint8_t key) {
     });
 }
 
-struct Alerts : testing::Test {
-    Alerts() : paper(desktop.display(), {200, 200, 400, 300}) {
-        paper.show();
-        paper.takeFocus();
-        desktop.input.move(960, 300);
-    }
-
-    void start() {
-        agent.emplace(desktop);
-        ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
-    }
-
+struct Alerts : BesidePaper {
     std::vector<ScreenWindow> panels() const { return agent->panels(); }
     bool isOnTop() const {
         const auto open = panels();
         return !open.empty() && desktop.screen.windows().back().number == open.back().number;
-    }
-
-    void strike(const std::vector<uint8_t>& keys) const {
-        for (const uint8_t key : keys)
-            desktop.input.strike(key);
-    }
-
-    void click(const Area& area, uint8_t button = 1) const {
-        desktop.input.move(area.x + area.width / 2, area.y + area.height / 2);
-        desktop.input.click(button);
     }
 
     /// Opens the menu at a button, and goes to the row that many steps down.
@@ -94,31 +67,6 @@ struct Alerts : testing::Test {
     void expectClosed(const char* when = "") const {
         EXPECT_TRUE(await([&] { return panels().empty(); })) << when;
     }
-    bool hasKeyboardBack() const {
-        return await([&] { return desktop.screen.focus() == paper.number(); });
-    }
-
-    Desktop desktop;
-    TestWindow paper;
-    std::optional<Agent> agent;
-};
-
-/// A browser that only notes where it was sent.
-struct Browser {
-    explicit Browser(Desktop& desktop) {
-        const auto program = folder.write("xdg-open", "#!/bin/sh\necho \"$@\" >> " + note.string() +
-                                                          "\necho Noise >&2\n");
-        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-        desktop.extra["PATH"] = folder.path().string() + ":" + inheritedEnvironment()["PATH"];
-    }
-
-    std::string visited() const {
-        std::ifstream file(note);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    Folder folder;
-    const std::filesystem::path note = folder.path() / "visited";
 };
 
 } // namespace
@@ -138,7 +86,7 @@ TEST_F(Alerts, StandAboveTheCoverAndBorrowTheKeyboard) {
             EXPECT_FALSE(hears(paper, aKey));
             strike({escapeKey});
             expectClosed();
-            EXPECT_TRUE(hasKeyboardBack());
+            EXPECT_TRUE(paperHasKeyboard());
             strike({aKey});
             EXPECT_TRUE(hears(paper, aKey));
             EXPECT_EQ(agent->isCovered(), covered);
@@ -178,6 +126,7 @@ TEST_F(Alerts, LeaveTheKeyboardToThePointerIfItsOwnerHasGone) {
 
 TEST_F(Alerts, DoWhatTheirButtonsSay) {
     const Browser browser(desktop);
+    browser.install();
     ASSERT_NO_FATAL_FAILURE(start());
     const struct {
         const char* what;
@@ -212,21 +161,19 @@ TEST_F(Alerts, DoWhatTheirButtonsSay) {
     EXPECT_EQ(agent->process().errors(), "");
 }
 
-TEST_F(Alerts, LeaveTheHotKeyAndTheOrderInForce) {
+TEST_F(Alerts, LeaveTheHotKeyTheOrderAndAnEndInForce) {
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(openAlert());
     for (const bool covered : {true, false}) {
-        for (const uint8_t key : {controlKey, altKey, superKey, nKey})
-            desktop.input.hold(key);
-        for (const uint8_t key : {nKey, superKey, altKey, controlKey})
-            desktop.input.letGo(key);
+        strikeTogether({controlKey, altKey, superKey, nKey});
         EXPECT_TRUE(await([&] {
             return covered ? agent->isCovered() : agent->visibleCovers().empty();
         })) << covered;
         EXPECT_TRUE(await([&] { return isOnTop(); }));
     }
-    strike({escapeKey});
-    expectClosed();
+    agent->process().send(SIGTERM); // Which gives the keyboard back too.
+    EXPECT_EQ(agent->process().awaitEnd(), 0);
+    EXPECT_TRUE(paperHasKeyboard());
 }
 
 TEST_F(Alerts, OutliveTheirMonitor) {
@@ -242,14 +189,6 @@ TEST_F(Alerts, OutliveTheirMonitor) {
     strike({escapeKey});
     expectClosed();
     EXPECT_TRUE(await([&] { return agent->isCovered(); }));
-}
-
-TEST_F(Alerts, DoNotKeepTheProgramFromItsEnd) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(openAlert());
-    agent->process().send(SIGTERM);
-    EXPECT_EQ(agent->process().awaitEnd(), 0);
-    EXPECT_TRUE(hasKeyboardBack());
 }
 
 TEST_F(Alerts, TheEditionWindowHidesWhileAnotherProgramIsActive) {
@@ -300,7 +239,7 @@ TEST_F(Alerts, TheEditionWindowIsOneAndStaysWhereItWasLeft) {
         else
             strike({escapeKey});
         expectClosed(byMouse ? "by its button" : "by Escape");
-        EXPECT_TRUE(hasKeyboardBack());
+        EXPECT_TRUE(paperHasKeyboard());
         ASSERT_NO_FATAL_FAILURE(openSummit());
         EXPECT_EQ(panels().at(0).number, opened.number);
         EXPECT_EQ(panels().at(0).area, moved);
@@ -310,6 +249,7 @@ TEST_F(Alerts, TheEditionWindowIsOneAndStaysWhereItWasLeft) {
 
 TEST_F(Alerts, TheEditionWindowClosesBeforeItBuys) {
     const Browser browser(desktop);
+    browser.install();
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(openSummit());
     strike({returnKey});

@@ -1,14 +1,7 @@
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
 #include "Harness/Keys.h"
 #include "Harness/NotifierTray.h"
-#include "Harness/Portal.h"
-#include "Harness/TestWindow.h"
-
-#include <algorithm>
-#include <csignal>
-
-#include <gtest/gtest.h>
+#include "Harness/OnDesktop.h"
+#include "Harness/Paper.h"
 
 using namespace Harness;
 
@@ -20,18 +13,7 @@ bool holds(const Area& outer, const Area& inner) {
            inner.y + inner.height <= outer.y + outer.height;
 }
 
-struct Menus : testing::Test {
-    Menus() : paper(desktop.display(), desktop.screen.bounds()) {
-        paper.paint(0x4682B4);
-        paper.lower();
-        paper.show();
-    }
-
-    void start() {
-        agent.emplace(desktop);
-        ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
-    }
-
+struct Menus : OnDesktop {
     /// On another spot than the last time: two quick clicks on one spot are a double click.
     void click(const Area& area, uint8_t button) {
         m_aside = !m_aside;
@@ -53,13 +35,6 @@ struct Menus : testing::Test {
         expectCloses();
     }
 
-    void strike(const std::vector<uint8_t>& chord) const {
-        for (const uint8_t key : chord)
-            desktop.input.hold(key);
-        for (const uint8_t key : chord)
-            desktop.input.letGo(key);
-    }
-
     /// What stands in the first row of the open menu, left of its keys. The rows take a moment to
     /// be painted.
     Picture title() const {
@@ -72,9 +47,7 @@ struct Menus : testing::Test {
         return picture;
     }
 
-    Desktop desktop;
-    TestWindow paper;
-    std::optional<Agent> agent;
+    const Paper paper{desktop, 0x4682B4};
 
 private:
     bool m_aside = false;
@@ -149,20 +122,17 @@ TEST_F(Menus, StayOnTheirMonitor) {
 TEST_F(Menus, AreOperatedByTheKeyboard) {
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(open());
-    strike({downKey});
-    strike({returnKey});
+    strike({downKey, returnKey});
     expectCloses("after a choice");
     EXPECT_TRUE(await([&] { return agent->isCovered(); }));
 
     ASSERT_NO_FATAL_FAILURE(open());
-    for (int i = 0; i < 4; ++i)
-        strike({downKey});
-    strike({rightKey});
+    strike({downKey, downKey, downKey, downKey, rightKey});
     ASSERT_TRUE(await([&] { return agent->menus().size() == 2; }));
     EXPECT_TRUE(holds(Desktop::left, agent->menus()[1].area));
     strike({escapeKey});
     EXPECT_TRUE(await([&] { return agent->menus().size() == 1; }));
-    strike({superKey, qKey});
+    strikeTogether({superKey, qKey});
     EXPECT_EQ(agent->process().awaitEnd(), 0);
 }
 
@@ -196,11 +166,11 @@ TEST_F(Menus, LeaveTheHotKeyInForce) {
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(open());
     const Picture before = title();
-    strike({controlKey, altKey, superKey, nKey});
+    strikeTogether({controlKey, altKey, superKey, nKey});
     EXPECT_TRUE(await([&] { return agent->isCovered(); }));
     EXPECT_TRUE(await([&] { return desktop.screen.windows().back().instance == "menu"; }));
     EXPECT_EQ(title(), before) << "the title stands while the menu is open";
-    strike({controlKey, altKey, superKey, nKey});
+    strikeTogether({controlKey, altKey, superKey, nKey});
     EXPECT_TRUE(await([&] { return agent->visibleCovers().empty(); }));
     close();
 }
@@ -215,34 +185,6 @@ TEST_F(Menus, OutliveTheirTrayAndTheirMonitor) {
     desktop.tray.emplace(desktop.display(), 100, 0);
     ASSERT_TRUE(await([&] { return desktop.tray->docked() == 1; }));
     agent->cover();
-}
-
-TEST_F(Menus, DoNotKeepTheProgramFromItsEnd) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(open());
-    for (int i = 0; i < 4; ++i)
-        strike({downKey});
-    strike({rightKey});
-    ASSERT_TRUE(await([&] { return agent->menus().size() == 2; }));
-    agent->process().send(SIGTERM);
-    EXPECT_EQ(agent->process().awaitEnd(), 0);
-}
-
-TEST_F(Menus, AreLightOrDarkAsTheDesktop) {
-    Portal portal(desktop.bus->address(), false);
-    ASSERT_NO_FATAL_FAILURE(start());
-    for (const bool dark : {true, false}) {
-        portal.setDark(dark);
-        EXPECT_TRUE(await([&] {
-            openAt(desktop.tray->icons().back());
-            title();
-            const Area menu = agent->menus().at(0).area;
-            const Picture picture = desktop.screen.grab(menu);
-            close();
-            const int ground = picture.luminance(menu.x + 4, menu.y + menu.height / 2);
-            return dark ? ground < 60 : ground > 230;
-        })) << dark;
-    }
 }
 
 TEST_F(Menus, OpenFromATrayOnTheBus) {
