@@ -1,16 +1,11 @@
 // The settings window: an ordinary window, made once.
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
 #include "Harness/Keys.h"
-#include "Harness/TestWindow.h"
+#include "Harness/OnDesktop.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 
 #include <algorithm>
-#include <filesystem>
-
-#include <gtest/gtest.h>
 
 using namespace Harness;
 
@@ -20,13 +15,7 @@ constexpr int contentWidth = 540;
 constexpr int contentHeight = 660;
 constexpr int supportTab = contentWidth / 2 + 36; ///< The middle of the second tab.
 
-struct Settings : testing::Test {
-    Settings() : paper(desktop.display(), {200, 200, 400, 300}) {
-        paper.show();
-        paper.takeFocus();
-        desktop.input.move(960, 300);
-    }
-
+struct Settings : BesidePaper {
     /// As a desktop does when the user opens a program that runs already.
     void reopen() const {
         auto bus = QDBusConnection::connectToBus(QString::fromStdString(desktop.bus->address()),
@@ -56,11 +45,10 @@ struct Settings : testing::Test {
     }
 
     /// As a window manager's close button does.
-    void close() const {
+    void close(xcb_window_t window) const {
         const XClient& client = paper.client();
-        client.send(windows().at(0).number, client.atom("WM_PROTOCOLS"), XCB_EVENT_MASK_NO_EVENT,
+        client.send(window, client.atom("WM_PROTOCOLS"), XCB_EVENT_MASK_NO_EVENT,
                     {client.atom("WM_DELETE_WINDOW"), XCB_CURRENT_TIME, 0, 0, 0});
-        ASSERT_TRUE(await([&] { return windows().empty(); }));
     }
 
     std::string title() const {
@@ -72,21 +60,12 @@ struct Settings : testing::Test {
         return {static_cast<const char*>(xcb_get_property_value(name.get())),
                 static_cast<size_t>(xcb_get_property_value_length(name.get()))};
     }
-
-    void click(int x, int y) const {
-        const Area area = windows().at(0).area;
-        desktop.input.move(area.x + x, area.y + y);
-        desktop.input.click(1);
-    }
-
-    Desktop desktop;
-    TestWindow paper;
 };
 
 } // namespace
 
 TEST_F(Settings, IsOneWindowThatEachRequestBringsToTheFront) {
-    Agent agent(desktop);
+    agent.emplace(desktop);
     ASSERT_NO_FATAL_FAILURE(open());
     const ScreenWindow first = windows()[0];
     EXPECT_EQ(first.area.width, contentWidth);
@@ -106,11 +85,11 @@ TEST_F(Settings, IsOneWindowThatEachRequestBringsToTheFront) {
 }
 
 TEST_F(Settings, KeepsItsTabAndPlaceUntilItIsOpenedAgain) {
-    Agent agent(desktop);
+    agent.emplace(desktop);
     ASSERT_NO_FATAL_FAILURE(open());
     EXPECT_EQ(title(), "General");
     const Area general = windows()[0].area;
-    click(supportTab, 30);
+    click({general.x + supportTab, general.y + 30, 1, 1});
     EXPECT_TRUE(await([&] { return title() == "Support"; }));
     EXPECT_EQ(windows()[0].area, general);
 
@@ -121,7 +100,8 @@ TEST_F(Settings, KeepsItsTabAndPlaceUntilItIsOpenedAgain) {
     const Area place = {300, 100, general.width, general.height};
     ASSERT_TRUE(await([&] { return windows()[0].area == place; }));
     for (int i = 0; i < 3; ++i) {
-        ASSERT_NO_FATAL_FAILURE(close());
+        close(windows()[0].number);
+        ASSERT_TRUE(await([&] { return windows().empty(); }));
         ASSERT_NO_FATAL_FAILURE(open());
         EXPECT_TRUE(await([&] { return windows()[0].area == place; })) << i;
         EXPECT_EQ(title(), "Support");
@@ -129,34 +109,18 @@ TEST_F(Settings, KeepsItsTabAndPlaceUntilItIsOpenedAgain) {
 }
 
 TEST_F(Settings, LiesUnderTheCoverAndOutlivesEscape) {
-    Agent agent(desktop);
+    agent.emplace(desktop);
     ASSERT_NO_FATAL_FAILURE(open());
-    agent.cover();
+    agent->cover();
     EXPECT_LT(desktop.screen.grab(windows()[0].area).sharpestStep(), 10);
     desktop.input.strike(escapeKey);
-    agent.uncover();
+    agent->uncover();
     EXPECT_EQ(windows().size(), 1u);
-}
-
-TEST_F(Settings, TurnsTheLoginItemOnAndOffByTheKeyboardAlone) {
-    const std::filesystem::path entry =
-        std::filesystem::path(desktop.environment().at("XDG_CONFIG_HOME")) / "autostart" /
-        "com.vardek.NimbrelLite.desktop";
-    Agent agent(desktop);
-    ASSERT_NO_FATAL_FAILURE(open());
-    // The chosen tab, two buttons of the header, two rows, a button, a row, and then the switch.
-    for (int i = 0; i < 8; ++i)
-        desktop.input.strike(tabKey);
-    desktop.input.strike(spaceKey);
-    EXPECT_TRUE(await([&] { return std::filesystem::exists(entry); }));
-    desktop.input.strike(spaceKey);
-    EXPECT_TRUE(await([&] { return !std::filesystem::exists(entry); }));
-    EXPECT_FALSE(agent.isCovered());
 }
 
 TEST_F(Settings, KeepsItsPlaceUnderAWindowManager) {
     const auto manager = desktop.startWindowManager();
-    Agent agent(desktop);
+    agent.emplace(desktop);
     reopen();
     // The manager frames the window: it is found by the keyboard.
     const auto focused = [&] {
@@ -175,9 +139,7 @@ TEST_F(Settings, KeepsItsPlaceUnderAWindowManager) {
     const xcb_window_t window = desktop.screen.focus();
     const Area place = focused();
     for (int i = 0; i < 5; ++i) {
-        const XClient& client = paper.client();
-        client.send(window, client.atom("WM_PROTOCOLS"), XCB_EVENT_MASK_NO_EVENT,
-                    {client.atom("WM_DELETE_WINDOW"), XCB_CURRENT_TIME, 0, 0, 0});
+        close(window);
         ASSERT_TRUE(await([&] { return desktop.screen.focus() != window; }));
         reopen();
         ASSERT_TRUE(await([&] { return desktop.screen.focus() == window; }));

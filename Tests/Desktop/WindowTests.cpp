@@ -1,14 +1,7 @@
 // The program's windows among other programs: what they hand over, give back and outlive.
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
-#include "Harness/Folder.h"
+#include "Harness/Browser.h"
 #include "Harness/Keys.h"
-#include "Harness/TestWindow.h"
-
-#include <fstream>
-#include <iterator>
-
-#include <gtest/gtest.h>
+#include "Harness/OnDesktop.h"
 
 using namespace Harness;
 
@@ -19,12 +12,7 @@ constexpr uint8_t wheelDown = 5;
 /// The rows of the menu, by the steps down to them.
 enum Row { support = 2, summit = 3, settings = 5, about = 6 };
 
-struct Windows : testing::Test {
-    void start() {
-        agent.emplace(desktop);
-        ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
-    }
-
+struct Windows : OnDesktop {
     /// Chooses a row, and waits until its window has the keyboard; gives that window.
     xcb_window_t open(Row row) const {
         const xcb_window_t before = desktop.screen.focus();
@@ -63,9 +51,7 @@ struct Windows : testing::Test {
         return picture;
     }
 
-    Desktop desktop;
     XClient client{desktop.display()};
-    std::optional<Agent> agent;
 };
 
 } // namespace
@@ -138,21 +124,14 @@ TEST_F(Windows, TheSettingsMoveUnderAWindowManagerAndDoNotGrow) {
 }
 
 TEST_F(Windows, SupportOpensItsPageWithoutAWord) {
-    const Folder folder;
-    const auto note = folder.path() / "visited";
-    const auto visited = [&] {
-        std::ifstream file(note);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
-    desktop.extra["PATH"] = folder.path().string();
+    const Browser browser(desktop);
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(agent->choose(support)); // Nothing here can open a page yet.
-    const auto program = folder.write("xdg-open", "#!/bin/sh\necho \"$@\" >> " + note.string() +
-                                                      "\necho Noise >&2\n");
-    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    browser.install();
     ASSERT_NO_FATAL_FAILURE(agent->choose(support));
-    EXPECT_TRUE(await([&] { return visited() == "https://vardek.example/support-vardek/\n"; }))
-        << visited();
+    EXPECT_TRUE(await([&] {
+        return browser.visited() == "https://vardek.example/support-vardek/\n";
+    })) << browser.visited();
     EXPECT_EQ(agent->process().output(), "");
     EXPECT_EQ(agent->process().errors(), "");
 }
