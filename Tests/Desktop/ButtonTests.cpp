@@ -1,20 +1,15 @@
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
 #include "Harness/Keys.h"
-#include "Harness/TestWindow.h"
+#include "Harness/OnDesktop.h"
+#include "Harness/Paper.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <thread>
 
-#include <gtest/gtest.h>
-
 using namespace Harness;
 
 namespace {
-
-constexpr uint32_t paperColour = 0x4682B4;
 
 struct Point {
     int x = 0;
@@ -23,18 +18,15 @@ struct Point {
 
 Point middleOf(const Area& area) { return {area.x + area.width / 2, area.y + area.height / 2}; }
 
-struct Buttons : testing::Test {
-    Buttons() : paper(desktop.display(), desktop.screen.bounds()) {
-        paper.paint(paperColour);
-        paper.lower();
-        paper.show();
+struct Buttons : OnDesktop {
+    Buttons() {
         paper.takeFocus();
         leave();
     }
 
     void start() {
-        agent.emplace(desktop);
-        ASSERT_TRUE(await([&] { return areThere() && isAwake(0) && isAwake(1); }));
+        ASSERT_NO_FATAL_FAILURE(OnDesktop::start());
+        ASSERT_TRUE(await([&] { return isAwake(0) && isAwake(1); }));
     }
 
     bool areThere(size_t count = 2) const { return agent->buttons().size() == count; }
@@ -87,36 +79,26 @@ struct Buttons : testing::Test {
         EXPECT_TRUE(await([&] { return agent->visibleCovers().empty(); })) << when;
     }
 
-    Desktop desktop;
-    TestWindow paper;
-    std::optional<Agent> agent;
+    Paper paper{desktop, 0x4682B4};
 };
 
 } // namespace
 
-TEST_F(Buttons, StandOnTheRightOfEveryMonitor) {
+TEST_F(Buttons, StandOnTheRightOfEveryMonitorAndToggleAwakeOrDim) {
     ASSERT_NO_FATAL_FAILURE(start());
     EXPECT_EQ(agent->buttons()[0].instance, "button:A");
     EXPECT_EQ(agent->buttons()[1].instance, "button:B");
     // Down by 62 % of the travel that 6 pixels at the top and the bottom leave.
     EXPECT_EQ(area(0), (Area{1920 - 50, 6 + 635, 44, 44}));
     EXPECT_EQ(area(1), (Area{3200 - 50, 6 + 600, 44, 44}));
-}
 
-TEST_F(Buttons, ToggleFromEitherMonitorAwakeOrDim) {
-    ASSERT_NO_FATAL_FAILURE(start());
+    const auto focus = desktop.screen.focus();
+    paper.takeEvents();
     expectToggles(0, "on the left");
     expectToggles(1, "on the right");
     leave();
     ASSERT_TRUE(await([&] { return isDim(0) && isDim(1); }));
     expectToggles(1, "dim");
-}
-
-TEST_F(Buttons, LeaveTheFocusWhereItIs) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    const auto focus = desktop.screen.focus();
-    paper.takeEvents();
-    expectToggles(0, "");
     drag(1, {{2500, 300}, {2000, 300}});
     EXPECT_EQ(desktop.screen.focus(), focus);
     for (const auto& event : paper.takeEvents())

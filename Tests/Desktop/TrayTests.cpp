@@ -1,15 +1,12 @@
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
 #include "Harness/Keys.h"
 #include "Harness/NotifierTray.h"
+#include "Harness/OnDesktop.h"
 #include "Harness/Portal.h"
 
 #include <QDBusArgument>
 #include <QImage>
 
 #include <algorithm>
-
-#include <gtest/gtest.h>
 
 using namespace Harness;
 
@@ -89,7 +86,7 @@ QImage pictureOf(const NotifierTray::Row& row) {
     return QImage::fromData(row.properties["icon-data"].toByteArray());
 }
 
-struct TrayMenu : testing::Test {
+struct TrayMenu : OnDesktop {
     TrayMenu() {
         desktop.tray.reset();
         tray.emplace(desktop.bus->address());
@@ -97,9 +94,7 @@ struct TrayMenu : testing::Test {
         EXPECT_TRUE(await([&] { return !tray->items().empty() && !tray->menu().rows.empty(); }));
     }
 
-    Desktop desktop;
     std::optional<NotifierTray> tray;
-    std::optional<Agent> agent;
 };
 
 } // namespace
@@ -181,10 +176,7 @@ TEST_F(TrayMenu, DoesWhatIsChosenInIt) {
 TEST_F(TrayMenu, TellsTheStateAlsoAfterTheProgramsOwnWasOpenMeanwhile) {
     tray->rightClick(1000, 10);
     ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
-    for (const uint8_t key : {controlKey, altKey, superKey, nKey})
-        desktop.input.hold(key);
-    for (const uint8_t key : {controlKey, altKey, superKey, nKey})
-        desktop.input.letGo(key);
+    strikeTogether({controlKey, altKey, superKey, nKey});
     EXPECT_TRUE(await([&] { return agent->isCovered(); }));
     EXPECT_EQ(agent->menus().size(), 1u);
     desktop.input.strike(escapeKey);
