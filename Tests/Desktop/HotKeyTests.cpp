@@ -193,25 +193,20 @@ TEST_F(HotKeys, OfAnotherProgramAreLeftToIt) {
 }
 
 TEST_F(HotKeys, GoOverToTheNewestStart) {
-    Agent first(desktop);
-    expectToggles(first, "alone");
-    const auto former = holder();
-    Agent second(desktop);
-    EXPECT_EQ(first.process().awaitEnd(), 0);
-    EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
-    expectToggles(second, "after the hand-over");
-}
-
-TEST_F(HotKeys, GoOverFromOneThatTakesItsTime) {
-    Agent first(desktop);
-    const auto former = holder();
-    first.process().send(SIGSTOP);
-    Agent second(desktop);
-    EXPECT_EQ(holder(), former);
-    first.process().send(SIGCONT);
-    EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
-    EXPECT_EQ(first.process().awaitEnd(), 0);
-    expectToggles(second, "after the hand-over");
+    for (const bool takesItsTime : {false, true}) {
+        Agent first(desktop);
+        expectToggles(first, "alone");
+        const auto former = holder();
+        if (takesItsTime) first.process().send(SIGSTOP);
+        Agent second(desktop);
+        if (takesItsTime) {
+            EXPECT_EQ(holder(), former);
+            first.process().send(SIGCONT);
+        }
+        EXPECT_EQ(first.process().awaitEnd(), 0);
+        EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
+        expectToggles(second, "after the hand-over");
+    }
 }
 
 TEST_F(HotKeys, StayWithTheOneThatIsLeftOfMany) {
