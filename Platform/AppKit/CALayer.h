@@ -12,6 +12,7 @@ public:
     virtual void displayLayer(CALayer&) {}
 };
 
+/// The colour of a view.
 class CALayer : public NSObject {
 public:
     /// The delegate is not retained; it owns the layer.

@@ -30,6 +30,7 @@ class AboutController;
 class NSApplication;
 class NSWindow;
 
+/// What the program is told of its own life. Each call does nothing unless it is overridden.
 class NSApplicationDelegate {
 public:
     virtual ~NSApplicationDelegate() = default;
@@ -42,6 +43,7 @@ public:
     }
 };
 
+/// The running program: its connection to the window server, its event loop and its modal loops.
 class NSApplication : public NSObject {
 public:
     /// The first call connects to the window server and ends the process with status 1 and a line

@@ -24,6 +24,7 @@ enum NSEventModifierFlags : NSUInteger {
     NSEventModifierFlagCommand = 1 << 20,
 };
 
+/// One event of the mouse: what happened, and the modifiers that were held, NSEventModifierFlags.
 class NSEvent {
 public:
     NSEvent(NSEventType type, NSUInteger modifierFlags)

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+/// A connected screen as it was when it was asked for. Rectangles are in points.
 class NSScreen : public NSObject {
 public:
     using Description = std::map<std::string, std::shared_ptr<NSObject>>;

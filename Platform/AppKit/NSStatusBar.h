@@ -8,6 +8,7 @@
 
 inline constexpr double NSSquareStatusItemLength = -2.0;
 
+/// The desktop's tray.
 class NSStatusBar : public NSObject {
 public:
     static NSStatusBar& systemStatusBar();

@@ -11,6 +11,7 @@
 
 class TrayIcon;
 
+/// What is seen of a status item, and how it answers to clicks.
 class NSStatusBarButton : public NSObject {
 public:
     NSStatusBarButton();

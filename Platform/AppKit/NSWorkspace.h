@@ -12,6 +12,7 @@ inline const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeN
 
 class PortalSetting;
 
+/// The desktop around the program: its browser, and its user's wishes for contrast.
 class NSWorkspace : public NSObject {
 public:
     static NSWorkspace& sharedWorkspace();

@@ -9,6 +9,7 @@
 /// Ends a subscription when its last copy goes.
 using AnyCancellable = std::shared_ptr<void>;
 
+/// Announces that an object is about to change.
 class ObservableObjectPublisher {
 public:
     /// Runs the block at each announcement for as long as the result is held.
@@ -29,6 +30,7 @@ private:
     std::list<std::weak_ptr<std::function<void()>>> m_subscribers;
 };
 
+/// An object whose published members announce their writes here.
 class ObservableObject {
 public:
     ObservableObject() = default;

@@ -11,6 +11,7 @@
 
 using NSNotificationName = std::string;
 
+/// What a block is told: the name that was posted, and by whom.
 class NSNotification {
 public:
     NSNotification(NSNotificationName name, id object)
@@ -24,6 +25,7 @@ private:
     id m_object;
 };
 
+/// Hands posts on to whoever asked for their name.
 class NSNotificationCenter : public NSObject {
 public:
     using Block = std::function<void(const NSNotification&)>;

@@ -11,7 +11,7 @@
 class DefaultsFile;
 
 /// Values under string keys that outlive the process. They stand in a file named by the bundle
-/// identifier in the user's configuration folder. A value is on the disk when its setter returns;
+/// identifier in the user's configuration folder. A value is written when its setter returns;
 /// where nothing can be written, it lives as long as the process.
 class NSUserDefaults : public NSObject {
 public:

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+/// Runs its action when it is pressed.
 struct Button : View {
     struct Options {
         std::function<void()> action;
@@ -15,6 +16,7 @@ struct Button : View {
     Button(const std::string& title, std::function<void()> action);
 };
 
+/// A title and a switch, which shows a value and changes it.
 struct Toggle : View {
     struct Options {
         Binding<bool> isOn;
