@@ -15,6 +15,10 @@ std::vector<ContentWindow*>& windows() {
     return *all;
 }
 
+/// Takes the keyboard at the turn's end, unless a window is made key before that. The window
+/// manager may answer late, and would then take it from that one again.
+QPointer<FrameWidget> toActivate;
+
 } // namespace
 
 ContentWindow::ContentWindow(NSWindow& window) : m_window(window) { windows().push_back(this); }
@@ -37,7 +41,11 @@ void ContentWindow::activate() {
         frame->comeBack();
         if (frame->isVisible() && (!front || frame->orderedAfter(*front))) front = frame;
     }
-    if (front) front->takeKeyboard();
+    toActivate = front;
+    const auto take = [front] {
+        if (toActivate == front) front->takeKeyboard();
+    };
+    if (front) QMetaObject::invokeMethod(front, take, Qt::QueuedConnection);
 }
 
 void ContentWindow::leaveForGood() {
@@ -60,6 +68,7 @@ void ContentWindow::setFrame(const NSRect& frame) {
 }
 
 void ContentWindow::makeKey() {
+    toActivate = nullptr;
     if (m_frame) m_frame->takeKeyboard();
 }
 
