@@ -3,18 +3,40 @@
 #include "Harness/NotifierTray.h"
 #include "Harness/TestWindow.h"
 
+#include <sstream>
+
 #include <gtest/gtest.h>
 
 using namespace Harness;
 
 namespace {
 
-class Fallback : public testing::TestWithParam<const char*> {};
+struct Lack {
+    const char* extension;
+    const char* log; ///< All that the program ever writes of it.
+};
+
+/// The lines of a log that begin so.
+std::string linesOf(const std::string& beginning, const std::string& log) {
+    std::string result;
+    std::istringstream lines(log);
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with(beginning)) result += line + '\n';
+    return result;
+}
+
+std::string nameOf(const testing::TestParamInfo<Lack>& info) {
+    std::string name = info.param.extension;
+    std::erase(name, '-');
+    return name;
+}
+
+class Fallback : public testing::TestWithParam<Lack> {};
 
 } // namespace
 
 TEST_P(Fallback, CoversWithABlurredPictureOfThisMoment) {
-    Desktop desktop(Desktop::twoMonitors({"-extension", GetParam()}));
+    Desktop desktop(Desktop::twoMonitors({"-extension", GetParam().extension}));
     TestWindow paper(desktop.display(), desktop.screen.bounds());
     paper.lower();
     paper.show();
@@ -36,6 +58,8 @@ TEST_P(Fallback, CoversWithABlurredPictureOfThisMoment) {
     EXPECT_NEAR(meanAt(900), 0x60 / 2.0 * 0.6, 8);
     EXPECT_GT(meanAt(3000), meanAt(2000) + 20);
     agent.uncover();
+    agent.cover();
+    EXPECT_EQ(agent.process().errors(), GetParam().log);
 }
 
 class Depths : public testing::TestWithParam<int> {};
@@ -72,13 +96,15 @@ TEST_P(Depths, AreCovered) {
 
 INSTANTIATE_TEST_SUITE_P(Of, Depths, testing::Values(16, 24, 30));
 
-INSTANTIATE_TEST_SUITE_P(Without, Fallback,
-                         testing::Values("Composite", "DAMAGE", "RENDER", "XFIXES", "MIT-SHM"),
-                         [](const auto& each) {
-                             std::string name = each.param;
-                             std::erase(name, '-');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Without, Fallback,
+    testing::Values(
+        Lack{"Composite", "Nimbrel Lite: Composite missing: the cover shows a still picture.\n"},
+        Lack{"DAMAGE", "Nimbrel Lite: Damage missing: the cover shows a still picture.\n"},
+        Lack{"RENDER", "Nimbrel Lite: Render missing: the cover shows a still picture.\n"},
+        Lack{"XFIXES", "Nimbrel Lite: XFixes missing: the cover shows a still picture.\n"},
+        Lack{"MIT-SHM", ""}),
+    nameOf);
 
 namespace {
 
@@ -108,19 +134,25 @@ public:
     std::optional<Agent> agent;
 };
 
-class FallbackOnTheBus : public testing::TestWithParam<const char*> {};
+class FallbackOnTheBus : public testing::TestWithParam<Lack> {};
 
 } // namespace
 
 TEST_P(FallbackOnTheBus, Covers) {
-    Bare bare({"-extension", GetParam()});
+    Bare bare({"-extension", GetParam().extension});
     for (int round = 0; round < 2; ++round) {
         bare.icons.click(0, 0);
         EXPECT_TRUE(await([&] { return bare.isDark(); }));
         bare.icons.click(0, 0);
         EXPECT_TRUE(await([&] { return bare.agent->visibleCovers().empty(); }));
     }
+    // The toolkit has lines of its own.
+    EXPECT_EQ(linesOf("Nimbrel Lite: ", bare.agent->process().errors()), GetParam().log);
 }
 
-INSTANTIATE_TEST_SUITE_P(Without, FallbackOnTheBus, testing::Values("RANDR", "XTEST"),
-                         [](const auto& each) { return std::string(each.param); });
+INSTANTIATE_TEST_SUITE_P(
+    Without, FallbackOnTheBus,
+    testing::Values(Lack{"RANDR", "Nimbrel Lite: RandR missing: the whole screen counts as one "
+                                  "monitor.\n"},
+                    Lack{"XTEST", ""}),
+    nameOf);

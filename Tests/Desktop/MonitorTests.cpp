@@ -3,6 +3,8 @@
 #include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
 
+#include <algorithm>
+#include <cmath>
 #include <random>
 #include <sstream>
 
@@ -18,6 +20,37 @@ bool isDarkEverywhere(const Desktop& desktop) {
     for (const Area& monitor : desktop.screen.monitors())
         if (desktop.screen.grabWithoutButtons(monitor).brightest() > brightestCovered) return false;
     return true;
+}
+
+bool contains(const Area& outer, const Area& inner) {
+    return outer.x <= inner.x && outer.right() >= inner.right() && outer.y <= inner.y &&
+           outer.bottom() >= inner.bottom();
+}
+
+/// Each area once, without those that lie within another.
+std::vector<Area> distinct(const std::vector<Area>& monitors) {
+    std::vector<Area> result;
+    for (const Area& each : monitors) {
+        const bool isWithin = std::ranges::any_of(
+            monitors, [&](const Area& other) { return other != each && contains(other, each); });
+        if (!isWithin && std::ranges::find(result, each) == result.end()) result.push_back(each);
+    }
+    return result;
+}
+
+std::vector<Area> areasOf(const std::vector<ScreenWindow>& windows) {
+    std::vector<Area> areas;
+    for (const ScreenWindow& window : windows)
+        areas.push_back(window.area);
+    return areas;
+}
+
+/// One cover, and one button, on each distinct monitor, and no other.
+bool isEachCoveredOnce(const Desktop& desktop, const Agent& agent) {
+    const auto monitors = distinct(desktop.screen.monitors());
+    const auto covers = areasOf(agent.visibleCovers());
+    return std::ranges::is_permutation(covers, monitors) &&
+           agent.buttons().size() == monitors.size();
 }
 
 void layPaper(const Desktop& desktop, TestWindow& paper) {
@@ -115,15 +148,24 @@ TEST(Monitors, AreCoveredThroughRandomChanges) {
     TestWindow paper(desktop.display(), desktop.screen.bounds());
     layPaper(desktop, paper);
     Agent agent(desktop);
+    desktop.server->xrandr({"--delmonitor", "B"});
+    desktop.server->xrandr({"--delmonitor", "A"});
+    desktop.server->xrandr({"--setmonitor", "A", "700/300x900/200+50+60", "screen"});
+    const auto holdings = [&] {
+        auto held = desktop.screen.holdingsOf(agent.process().pid());
+        held.erase("CURSOR"); // The toolkit keeps those it has once shown.
+        return held;
+    };
     agent.cover();
+    agent.uncover();
+    const auto clear = holdings();
+    agent.cover();
+    const auto covered = holdings();
     std::mt19937 random(4);
     const auto upTo = [&](unsigned limit) { return static_cast<int>(random() % limit); };
     std::vector<std::string> names;
 
     // Each keeps to a quarter of the screen: one that another contains is the same monitor twice.
-    desktop.server->xrandr({"--delmonitor", "B"});
-    desktop.server->xrandr({"--delmonitor", "A"});
-    desktop.server->xrandr({"--setmonitor", "A", "700/300x900/200+50+60", "screen"});
     for (int round = 0; round < rounds(15, 200); ++round) {
         const int quarter = 1 + upTo(3);
         const std::string name(1, static_cast<char>('C' + quarter));
@@ -143,6 +185,17 @@ TEST(Monitors, AreCoveredThroughRandomChanges) {
         ASSERT_TRUE(await([&] { return agent.buttons().size() == monitors; }))
             << "change " << round << ": " << agent.buttons().size() << " buttons on " << monitors;
     }
+
+    for (const std::string& name : names)
+        desktop.server->xrandr({"--delmonitor", name});
+    ASSERT_TRUE(await([&] { return isEachCoveredOnce(desktop, agent); }));
+    paper.paint(white); // A frame, with all that one takes.
+    EXPECT_TRUE(await([&] { return holdings() == covered; }));
+    EXPECT_EQ(holdings(), covered);
+    agent.uncover();
+    EXPECT_TRUE(await([&] { return holdings() == clear; }));
+    EXPECT_EQ(holdings(), clear);
+    EXPECT_EQ(agent.process().errors(), "");
 }
 
 TEST(Monitors, AreCoveredHoweverManyAndLarge) {
@@ -205,8 +258,10 @@ TEST(Outputs, AreCoveredThroughRandomChanges) {
     paper.paint(white);
     paper.lower();
     paper.show();
-    for (const char* output : {"DUMMY1", "DUMMY2"})
-        for (const char* mode : {"1024x768", "640x480"})
+    const std::vector<std::string> outputs = {"DUMMY0", "DUMMY1", "DUMMY2"};
+    const std::vector<std::string> modes = {"1024x768", "640x480"};
+    for (const std::string& output : outputs)
+        for (const std::string& mode : modes)
             desktop.server->xrandr({"--addmode", output, mode});
     Agent agent(desktop);
     agent.cover();
@@ -214,38 +269,74 @@ TEST(Outputs, AreCoveredThroughRandomChanges) {
     const auto pick = [&](const std::vector<std::string>& from) {
         return from[random() % from.size()];
     };
-    for (int round = 0; round < rounds(10, 100); ++round) {
-        const std::string output = pick({"DUMMY1", "DUMMY2"});
-        Change change = {"--output", output, "--off"};
-        if (random() % 4 != 0)
+    const auto place = [&] {
+        return std::to_string(random() % 2000) + 'x' + std::to_string(random() % 1000);
+    };
+    size_t allOff = 0;
+    for (int round = 0; round < rounds(15, 100); ++round) {
+        const std::string output = pick(outputs);
+        // Beside another, over a part of it, in the same place, or gone: all of them at times.
+        Change change = {"--output", output, "--mode", pick(modes), "--pos", place()};
+        if (const auto other = pick(outputs); other != output && random() % 2)
             change = {"--output",
                       output,
                       "--mode",
-                      pick({"1024x768", "640x480"}),
+                      pick(modes),
                       pick({"--right-of", "--below", "--same-as"}),
-                      "DUMMY0"};
+                      other};
+        if (random() % 2) change = {"--output", output, "--off"};
+        if (random() % 3 == 0) change.emplace_back("--primary");
         desktop.server->xrandr(change);
         ASSERT_TRUE(await([&] {
-            return isDarkEverywhere(desktop) &&
-                   agent.visibleCovers().size() == agent.buttons().size();
+            return isDarkEverywhere(desktop) && isEachCoveredOnce(desktop, agent);
         })) << "change "
-            << round << " to " << output;
+            << round << ": " << testing::PrintToString(change);
+        allOff += desktop.screen.monitors().empty();
     }
+    EXPECT_GT(allOff, 0U);
     EXPECT_EQ(agent.process().errors(), "");
 }
 
-TEST(Outputs, AreCoveredAgainWhenAllWereGone) {
+TEST(Outputs, AreAsTheyWereWhenAllWereGone) {
     auto server = XServer::outputs();
     if (!server) GTEST_SKIP() << "no X server with several outputs can start here";
     Desktop desktop(std::move(server));
+    for (const Change& change : outputSteps[0].changes)
+        desktop.server->xrandr(change);
+    TestWindow paper(desktop.display(), {0, 0, 4096, 2160});
+    paper.lower();
+    paper.show();
     Agent agent(desktop);
+    ASSERT_TRUE(await([&] { return agent.buttons().size() == 2; }));
+    const Area button = agent.buttons()[0].area;
+    desktop.input.move(button.x + 20, button.y + 20);
+    desktop.input.press(1);
+    for (const int y : {150, 200, 250})
+        desktop.input.move(30, y);
+    desktop.input.release(1);
+    ASSERT_TRUE(await([&] { return agent.buttons()[0].area.x == 6; })); // At the edge.
     agent.cover();
+    const auto spots = areasOf(agent.buttons());
+    const auto monitors = desktop.screen.monitors();
 
-    for (int round = 0; round < 5; ++round) {
-        desktop.server->xrandr({"--output", "DUMMY0", "--off"});
+    for (int round = 0; round < rounds(5, 50); ++round) {
+        desktop.server->xrandr({"--output", "DUMMY0", "--off", "--output", "DUMMY1", "--off"});
         ASSERT_TRUE(desktop.screen.monitors().empty());
-        EXPECT_TRUE(await([&] { return agent.visibleCovers().empty(); })) << round;
-        desktop.server->xrandr({"--output", "DUMMY0", "--auto"});
-        EXPECT_TRUE(await([&] { return agent.isCovered(); })) << round;
+        EXPECT_TRUE(await([&] { return isEachCoveredOnce(desktop, agent); })) << round;
+        paper.paint(round % 2 ? black : white);
+        desktop.server->xrandr({"--output", "DUMMY0", "--mode", "1024x768", "--output", "DUMMY1",
+                                "--mode", "1024x768", "--right-of", "DUMMY0"});
+        ASSERT_EQ(desktop.screen.monitors(), monitors);
+        EXPECT_TRUE(await([&] {
+            return isEachCoveredOnce(desktop, agent) && areasOf(agent.buttons()) == spots;
+        })) << round
+            << ": " << testing::PrintToString(areasOf(agent.buttons()));
+        for (const Area& monitor : monitors)
+            EXPECT_TRUE(await([&] {
+                const double expected = round % 2 ? 0 : 153;
+                const Area part = {monitor.x + 300, monitor.y + 200, 300, 300};
+                return std::abs(desktop.screen.grab(part).mean() - expected) < 6;
+            })) << round;
     }
+    EXPECT_EQ(agent.process().errors(), "");
 }

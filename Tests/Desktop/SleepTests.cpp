@@ -2,6 +2,7 @@
 #include "Harness/Await.h"
 #include "Harness/Logind.h"
 #include "Harness/MuteServer.h"
+#include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
 
 #include <csignal>
@@ -95,6 +96,32 @@ TEST_F(Sleep, WhileClearChangesNothing) {
     EXPECT_TRUE(await([&] { return isPlain(); })) << "covered on the brink of sleep";
     logind.announce(false);
     EXPECT_TRUE(await([&] { return isBlurred() && logind.isDelayed(); }));
+}
+
+TEST_F(Sleep, OfTheScreensAloneKeepsTheBlurLive) {
+    Agent agent(desktop);
+    agent.cover();
+    const auto isReadable = [&] {
+        const auto isIt = [&](const Area& monitor) {
+            const Picture picture = desktop.screen.grabWithoutButtons(monitor);
+            return picture.count(marker) > 0 || picture.brightest() > 160;
+        };
+        return isIt(Desktop::left) || isIt(Desktop::right);
+    };
+    for (int night = 0; night < rounds(3, 50); ++night) {
+        xcb_force_screen_saver(paper.client(), XCB_SCREEN_SAVER_ACTIVE);
+        paintHalves(marker, white);
+        EXPECT_TRUE(holdsFor(100ms, [&] { return !isReadable(); })) << night;
+        xcb_force_screen_saver(paper.client(), XCB_SCREEN_SAVER_RESET);
+        paper.client().settle();
+        EXPECT_TRUE(holdsFor(100ms, [&] { return !isReadable(); })) << night;
+        EXPECT_TRUE(agent.isCovered());
+        paintHalves(white, 0x202020);
+        EXPECT_TRUE(await([&] { return isBlurred(); })) << night;
+        paintHalves(0x202020, 0x202020);
+        EXPECT_TRUE(await([&] { return !isBlurred(); })) << night;
+    }
+    EXPECT_EQ(agent.process().errors(), "");
 }
 
 TEST_F(Sleep, NeitherASilentBusNorNoneHoldsTheCover) {

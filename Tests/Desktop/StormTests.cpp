@@ -5,8 +5,11 @@
 
 #include <cmath>
 #include <random>
+#include <thread>
 
 #include <gtest/gtest.h>
+
+#include <xcb/shape.h>
 
 using namespace Harness;
 
@@ -19,16 +22,114 @@ Area anywhere(std::mt19937& random) {
     return {upTo(3000) - 100, upTo(1000) - 100, 1 + upTo(900), 1 + upTo(700)};
 }
 
+struct Storm : testing::Test {
+    Storm() {
+        agent.cover(); // What is made at the first time only is there from now on.
+        agent.uncover();
+        clear = holdings();
+        agent.cover();
+        expectLive();
+        covered = holdings();
+    }
+
+    std::map<std::string, size_t> holdings() {
+        auto held = desktop.screen.holdingsOf(agent.process().pid());
+        held["pixmaps of all clients"] = desktop.screen.pixmaps();
+        return held;
+    }
+
+    void expectLive() {
+        for (const uint32_t colour : {black, white}) {
+            paper.paint(colour);
+            const double expected = colour == white ? 153 : 0;
+            EXPECT_TRUE(await([&] {
+                return std::abs(desktop.screen.grab(Desktop::left).mean() - expected) < 6;
+            })) << "not live";
+        }
+    }
+
+    void expectHoldings(const std::map<std::string, size_t>& before) {
+        EXPECT_TRUE(await([&] { return holdings() == before; }));
+        EXPECT_EQ(holdings(), before);
+    }
+
+    /// That what went by has left the program as it was, covered and then clear.
+    void expectNoHarm() {
+        ASSERT_FALSE(agent.process().status()) << agent.process().errors();
+        EXPECT_TRUE(agent.isCovered());
+        expectLive();
+        expectHoldings(covered);
+        agent.uncover();
+        expectHoldings(clear);
+        EXPECT_EQ(agent.process().errors(), "");
+    }
+
+    Desktop desktop;
+    Paper paper{desktop};
+    Agent agent{desktop};
+    std::map<std::string, size_t> clear;
+    std::map<std::string, size_t> covered;
+};
+
+/// The end of a window that shows, as requests that reach the server together.
+struct End {
+    const char* name;
+    void (*requests)(const XClient& client, xcb_window_t window, xcb_window_t neighbour);
+};
+
+void resize(const XClient& client, xcb_window_t window) {
+    const uint32_t size[] = {700, 500};
+    xcb_configure_window(client, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
+}
+
+const End ends[] = {
+    {"ResizedAndDestroyed",
+     [](const XClient& client, xcb_window_t window, xcb_window_t) {
+         resize(client, window);
+         xcb_destroy_window(client, window);
+     }},
+    {"ResizedAndUnmapped",
+     [](const XClient& client, xcb_window_t window, xcb_window_t) {
+         resize(client, window);
+         xcb_unmap_window(client, window);
+     }},
+    {"Unmapped", [](const XClient& client, xcb_window_t window,
+                    xcb_window_t) { xcb_unmap_window(client, window); }},
+    {"DestroyedAfterTheOrderChanged",
+     [](const XClient& client, xcb_window_t window, xcb_window_t neighbour) {
+         xcb_circulate_window(client, XCB_CIRCULATE_RAISE_LOWEST, client.root());
+         xcb_map_window(client, neighbour);
+         xcb_destroy_window(client, window);
+     }},
+    {"TakenIntoAnotherAndDestroyed",
+     [](const XClient& client, xcb_window_t window, xcb_window_t neighbour) {
+         xcb_reparent_window(client, window, neighbour, 0, 0);
+         xcb_destroy_window(client, window);
+     }},
+    {"CutAndDestroyed",
+     [](const XClient& client, xcb_window_t window, xcb_window_t) {
+         const xcb_rectangle_t part = {10, 10, 100, 100};
+         xcb_shape_rectangles(client, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, 0, window, 0, 0, 1,
+                              &part);
+         xcb_destroy_window(client, window);
+     }},
+};
+
+struct StormOf : Storm, testing::WithParamInterface<End> {
+    xcb_window_t make(const XClient& client) const {
+        const xcb_window_t window = xcb_generate_id(client);
+        const uint32_t values[] = {marker, 1};
+        xcb_create_window(client, XCB_COPY_FROM_PARENT, window, client.root(), 200, 200, 600, 400,
+                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
+        return window;
+    }
+};
+
 } // namespace
 
-TEST(Storm, WindowsThatDieUnderTheLiveBlurDoItNoHarm) {
-    Desktop desktop;
-    Paper paper(desktop);
-    Agent agent(desktop);
-    agent.cover();
+TEST_F(Storm, WindowsThatDieUnderTheLiveBlurDoItNoHarm) {
     std::mt19937 random(1);
-
-    const size_t pixmapsBefore = desktop.screen.pixmaps();
     const auto start = Clock::now();
     int windows = 0;
     while (millisecondsSince(start) < rounds(4000, 60000)) {
@@ -41,23 +142,37 @@ TEST(Storm, WindowsThatDieUnderTheLiveBlurDoItNoHarm) {
         if (random() % 2) brief.show();
         ++windows;
     }
-
     std::cout << windows << " windows\n";
-    ASSERT_FALSE(agent.process().status()) << agent.process().errors();
-    EXPECT_TRUE(agent.isCovered());
-    for (const uint32_t colour : {black, white}) {
-        paper.paint(colour);
-        const double expected = colour == white ? 153 : 0;
-        EXPECT_TRUE(await([&] {
-            return std::abs(desktop.screen.grab(Desktop::left).mean() - expected) < 6;
-        })) << "no longer live";
-    }
-    EXPECT_TRUE(await([&] { return desktop.screen.pixmaps() <= pixmapsBefore; }))
-        << desktop.screen.pixmaps() << " pixmaps after " << pixmapsBefore;
-    EXPECT_EQ(agent.process().errors(), "");
+    expectNoHarm();
 }
 
-TEST(Storm, TogglesAmongDyingWindows) {
+TEST_P(StormOf, DoesNoHarm) {
+    const XClient client(desktop.display());
+    for (int round = 0; round < rounds(60, 1000); ++round) {
+        const xcb_window_t window = make(client);
+        const xcb_window_t neighbour = make(client);
+        xcb_map_window(client, window);
+        client.settle();
+        // Through all of a frame's time, so that ends fall before, into and after a capture.
+        const auto end = Clock::now() + round * 1700us % 40ms;
+        while (Clock::now() < end) {
+            xcb_clear_area(client, 0, window, 0, 0, 0, 0);
+            client.settle();
+            std::this_thread::sleep_for(500us);
+        }
+        GetParam().requests(client, window, neighbour);
+        client.settle();
+        xcb_destroy_window(client, window);
+        xcb_destroy_window(client, neighbour);
+    }
+    client.settle();
+    expectNoHarm();
+}
+
+INSTANTIATE_TEST_SUITE_P(Windows, StormOf, testing::ValuesIn(ends),
+                         [](const auto& each) { return std::string(each.param.name); });
+
+TEST(StormOfWindows, TogglesAmongDyingWindows) {
     Desktop desktop;
     Agent agent(desktop);
     std::mt19937 random(2);

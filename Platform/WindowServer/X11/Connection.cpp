@@ -4,7 +4,11 @@
 #include <QSocketNotifier>
 
 #include <bit>
+#include <cstdio>
 #include <cstring>
+#include <initializer_list>
+#include <string>
+#include <utility>
 
 #include <unistd.h>
 
@@ -23,6 +27,16 @@ const xcb_screen_t* screenAt(xcb_connection_t* connection, int number) {
     for (; it.rem && number > 0; --number)
         xcb_screen_next(&it);
     return it.data;
+}
+
+/// Adds those of the needs that are not met, and what comes of it.
+void addMissing(std::string& text, const char* consequence,
+                std::initializer_list<std::pair<const char*, bool>> needs) {
+    std::string names;
+    for (const auto& [name, met] : needs)
+        if (!met) names += (names.empty() ? "" : ", ") + std::string(name);
+    if (names.empty()) return;
+    text += (text.empty() ? "" : "; ") + names + " missing: " + consequence;
 }
 
 } // namespace
@@ -74,8 +88,21 @@ void Connection::findExtensions() {
         findFormats();
     }
     m_hasComposite = composite != nullptr;
-    m_canBlurLive = composite && damage && xfixes && canScale() &&
-                    formatOf(m_screen->root_visual) != 0 && hasPlainPixels();
+    const bool knowsScreen = !render || formatOf(m_screen->root_visual) != 0;
+    m_canBlurLive = composite && damage && xfixes && canScale() && knowsScreen && hasPlainPixels();
+
+    std::string missing;
+    addMissing(missing,
+               canBlurStill() ? "the cover shows a still picture" : "the cover is plain dark",
+               {{"Composite", composite},
+                {"Damage", damage},
+                {"Render", canScale()},
+                {"XFixes", xfixes},
+                {"Render's format of the screen", knowsScreen},
+                {"pixels of 32 bits", hasPlainPixels()}});
+    addMissing(missing, "the whole screen counts as one monitor", {{"RandR", randr}});
+    addMissing(missing, "no click goes through the cover", {{"Shape", shape}});
+    if (!missing.empty()) std::fputs(("Nimbrel Lite: " + missing + ".\n").c_str(), stderr);
 }
 
 void Connection::findFormats() {
@@ -98,6 +125,8 @@ bool Connection::hasPlainPixels() const {
         if (it.data->depth == 24) return it.data->bits_per_pixel == 32;
     return false;
 }
+
+bool Connection::canBlurStill() const { return hasPlainPixels() && m_screen->root_depth == 24; }
 
 xcb_render_pictformat_t Connection::formatOf(xcb_visualid_t visual) const {
     if (!m_formats) return 0;

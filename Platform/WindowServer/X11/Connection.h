@@ -19,7 +19,8 @@ namespace WindowServer {
 
 class Connection : public QObject {
 public:
-    /// Null where no server answers at DISPLAY.
+    /// Null where no server answers at DISPLAY. What the server lacks, and what comes of it, is
+    /// told in one line of the log.
     static std::unique_ptr<Connection> open();
     ~Connection() override;
 
@@ -39,6 +40,8 @@ public:
     /// Whether the server has all that a live blur takes: Composite, Damage, Render, XFixes and
     /// plain pixels.
     bool canBlurLive() const { return m_canBlurLive; }
+    /// Whether a still one can be had: the screen itself is of plain pixels.
+    bool canBlurStill() const;
     /// Whether Render can scale pictures here.
     bool canScale() const { return m_rgbFormat != 0; }
     bool hasComposite() const { return m_hasComposite; }

@@ -3,12 +3,26 @@
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/ScreenPicture.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace WindowServer {
 
+namespace {
+
+std::tuple<int, int, int> sizeOf(const Backdrop& backdrop) {
+    return {backdrop.plan().halvings, backdrop.width(), backdrop.height()};
+}
+
+} // namespace
+
 std::vector<LiveBlur::Pending> LiveBlur::request(const std::vector<Behind>& behinds,
                                                  const std::vector<PixelRect>& areas) {
+    // Scratch pictures of a monitor that has gone would stay for as long as it is covered.
+    std::erase_if(m_pyramids, [&](const auto& entry) {
+        return std::ranges::none_of(
+            behinds, [&](const Behind& behind) { return sizeOf(behind.backdrop) == entry.first; });
+    });
     std::optional<ScreenPicture> screen;
     if (!m_scene) screen.emplace(m_connection);
     Drawable& desktop = m_scene ? static_cast<Drawable&>(*m_scene) : *screen;
@@ -44,11 +58,10 @@ void LiveBlur::follow(std::function<bool(xcb_window_t)> hidden) {
 }
 
 Pyramid& LiveBlur::pyramidFor(const Backdrop& backdrop) {
-    const int halvings = backdrop.plan().halvings;
-    auto& pyramid = m_pyramids[{halvings, backdrop.width(), backdrop.height()}];
+    auto& pyramid = m_pyramids[sizeOf(backdrop)];
     if (!pyramid)
-        pyramid =
-            std::make_unique<Pyramid>(m_connection, backdrop.width(), backdrop.height(), halvings);
+        pyramid = std::make_unique<Pyramid>(m_connection, backdrop.width(), backdrop.height(),
+                                            backdrop.plan().halvings);
     return *pyramid;
 }
 

@@ -20,7 +20,7 @@ void addRow(const uint8_t* from, int width, int factor, float* sums) {
 } // namespace
 
 bool grabScreen(Connection& connection, const PixelRect& area, int factor, SmallImage& image) {
-    if (!connection.hasPlainPixels() || connection.screen().root_depth != 24) return false;
+    if (!connection.canBlurStill()) return false;
     std::ranges::fill(image.values, 0.0f);
     // One small row at a time, so that no readable picture of the screen is ever held here.
     for (int row = 0; row < image.height; ++row) {
