@@ -40,11 +40,12 @@ bool XServer::start(const std::vector<std::string>& command) {
     return true;
 }
 
-std::unique_ptr<XServer> XServer::framebuffer(const std::vector<std::string>& arguments) {
+std::unique_ptr<XServer> XServer::framebuffer(const std::vector<std::string>& arguments,
+                                              std::vector<std::string> command) {
     auto server = std::make_unique<XServer>();
-    std::vector<std::string> command = {"Xvfb",     "-displayfd",   "1",    "-screen",
-                                        "0",        "3200x1080x24", "-dpi", "96",
-                                        "-noreset", "-nolisten",    "tcp"};
+    for (const char* word : {"Xvfb", "-displayfd", "1", "-screen", "0", "3200x1080x24", "-dpi",
+                             "96", "-noreset", "-nolisten", "tcp"})
+        command.emplace_back(word);
     command.insert(command.end(), arguments.begin(), arguments.end());
     if (!server->start(command)) throw std::runtime_error(server->process().errors());
     return server;

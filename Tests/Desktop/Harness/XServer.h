@@ -12,8 +12,10 @@ namespace Harness {
 /// A private X server, on a display number that it picks itself.
 class XServer {
 public:
-    /// One output of 3200x1080 in memory. More arguments go to the server as they are.
-    static std::unique_ptr<XServer> framebuffer(const std::vector<std::string>& arguments = {});
+    /// One output of 3200x1080 in memory. More arguments go to the server as they are, and the
+    /// launcher, a command of its own, starts it where there is one.
+    static std::unique_ptr<XServer> framebuffer(const std::vector<std::string>& arguments = {},
+                                                std::vector<std::string> launcher = {});
 
     /// A server with several outputs that can be plugged and unplugged. Null where none can start.
     static std::unique_ptr<XServer> outputs();

@@ -1,0 +1,64 @@
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/TestWindow.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+enum class Moment { BeforeTheStart, BeforeTheCover, UnderTheCover };
+
+class ScarceMemory : public testing::TestWithParam<Moment> {};
+
+} // namespace
+
+TEST_P(ScarceMemory, CoversPlainlyAndLiveOnceThereIsMemoryAgain) {
+    const Folder folder;
+    const auto sign = folder.path() / "scarce";
+    Desktop desktop(XServer::framebuffer(
+        {}, {"env", "LD_PRELOAD=" SCARCE_MEMORY, "SCARCE_MEMORY=" + sign.string()}));
+    TestWindow paper(desktop.display(), desktop.screen.bounds());
+    paper.lower();
+    paper.show();
+    paper.paint(3200, 8, [](int x, int y) { return (x / 4 + y / 4) % 2 == 0 ? white : marker; });
+    const auto arrive = [&](Moment moment) {
+        if (moment == GetParam()) std::ofstream(sign) << "now";
+    };
+
+    arrive(Moment::BeforeTheStart);
+    Agent agent(desktop);
+    arrive(Moment::BeforeTheCover);
+    agent.cover();
+    arrive(Moment::UnderTheCover);
+    for (const uint32_t colour : {black, white}) {
+        paper.paint(colour);
+        EXPECT_TRUE(holdsFor(200ms, [&] {
+            const Picture picture = desktop.screen.grabWithoutButtons({0, 0, 1600, 1000});
+            return agent.isCovered() && picture.brightest() <= 160 && picture.sharpestStep() <= 4;
+        }));
+    }
+
+    agent.uncover();
+    std::filesystem::remove(sign);
+    agent.cover();
+    for (const uint32_t colour : {black, white}) {
+        paper.paint(colour);
+        EXPECT_TRUE(await([&] {
+            return std::abs(desktop.screen.grab({400, 300, 800, 400}).mean() -
+                            (colour == white ? 153 : 0)) < 8;
+        }));
+    }
+    const std::string said = agent.process().errors();
+    EXPECT_LE(std::ranges::count(said, '\n'), 1) << said;
+}
+
+INSTANTIATE_TEST_SUITE_P(From, ScarceMemory,
+                         testing::Values(Moment::BeforeTheStart, Moment::BeforeTheCover,
+                                         Moment::UnderTheCover));
