@@ -197,7 +197,9 @@ Connection::nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const {
 
 /// An error about something of another program is a race that the program lost: a window died
 /// between an event and our request. A damage object of ours dies with the window it watches.
+/// One about the server's memory is about nothing of anybody's.
 bool Connection::isRace(const xcb_generic_error_t& error) const {
+    if (error.error_code == XCB_ALLOC) return false;
     const auto* setup = xcb_get_setup(m_xcb);
     const bool ours = (error.resource_id & ~setup->resource_id_mask) == setup->resource_id_base;
     return !ours || (m_damageError && error.error_code == m_damageError);

@@ -68,8 +68,8 @@ public:
     /// once with status 1.
     void attach();
     std::function<void(const xcb_generic_event_t&)> onEvent;
-    /// A window of ours was found destroyed by another program: what was asked of the server so far
-    /// may be refused for that alone.
+    /// A window of ours was found destroyed by another program, or something was refused: what was
+    /// asked of the server so far may be refused for that alone.
     void excuseRefusals() { m_excusedUntil = xcb_no_operation(m_xcb).sequence; }
     /// Called where the server refused something of ours that it was not expected to refuse: what
     /// was drawn since cannot be trusted.

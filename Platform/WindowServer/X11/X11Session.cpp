@@ -9,6 +9,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <cstdio>
 #include <utility>
 
 #include <xcb/randr.h>
@@ -432,9 +433,18 @@ void X11Session::drawFrame() {
     m_connection->flush();
 }
 
+/// What was refused drags after it all that was to be made of it, so the blur begins afresh when a
+/// cover is shown next.
 void X11Session::coverPlainly() {
+    if (!std::exchange(m_wasRefused, true))
+        std::fputs("Nimbrel Lite: the X server refused a request, as it does when it is short of "
+                   "memory: the cover is plain dark until the next one.\n",
+                   stderr);
     for (X11Surface* surface : m_surfaces)
         if (surface->isMapped()) surface->showPlain();
+    m_live.reset();
+    m_frame.stop();
+    m_connection->excuseRefusals();
     m_connection->flush();
 }
 

@@ -103,6 +103,7 @@ private:
     bool m_watching = false;
     bool m_covered = false; ///< As it was told last.
     bool m_resting = false;
+    bool m_wasRefused = false; ///< The log has heard of it.
     bool m_orderStale = false; ///< Whether a commit has to restack, whatever else it does.
     QTimer m_commit;
     QTimer m_frame;
