@@ -57,9 +57,12 @@ Environment Desktop::environment() const {
         {"XDG_RUNTIME_DIR", m_home.make("runtime").string()},
         {"DBUS_SESSION_BUS_ADDRESS", bus ? bus->address() : "unix:path=/nonexistent"},
         {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent"},
-        // The leak check traces the program, which does not let itself be traced.
-        {"ASAN_OPTIONS", "detect_leaks=0"},
+#ifdef OPEN_AT_THE_END
+        {"LD_PRELOAD", OPEN_AT_THE_END},
+        {"ASAN_OPTIONS", "verify_asan_link_order=0"},
+        {"LSAN_OPTIONS", "print_suppressions=0:suppressions=" LEAKS_OF_LIBRARIES},
         {"UBSAN_OPTIONS", "print_stacktrace=1"},
+#endif
     };
     for (const auto& [name, value] : extra)
         result[name] = value;
