@@ -8,3 +8,4 @@
 
 NSPoint pointFrom(const QPointF& point);
 QRect rectOf(const NSRect& rect);
+NSRect frameOf(const QRect& rect);

@@ -29,3 +29,9 @@ QRect rectOf(const NSRect& rect) {
     return {rounded(zero.x() + rect.origin.x), rounded(zero.y() - rect.origin.y - rect.size.height),
             rounded(rect.size.width), rounded(rect.size.height)};
 }
+
+NSRect frameOf(const QRect& rect) {
+    const QPointF zero = origin();
+    return CGRectMake(rect.x() - zero.x(), zero.y() - rect.y() - rect.height(), rect.width(),
+                      rect.height());
+}

@@ -56,6 +56,7 @@ private:
 
     explicit PanelWidget(NSWindow& window);
 
+    QRect place() const; ///< With the shadow.
     void draw();
     void setShapes();
     void lookBehind();

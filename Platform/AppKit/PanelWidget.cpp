@@ -62,6 +62,7 @@ void PanelWidget::enter() {
     create();
     windowHandle()->installEventFilter(this);
     updateTexts();
+    setGeometry(place());
     updateFrame();
     Session::current().setName(winId(), "button:" + outputAt(m_window->frame()));
     if (m_margin > 0)
@@ -89,11 +90,15 @@ void PanelWidget::checkForm() {
     if (m_window && !m_pressed && !suits) onWrongForm();
 }
 
-/// The toolkit alone would take another program's move for the user's and drop its own move to the
-/// same place as one that is done.
+/// The toolkit knows whole points alone.
+QRect PanelWidget::place() const {
+    return rectOf(CGRectInset(m_window->frame(), -m_margin, -m_margin));
+}
+
+/// The toolkit by itself would take another program's move for the user's and drop its own move to
+/// the same place as one that is done.
 void PanelWidget::updateFrame() {
-    const NSRect frame = CGRectInset(m_window->frame(), -m_margin, -m_margin);
-    if (!Session::current().place(winId(), frame)) setGeometry(rectOf(frame));
+    if (!Session::current().place(winId(), frameOf(place()))) setGeometry(place());
     if (!m_look.isActive()) m_look.start();
 }
 

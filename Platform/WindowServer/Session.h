@@ -154,7 +154,7 @@ public:
     virtual void setName(ToolkitWindow, const std::string&) {}
 
     /// Keeps the window at this place and size, in points, whatever other programs do. False where
-    /// the toolkit itself has to put it there, which is so until the server has made the window.
+    /// the toolkit itself has to put it there.
     virtual bool place(ToolkitWindow, const CGRect&) { return false; }
 
     enum class Region { Bounding, Input };

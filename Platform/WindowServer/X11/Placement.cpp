@@ -18,11 +18,11 @@ PixelRect pixelsOf(const CGRect& frame, const Display& display) {
             pixels(CGRectGetWidth(frame)), pixels(CGRectGetHeight(frame))};
 }
 
-void configure(Connection& connection, xcb_window_t window, const PixelRect& place) {
+void configure(xcb_connection_t* connection, xcb_window_t window, const PixelRect& place) {
     const uint32_t values[] = {static_cast<uint32_t>(place.x), static_cast<uint32_t>(place.y),
                                static_cast<uint32_t>(place.width),
                                static_cast<uint32_t>(place.height), 0};
-    xcb_configure_window(connection.xcb(), window,
+    xcb_configure_window(connection, window,
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
                              XCB_CONFIG_WINDOW_HEIGHT | XCB_CONFIG_WINDOW_BORDER_WIDTH,
                          values);

@@ -13,8 +13,8 @@ class Connection;
 /// display goes by its scale.
 PixelRect pixelsOf(const CGRect& frame, const Display& display);
 
-/// Sends the window there, without a border. It may be the toolkit's.
-void configure(Connection& connection, xcb_window_t window, const PixelRect& place);
+/// Sends the window there, without a border.
+void configure(xcb_connection_t* connection, xcb_window_t window, const PixelRect& place);
 
 /// Lets the mouse through to what lies behind, where the server has shapes.
 void dropInput(Connection& connection, xcb_window_t window);

@@ -20,7 +20,7 @@ Sentinel::Sentinel(Connection& connection)
 Sentinel::~Sentinel() { xcb_destroy_window(m_connection.xcb(), m_window); }
 
 void Sentinel::place(const PixelRect& cover) const {
-    configure(m_connection, m_window,
+    configure(m_connection.xcb(), m_window,
               {cover.x + cover.width / 2, cover.y + cover.height / 2, 1, 1});
 }
 

@@ -25,17 +25,16 @@ std::vector<PixelRect> linesOf(const std::vector<PixelRect>& rectangles) {
 
 } // namespace
 
-bool ToolkitGuard::place(ToolkitWindow window, const CGRect& frame) {
+void ToolkitGuard::place(ToolkitWindow window, const CGRect& frame) {
     Wish& wish = m_wishes[window];
     wish.frame = frame;
     m_unwatched |= !wish.watched;
-    if (wish.watched) restorePlace(window, wish);
-    return wish.watched;
+    restorePlace(window, wish);
 }
 
 void ToolkitGuard::placeAgain() const {
     for (const auto& [window, wish] : m_wishes)
-        if (wish.watched) restorePlace(window, wish);
+        restorePlace(window, wish);
 }
 
 void ToolkitGuard::set(ToolkitWindow window, Session::Region region,
@@ -83,7 +82,9 @@ void ToolkitGuard::handle(const xcb_generic_event_t& event) {
 void ToolkitGuard::restorePlace(ToolkitWindow window, const Wish& wish) const {
     const PixelRect place = wish.frame ? m_pixelsOf(*wish.frame) : PixelRect();
     if (isEmpty(place)) return;
-    configure(m_connection, static_cast<xcb_window_t>(window), place);
+    // Before it is watched, the server may still have to be told of it.
+    if (!wish.watched) return setToolkitPlace(window, place);
+    configure(m_connection.xcb(), static_cast<xcb_window_t>(window), place);
     m_connection.flush();
 }
 

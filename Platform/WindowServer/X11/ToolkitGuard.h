@@ -23,8 +23,7 @@ public:
     ToolkitGuard(Connection& connection, PixelsOf pixelsOf)
         : m_connection(connection), m_pixelsOf(std::move(pixelsOf)) {}
 
-    /// False where the window may not be at the server yet, and the toolkit has to put it there.
-    bool place(ToolkitWindow window, const CGRect& frame);
+    void place(ToolkitWindow window, const CGRect& frame);
     /// The same frames may be other pixels now.
     void placeAgain() const;
     void set(ToolkitWindow window, Session::Region region,

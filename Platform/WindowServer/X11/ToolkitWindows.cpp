@@ -2,6 +2,7 @@
 
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/Placement.h"
 
 #include <QGuiApplication>
 
@@ -41,6 +42,11 @@ void setToolkitShape(ToolkitWindow window, uint8_t kind, const std::vector<Pixel
     xcb_shape_rectangles(toolkitConnection(), XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_UNSORTED,
                          static_cast<xcb_window_t>(window), 0, 0,
                          static_cast<uint32_t>(shape.size()), shape.data());
+    xcb_flush(toolkitConnection());
+}
+
+void setToolkitPlace(ToolkitWindow window, const PixelRect& place) {
+    configure(toolkitConnection(), static_cast<xcb_window_t>(window), place);
     xcb_flush(toolkitConnection());
 }
 

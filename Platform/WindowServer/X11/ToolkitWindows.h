@@ -11,6 +11,8 @@ class Connection;
 void setToolkitName(Connection& connection, ToolkitWindow window, const std::string& instance);
 /// `kind` as the Shape extension numbers them, and to be called only where there is one.
 void setToolkitShape(ToolkitWindow window, uint8_t kind, const std::vector<PixelRect>& rectangles);
+/// Sends it there, in the server's pixels, without a border.
+void setToolkitPlace(ToolkitWindow window, const PixelRect& place);
 /// Waits until the server has the windows that the toolkit has made so far.
 void settleToolkit();
 void setToolkitShadowMargin(Connection& connection, ToolkitWindow window, int margin);

@@ -208,9 +208,9 @@ void X11Session::setName(ToolkitWindow window, const std::string& instance) {
 }
 
 bool X11Session::place(ToolkitWindow window, const CGRect& frame) {
-    const bool placed = m_guard.place(window, frame);
-    if (!placed) scheduleCommit();
-    return placed;
+    m_guard.place(window, frame);
+    scheduleCommit();
+    return true;
 }
 
 void X11Session::setShape(ToolkitWindow window, Region region,

@@ -89,7 +89,7 @@ void X11Surface::replace() {
 /// What lies behind is bare meanwhile: a new picture of it, or even a look at the order of the
 /// windows, would take longer than what is at hand.
 void X11Surface::showAgain() {
-    configure(m_connection, m_window, m_pixels);
+    configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
     setBackground(XCB_CW_BACK_PIXEL, m_backdrop ? m_backdrop->meanPixel() : plainPixel());
     m_session.exempt(*this);
@@ -229,7 +229,7 @@ void X11Surface::setBackground(uint32_t mask, uint32_t value) {
 }
 
 void X11Surface::show() {
-    configure(m_connection, m_window, m_pixels);
+    configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
     if (m_session.isResting()) m_still = std::move(m_backdrop);
     if (!m_backdrop || m_awaitsSource) {
@@ -289,7 +289,7 @@ void X11Surface::expose(const xcb_expose_event_t& event) {
 void X11Surface::restore(const xcb_configure_notify_event_t& event) {
     const PixelRect now{event.x, event.y, event.width, event.height};
     if (!m_mapped || (now == m_pixels && event.border_width == 0)) return;
-    configure(m_connection, m_window, m_pixels);
+    configure(m_connection.xcb(), m_window, m_pixels);
     m_connection.flush();
 }
 
