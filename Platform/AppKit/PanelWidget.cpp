@@ -29,12 +29,9 @@ NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers) {
 
 /// The output that holds the middle of the frame.
 std::string outputAt(const NSRect& frame) {
-    const double x = CGRectGetMidX(frame);
-    const double y = CGRectGetMidY(frame);
+    const NSPoint middle{CGRectGetMidX(frame), CGRectGetMidY(frame)};
     for (const auto& display : Session::current().displays())
-        if (x >= CGRectGetMinX(display.frame) && x < CGRectGetMaxX(display.frame) &&
-            y >= CGRectGetMinY(display.frame) && y < CGRectGetMaxY(display.frame))
-            return display.name;
+        if (CGRectContainsPoint(display.frame, middle)) return display.name;
     return {};
 }
 

@@ -1,6 +1,7 @@
 #include "WindowServer/X11/ToolkitGuard.h"
 
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Placement.h"
 #include "WindowServer/X11/ToolkitWindows.h"
@@ -25,10 +26,17 @@ std::vector<PixelRect> linesOf(const std::vector<PixelRect>& rectangles) {
 
 } // namespace
 
-void ToolkitGuard::place(ToolkitWindow window, const CGRect& frame) {
+void ToolkitGuard::add(ToolkitWindow window) { wishOf(window); }
+
+ToolkitGuard::Wish& ToolkitGuard::wishOf(ToolkitWindow window) {
     Wish& wish = m_wishes[window];
-    wish.frame = frame;
     m_unwatched |= !wish.watched;
+    return wish;
+}
+
+void ToolkitGuard::place(ToolkitWindow window, const CGRect& frame) {
+    Wish& wish = wishOf(window);
+    wish.frame = frame;
     restorePlace(window, wish);
 }
 
@@ -42,9 +50,7 @@ void ToolkitGuard::set(ToolkitWindow window, Session::Region region,
     if (!m_connection.hasShape()) return;
     const uint8_t kind =
         region == Session::Region::Input ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING;
-    Wish& wish = m_wishes[window];
-    m_unwatched |= !wish.watched;
-    wish.shapes[kind] = rectangles;
+    wishOf(window).shapes[kind] = rectangles;
     setToolkitShape(window, kind, rectangles);
 }
 
@@ -64,19 +70,25 @@ void ToolkitGuard::watch() {
 }
 
 void ToolkitGuard::handle(const xcb_generic_event_t& event) {
-    const int type = event.response_type & 0x7f;
+    const int type = typeOf(event);
     if (type == XCB_DESTROY_NOTIFY) {
-        forget(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
+        forget(as<xcb_destroy_notify_event_t>(event).window);
     } else if (type == XCB_CONFIGURE_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-        const auto found = m_wishes.find(notify.window);
-        const PixelRect now{notify.x, notify.y, notify.width, notify.height};
-        if (found == m_wishes.end() || !found->second.watched || !found->second.frame) return;
-        if (now != m_pixelsOf(*found->second.frame) || notify.border_width != 0)
-            restorePlace(found->first, found->second);
+        handleConfigure(as<xcb_configure_notify_event_t>(event));
     } else if (m_connection.hasShape() && type == m_connection.events().shape + XCB_SHAPE_NOTIFY) {
-        handleShape(reinterpret_cast<const xcb_shape_notify_event_t&>(event));
+        handleShape(as<xcb_shape_notify_event_t>(event));
     }
+}
+
+void ToolkitGuard::handleConfigure(const xcb_configure_notify_event_t& event) const {
+    const auto found = m_wishes.find(event.window);
+    if (found == m_wishes.end() || !found->second.watched) return;
+    const PixelRect now{event.x, event.y, event.width, event.height};
+    const auto& frame = found->second.frame;
+    const PixelRect wanted = frame ? m_pixelsOf(*frame) : now;
+    if (isEmpty(wanted) || (now == wanted && event.border_width == 0)) return;
+    configure(m_connection.xcb(), event.window, wanted);
+    m_connection.flush();
 }
 
 void ToolkitGuard::restorePlace(ToolkitWindow window, const Wish& wish) const {

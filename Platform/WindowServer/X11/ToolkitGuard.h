@@ -23,6 +23,8 @@ public:
     ToolkitGuard(Connection& connection, PixelsOf pixelsOf)
         : m_connection(connection), m_pixelsOf(std::move(pixelsOf)) {}
 
+    /// Borders and shapes are undone from now on.
+    void add(ToolkitWindow window);
     void place(ToolkitWindow window, const CGRect& frame);
     /// The same frames may be other pixels now.
     void placeAgain() const;
@@ -41,7 +43,9 @@ private:
         bool watched = false;
     };
 
+    Wish& wishOf(ToolkitWindow window);
     void restorePlace(ToolkitWindow window, const Wish& wish) const;
+    void handleConfigure(const xcb_configure_notify_event_t& event) const;
     void handleShape(const xcb_shape_notify_event_t& event) const;
     void restoreShape(ToolkitWindow window, uint8_t kind, const std::vector<PixelRect>& wish) const;
     bool hasShape(ToolkitWindow window, uint8_t kind, const std::vector<PixelRect>& wish) const;

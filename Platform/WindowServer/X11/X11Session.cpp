@@ -1,5 +1,6 @@
 #include "WindowServer/X11/X11Session.h"
 
+#include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Placement.h"
 #include "WindowServer/X11/ToolkitWindows.h"
@@ -173,6 +174,7 @@ int X11Session::setBackgroundBlurRadius(int surfaceNumber, int radius) {
 
 void X11Session::setLevel(ToolkitWindow window, int level) {
     m_stacking.add(static_cast<xcb_window_t>(window), level);
+    m_guard.add(window);
     m_orderStale = true;
     scheduleCommit();
 }
@@ -230,12 +232,9 @@ Snapshot X11Session::grabAround(ToolkitWindow window, int margin) {
 const Display* X11Session::displayAt(const CGRect& frame) const {
     const auto same = std::ranges::find(m_displays, frame, &Display::frame);
     if (same != m_displays.end()) return &*same;
-    const double x = frame.origin.x + frame.size.width / 2;
-    const double y = frame.origin.y + frame.size.height / 2;
-    const auto holder = std::ranges::find_if(m_displays, [=](const Display& display) {
-        const CGRect& f = display.frame;
-        return x >= f.origin.x && x < f.origin.x + f.size.width && y >= f.origin.y &&
-               y < f.origin.y + f.size.height;
+    const CGPoint middle{CGRectGetMidX(frame), CGRectGetMidY(frame)};
+    const auto holder = std::ranges::find_if(m_displays, [&](const Display& display) {
+        return CGRectContainsPoint(display.frame, middle);
     });
     return holder == m_displays.end() ? nullptr : &*holder;
 }
@@ -245,7 +244,7 @@ void X11Session::handle(const xcb_generic_event_t& event) {
     m_key.handle(event);
     m_compositor.handle(event);
     if (m_struts.handle(event)) m_displayRefresh.start(0);
-    const int type = event.response_type & 0x7f;
+    const int type = typeOf(event);
     if (m_connection->events().randr && (type == m_connection->events().randr ||
                                          type == m_connection->events().randr + XCB_RANDR_NOTIFY))
         m_displayRefresh.start(0);
@@ -262,35 +261,35 @@ void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
         return found == m_surfaces.end() ? nullptr : *found;
     };
     if (type == XCB_EXPOSE) {
-        const auto& expose = reinterpret_cast<const xcb_expose_event_t&>(event);
+        const auto& expose = as<xcb_expose_event_t>(event);
         if (auto* surface = surfaceOf(expose.window)) surface->expose(expose);
     } else if (type == XCB_CONFIGURE_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+        const auto& notify = as<xcb_configure_notify_event_t>(event);
         // All that the server tells of monitors that a user draws up.
         if (notify.window == m_connection->root()) m_displayRefresh.start(0);
         auto* surface = surfaceOf(notify.window);
         if (surface && notify.window == surface->window()) surface->restore(notify);
     } else if (type == XCB_VISIBILITY_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_visibility_notify_event_t&>(event);
+        const auto& notify = as<xcb_visibility_notify_event_t>(event);
         auto* surface = surfaceOf(notify.window);
         if (surface && notify.state != XCB_VISIBILITY_FULLY_OBSCURED && !isComposited())
             surface->sentinelSeen();
     } else if (type == XCB_UNMAP_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_unmap_notify_event_t&>(event);
+        const auto& notify = as<xcb_unmap_notify_event_t>(event);
         if (auto* surface = surfaceOf(notify.window)) surface->restore(notify);
     } else if (type == XCB_DESTROY_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+        const auto& notify = as<xcb_destroy_notify_event_t>(event);
         if (auto* surface = surfaceOf(notify.window)) surface->replace();
     } else if (type == XCB_REPARENT_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
+        const auto& notify = as<xcb_reparent_notify_event_t>(event);
         auto* surface = surfaceOf(notify.window);
         if (surface && notify.parent != m_connection->root()) surface->replace();
     } else if (type == XCB_PROPERTY_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        const auto& notify = as<xcb_property_notify_event_t>(event);
         if (auto* surface = surfaceOf(notify.window)) surface->restore(notify);
     } else if (m_connection->hasShape() &&
                type == m_connection->events().shape + XCB_SHAPE_NOTIFY) {
-        const auto& notify = reinterpret_cast<const xcb_shape_notify_event_t&>(event);
+        const auto& notify = as<xcb_shape_notify_event_t>(event);
         if (auto* surface = surfaceOf(notify.affected_window)) surface->restore(notify);
     }
 }
@@ -298,11 +297,11 @@ void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
 void X11Session::handleToolkitWindow(int type, const xcb_generic_event_t& event) {
     xcb_window_t window = XCB_NONE;
     if (type == XCB_UNMAP_NOTIFY)
-        window = reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window;
+        window = as<xcb_unmap_notify_event_t>(event).window;
     else if (type == XCB_DESTROY_NOTIFY)
-        window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
+        window = as<xcb_destroy_notify_event_t>(event).window;
     else if (type == XCB_REPARENT_NOTIFY)
-        window = reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window;
+        window = as<xcb_reparent_notify_event_t>(event).window;
     m_guard.handle(event);
     if (window != XCB_NONE && m_stacking.holds(window) && onWindowGone) onWindowGone(window);
 }
