@@ -295,14 +295,18 @@ TEST(ButtonsOnOutputs, SurviveTheirEndInTheMiddleOfADrag) {
 }
 
 TEST_F(Buttons, KeepClearOfPanels) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    const auto setStrut = [&](TestWindow& panel, const std::vector<uint32_t>& strut) {
-        const auto& client = panel.client();
-        xcb_change_property(client, XCB_PROP_MODE_REPLACE, panel.number(),
-                            client.atom("_NET_WM_STRUT_PARTIAL"), XCB_ATOM_CARDINAL, 32,
-                            static_cast<uint32_t>(strut.size()), strut.data());
+    const XClient client(desktop.display());
+    const auto tell = [&](xcb_window_t window, const char* property,
+                          const std::vector<uint32_t>& numbers,
+                          xcb_atom_t type = XCB_ATOM_CARDINAL) {
+        xcb_change_property(client, XCB_PROP_MODE_REPLACE, window, client.atom(property), type, 32,
+                            static_cast<uint32_t>(numbers.size()), numbers.data());
         client.settle();
     };
+    const auto setStrut = [&](const TestWindow& panel, const std::vector<uint32_t>& strut) {
+        tell(panel.number(), "_NET_WM_STRUT_PARTIAL", strut);
+    };
+    ASSERT_NO_FATAL_FAILURE(start());
     const Area left = area(0);
     const Area right = area(1);
     {
@@ -317,6 +321,28 @@ TEST_F(Buttons, KeepClearOfPanels) {
         EXPECT_EQ(area(0), left);
     }
     EXPECT_TRUE(await([&] { return area(1) == right; })) << area(1);
+
+    // Window managers may list no panels, and put them into frames of their own.
+    tell(client.root(), "_NET_CLIENT_LIST", {}, XCB_ATOM_WINDOW);
+    for (const bool framed : {false, true}) {
+        const TestWindow frame(desktop.display(), {3140, 0, 60, 1024});
+        const TestWindow panel(desktop.display(), {3140, 0, 60, 1024});
+        constexpr uint32_t wholeEdge = 0; // Where the strip starts, and where it ends.
+        setStrut(panel, {0, 60, 0, 0, 0, 0, wholeEdge, wholeEdge, 0, 0, 0, 0});
+        if (framed) xcb_reparent_window(client, panel.number(), frame.number(), 0, 0);
+        xcb_map_window(client, panel.number());
+        if (framed) xcb_map_window(client, frame.number());
+        client.settle();
+        EXPECT_TRUE(await([&] { return area(1).x == right.x - 60; })) << framed << area(1);
+        xcb_unmap_window(client, panel.number());
+        client.settle();
+        EXPECT_TRUE(await([&] { return area(1) == right; })) << framed << area(1);
+    }
+
+    // A shell tells what its own panels leave of each monitor.
+    tell(client.root(), "_GTK_WORKAREAS_D0", {0, 0, 1920, 1080, 1920, 0, 1200, 1024});
+    EXPECT_TRUE(await([&] { return area(1).x == right.x - 80; })) << area(1);
+    EXPECT_EQ(area(0), left);
 }
 
 TEST_F(Buttons, TakeTheFormThatTheCompositorAllows) {

@@ -2,6 +2,7 @@
 
 #include "WindowServer/Session.h"
 
+#include <set>
 #include <vector>
 
 #include <xcb/xcb.h>
@@ -10,7 +11,8 @@ namespace WindowServer {
 
 class Connection;
 
-/// The strips along the edges of the screen that panels keep free of other programs' windows.
+/// What panels keep free of other programs' windows: the strips along the edges of the screen that
+/// they ask for, and the areas that a shell leaves which draws its panels itself.
 class Struts {
 public:
     explicit Struts(Connection& connection);
@@ -35,18 +37,20 @@ private:
         PixelRect area;
         std::vector<Strip> strips; ///< None while the panel lets others have its place.
     };
-    struct Queries;
+    struct Wish;
 
-    std::vector<xcb_window_t> candidates();
-    Queries ask(xcb_window_t window);
-    void read(const Queries& queries);
+    std::set<xcb_window_t> candidates() const;
+    std::vector<xcb_window_t> withChildren(const std::vector<xcb_window_t>& windows) const;
+    std::vector<Wish> wishesOf(const std::set<xcb_window_t>& windows) const;
+    std::vector<PixelRect> workAreas() const;
+    void add(const Wish& wish);
     std::vector<Strip> stripsOf(const std::vector<uint32_t>& strut) const;
     bool isPanel(xcb_window_t window) const;
 
     Connection& m_connection;
-    bool m_hasList = false; ///< Whether a window manager lists the windows it manages.
-    PixelRect m_screen;     ///< The whole root window, which struts count from the edges of.
+    PixelRect m_screen; ///< The whole root window, which struts count from the edges of.
     std::vector<Panel> m_panels;
+    std::vector<PixelRect> m_workAreas; ///< One for each monitor, where a shell tells them.
 };
 
 } // namespace WindowServer
