@@ -94,7 +94,9 @@ NSRunningApplication::runningApplicationsWithBundleIdentifier(const std::string&
     QStringList names;
     if (bus.isConnected()) {
         const auto reply = bus.call(busCall("ListNames"), QDBus::Block, busPatience);
-        names = reply.arguments().value(0).toStringList().filter(instancePrefix(bundleIdentifier));
+        const QString prefix = instancePrefix(bundleIdentifier);
+        for (const QString& name : reply.arguments().value(0).toStringList())
+            if (name.startsWith(prefix)) names.append(name);
     }
     const QString own = QString::fromStdString(current->m_busName);
     if (isOwn && !names.contains(own)) names.append(own);

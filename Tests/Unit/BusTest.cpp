@@ -169,6 +169,7 @@ TEST(NSApplication, LeavesReopeningToANewerInstanceWhileThatRuns) {
 TEST(NSRunningApplication, FindsTheInstancesOldestFirst) {
     OtherInstance newer("newer");
     const auto current = NSRunningApplication::currentApplication();
+    newer.connection.registerService("org.example.com.vardek.NimbrelLite.Instance1_1"); // No such.
     auto found = NSRunningApplication::runningApplicationsWithBundleIdentifier(identifier);
     ASSERT_EQ(found.size(), 3u);
     EXPECT_FALSE(found[0]->isEqual(*current));
