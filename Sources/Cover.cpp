@@ -145,11 +145,12 @@ void Cover::syncScreens() {
             window->setAlphaValue(1.0);
         }
     }
-    std::erase_if(windows, [&](const auto& entry) {
-        if (connected.contains(entry.first)) return false;
-        entry.second->orderOut(nullptr);
-        return true;
-    });
+    const auto snapshot = windows; // What a window calls may come back here.
+    for (const auto& [number, window] : snapshot) {
+        if (connected.contains(number)) continue;
+        window->orderOut(nullptr);
+        windows.erase(number);
+    }
 }
 
 void Cover::restyle() {

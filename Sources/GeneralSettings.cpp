@@ -16,7 +16,8 @@ View footer(const std::string& text) {
 }
 
 View lockedRow(const std::string& label, const std::string& note, const std::string& id) {
-    return LockedRow{.label = label, .note = note, .feature = Locked::feature(id).value()};
+    return LockedRow{
+        .label = label, .note = note, .feature = Locked::feature(id).value_or(LockedFeature{})};
 }
 
 View blurSection() {
