@@ -193,19 +193,39 @@ TEST_F(HotKeys, OfAnotherProgramAreLeftToIt) {
 }
 
 TEST_F(HotKeys, GoOverToTheNewestStart) {
-    for (const bool takesItsTime : {false, true}) {
+    Agent first(desktop);
+    expectToggles(first, "alone");
+    const auto former = holder();
+    Agent second(desktop);
+    EXPECT_EQ(first.process().awaitEnd(), 0);
+    EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
+    expectToggles(second, "after the hand-over");
+}
+
+TEST_F(HotKeys, StayWithAStartThatDoesNotGoAndTheSettingsSaySo) {
+    constexpr uint32_t red = 0xC8141E;         // What the line is written in.
+    for (const bool isStuck : {true, false}) { // Or without a bus to be asked on.
+        if (!isStuck) desktop.extra = {{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent"}};
         Agent first(desktop);
-        expectToggles(first, "alone");
+        ASSERT_TRUE(await([&] { return holder() != XCB_WINDOW_NONE; }));
         const auto former = holder();
-        if (takesItsTime) first.process().send(SIGSTOP);
+        if (isStuck) first.process().send(SIGSTOP);
         Agent second(desktop);
-        if (takesItsTime) {
-            EXPECT_EQ(holder(), former);
-            first.process().send(SIGCONT);
-        }
+        EXPECT_EQ(holder(), former);
+        const Area icon = desktop.tray->icons().back();
+        desktop.input.move(icon.x + icon.width / 2, icon.y + icon.height / 2);
+        desktop.input.click(3);
+        ASSERT_TRUE(await([&] { return second.menus().size() == 1; }));
+        for (int i = 0; i < 5; ++i)
+            desktop.input.strike(downKey);
+        desktop.input.strike(returnKey);
+        EXPECT_TRUE(await([&] {
+            const auto windows = second.windows();
+            return !windows.empty() && desktop.screen.grab(windows.back().area).count(red) > 0;
+        })) << isStuck;
+        first.process().send(isStuck ? SIGCONT : SIGTERM);
         EXPECT_EQ(first.process().awaitEnd(), 0);
-        EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
-        expectToggles(second, "after the hand-over");
+        EXPECT_EQ(holder(), XCB_WINDOW_NONE) << "as the settings say";
     }
 }
 

@@ -5,9 +5,12 @@
 #include "WindowServer/X11/Xkb.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <string_view>
+#include <thread>
 
 namespace WindowServer {
 
@@ -16,15 +19,18 @@ namespace {
 constexpr char selection[] = "_NIMBREL_LITE_HOT_KEY";
 constexpr std::string_view windowName = "Nimbrel Lite hot key";
 
+constexpr std::chrono::milliseconds patience(2000), pause(10);
+
 } // namespace
 
 bool KeyGrab::take(const KeyChord& chord) {
     if (m_chord) return false;
     listenToKeyboard();
     m_code = codeOf(chord, m_connection, m_xkbEvent != 0);
-    if (!hold()) return false;
+    if (!inherit()) return false;
     m_chord = chord;
     QCoreApplication::instance()->installNativeEventFilter(this);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, qApp, [this] { leave(); });
     return true;
 }
 
@@ -46,23 +52,32 @@ void KeyGrab::listenToKeyboard() {
     xcb_discard_reply(xcb, set.sequence);
 }
 
-/// Grabs the chord, or finds whom to inherit it from. Nobody else can come between.
-bool KeyGrab::hold() {
-    xcb_connection_t* const xcb = m_connection.xcb();
-    m_awaited = XCB_WINDOW_NONE;
-    xcb_grab_server(xcb);
-    const bool granted = grab();
-    if (granted) {
-        announce();
-    } else {
-        const auto owner =
-            m_connection.reply(xcb_get_selection_owner_reply,
-                               xcb_get_selection_owner(xcb, m_connection.atom(selection)));
-        if (owner) await(owner->owner);
+/// Holds the chord once no other instance does, if that is soon. One that was not asked to go, or
+/// is stuck, keeps it.
+bool KeyGrab::inherit() {
+    const QDeadlineTimer deadline(patience);
+    while (const auto rival = hold()) {
+        if (*rival == XCB_WINDOW_NONE) return false;
+        while (holder() == *rival) {
+            if (deadline.hasExpired()) return false;
+            std::this_thread::sleep_for(pause);
+        }
     }
-    xcb_ungrab_server(xcb);
+    return true;
+}
+
+/// Nothing where the chord is held now. Else the window of the instance that has it, and none where
+/// it is another program, or there is no such key. Nobody comes between the two questions.
+std::optional<xcb_window_t> KeyGrab::hold() {
+    std::optional<xcb_window_t> rival;
+    xcb_grab_server(m_connection.xcb());
+    if (grab())
+        announce();
+    else
+        rival = holder();
+    xcb_ungrab_server(m_connection.xcb());
     m_connection.flush();
-    return granted || m_awaited != XCB_WINDOW_NONE;
+    return rival;
 }
 
 bool KeyGrab::grab() const {
@@ -97,11 +112,18 @@ void KeyGrab::announce() {
     xcb_set_selection_owner(xcb, m_window, m_connection.atom(selection), XCB_CURRENT_TIME);
 }
 
-void KeyGrab::await(xcb_window_t holder) {
-    if (holder == XCB_WINDOW_NONE || holder == m_window) return;
-    const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(m_connection.xcb(), holder, XCB_CW_EVENT_MASK, &mask);
-    m_awaited = holder;
+/// The next instance need not wait for all of this one's end.
+void KeyGrab::leave() {
+    letGo();
+    xcb_destroy_window(m_connection.xcb(), m_window);
+    m_connection.flush();
+}
+
+xcb_window_t KeyGrab::holder() const {
+    const auto owner = m_connection.reply(
+        xcb_get_selection_owner_reply,
+        xcb_get_selection_owner(m_connection.xcb(), m_connection.atom(selection)));
+    return owner ? owner->owner : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 void KeyGrab::handle(const xcb_generic_event_t& event) {
@@ -112,9 +134,6 @@ void KeyGrab::handle(const xcb_generic_event_t& event) {
     } else if (type == XCB_KEY_RELEASE) {
         const auto& key = as<xcb_key_release_event_t>(event);
         if (key.detail == m_down) m_down = 0;
-    } else if (type == XCB_DESTROY_NOTIFY) {
-        const auto& notify = as<xcb_destroy_notify_event_t>(event);
-        if (m_awaited != XCB_WINDOW_NONE && notify.window == m_awaited) hold();
     } else if (isChange(event)) {
         followKeymap();
     }
