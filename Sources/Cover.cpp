@@ -1,5 +1,6 @@
 #include "Cover.h"
 
+#include "CoreGraphics/CGWindow.h"
 #include "NoDestructor.h"
 #include "WindowServerBlur.h"
 
@@ -105,7 +106,7 @@ void Cover::start() {
 }
 
 void Cover::show() {
-    if (m_shown) return;
+    if (m_shown || !CGRequestScreenCaptureAccess()) return;
     syncScreens();
     m_shown = true;
     for (const auto& [number, window] : windows)

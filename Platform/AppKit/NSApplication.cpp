@@ -23,7 +23,6 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <string_view>
 #include <utility>
 
 #include <sys/prctl.h>
@@ -44,25 +43,13 @@ void harden() {
 
 constexpr int keepExisting = 0; ///< Tells setenv to leave a variable that is set.
 
-bool isSet(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value && *value;
-}
-
-void warnOfWayland() {
-    const char* type = std::getenv("XDG_SESSION_TYPE");
-    if (!isSet("WAYLAND_DISPLAY") && (!type || std::string_view(type) != "wayland")) return;
-    NSLog("Nimbrel Lite: this is a Wayland session. Only X11 windows are covered here, and all "
-          "others stay readable.");
-}
-
 void connectToWindowServer() {
     std::signal(SIGPIPE, SIG_IGN); // A server that has gone shows in the connection's own error.
-    ::setenv("QT_QPA_PLATFORM", "xcb", keepExisting);
+    if (!Session::open()) {
+        NSLog("X11: no server answers. Set DISPLAY to a running X server.");
+        std::exit(EXIT_FAILURE);
+    }
     ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
-    if (Session::open()) return warnOfWayland();
-    NSLog("Nimbrel Lite: no X server answers. Set DISPLAY to a running X server.");
-    std::exit(EXIT_FAILURE);
 }
 
 void makeQtApplication() {

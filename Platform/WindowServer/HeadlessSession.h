@@ -48,6 +48,9 @@ public:
     const std::vector<Display>& displays() const override { return m_displays; }
     void setDisplays(std::vector<Display> displays);
 
+    bool canBeCovered() const override { return isCoverable; }
+    bool isCoverable = true;
+
     bool grabKey(const KeyChord& chord) override;
     bool grantsKeys = true; ///< Whether `grabKey` succeeds.
     std::optional<KeyChord> grabbedKey;

@@ -13,11 +13,16 @@ std::unique_ptr<Session> theSession;
 }
 
 bool Session::open() {
-    const char* platform = std::getenv("QT_QPA_PLATFORM");
-    if (platform && std::string_view(platform).starts_with("offscreen"))
+    constexpr const char* variable = "QT_QPA_PLATFORM";
+    const char* platform = std::getenv(variable);
+    if (platform && std::string_view(platform).starts_with("offscreen")) {
         theSession = std::make_unique<HeadlessSession>();
-    else
+    } else {
         theSession = X11Session::connect();
+        // Whatever the user has chosen for other programs, the toolkit's windows and the covers
+        // have to be on the same server.
+        ::setenv(variable, "xcb", true);
+    }
     return theSession != nullptr;
 }
 

@@ -84,8 +84,9 @@ class Session {
 public:
     virtual ~Session() = default;
 
-    /// Opens the session on the server that DISPLAY names, before the application object exists, or
-    /// in memory where the `offscreen` platform is asked for. False where no server answers.
+    /// Opens the session on the server that DISPLAY names, and has the toolkit use the same, before
+    /// the application object exists; or in memory where the toolkit's `offscreen` platform is
+    /// asked for. False where no server answers.
     static bool open();
 
     /// The open session. Tests put their own in place with `install`.
@@ -112,6 +113,10 @@ public:
 
     /// Called after `isComposited` has come to differ.
     std::function<void()> onCompositingChanged;
+
+    /// Whether covers hide all that stands on the screens and let all input through. Where they do
+    /// not, none must be shown.
+    virtual bool canBeCovered() const { return true; }
 
     /// Takes the chord from all other programs for as long as the process runs. A session has one
     /// to give. False where another program has it already, or the keyboard has no such key.

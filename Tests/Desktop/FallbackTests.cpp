@@ -98,12 +98,11 @@ INSTANTIATE_TEST_SUITE_P(Of, Depths, testing::Values(16, 24, 30));
 
 INSTANTIATE_TEST_SUITE_P(
     Without, Fallback,
-    testing::Values(
-        Lack{"Composite", "Nimbrel Lite: Composite missing: the cover shows a still picture.\n"},
-        Lack{"DAMAGE", "Nimbrel Lite: Damage missing: the cover shows a still picture.\n"},
-        Lack{"RENDER", "Nimbrel Lite: Render missing: the cover shows a still picture.\n"},
-        Lack{"XFIXES", "Nimbrel Lite: XFixes missing: the cover shows a still picture.\n"},
-        Lack{"MIT-SHM", ""}),
+    testing::Values(Lack{"Composite", "X11: Composite missing: the cover shows a still picture.\n"},
+                    Lack{"DAMAGE", "X11: Damage missing: the cover shows a still picture.\n"},
+                    Lack{"RENDER", "X11: Render missing: the cover shows a still picture.\n"},
+                    Lack{"XFIXES", "X11: XFixes missing: the cover shows a still picture.\n"},
+                    Lack{"MIT-SHM", ""}),
     nameOf);
 
 namespace {
@@ -147,12 +146,12 @@ TEST_P(FallbackOnTheBus, Covers) {
         EXPECT_TRUE(await([&] { return bare.agent->visibleCovers().empty(); }));
     }
     // The toolkit has lines of its own.
-    EXPECT_EQ(linesOf("Nimbrel Lite: ", bare.agent->process().errors()), GetParam().log);
+    EXPECT_EQ(linesOf("X11: ", bare.agent->process().errors()), GetParam().log);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Without, FallbackOnTheBus,
-    testing::Values(Lack{"RANDR", "Nimbrel Lite: RandR missing: the whole screen counts as one "
-                                  "monitor.\n"},
-                    Lack{"XTEST", ""}),
-    nameOf);
+INSTANTIATE_TEST_SUITE_P(Without, FallbackOnTheBus,
+                         testing::Values(Lack{"RANDR",
+                                              "X11: RandR missing: the whole screen counts as one "
+                                              "monitor.\n"},
+                                         Lack{"XTEST", ""}),
+                         nameOf);

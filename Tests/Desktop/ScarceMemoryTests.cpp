@@ -61,7 +61,7 @@ TEST_P(ScarceMemory, CoversPlainlyAndLiveOnceThereIsMemoryAgain) {
         }));
     }
     EXPECT_EQ(agent.process().errors(),
-              "Nimbrel Lite: the X server refused a request, as it does when it is short of "
+              "X11: the server refused a request, as it does when it is short of "
               "memory: the cover is plain dark until the next one.\n");
 }
 

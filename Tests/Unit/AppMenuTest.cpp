@@ -1,6 +1,7 @@
 #include "Screens.h"
 
 #include "AppDelegate.h"
+#include "Cover.h"
 #include "Links.h"
 #include "Locked.h"
 
@@ -62,6 +63,21 @@ TEST_F(AppMenuTest, APageWithoutAnAddressIsComing) {
               (std::vector<std::string>{
                   "Thank you for supporting VARDEK!",
                   "The Support VARDEK page will be available at vardek.example soon.", "OK"}));
+}
+
+TEST_F(AppMenuTest, ASessionThatCannotBeCoveredSaysWhyInOneAlert) {
+    screens().isCoverable = false;
+    const auto texts = alertOf(
+        [] {
+            Cover::shared()->show();
+            Cover::shared()->show();
+            EXPECT_FALSE(QApplication::activeModalWidget()) << "a click does not wait for it";
+            QCoreApplication::processEvents();
+        },
+        "OK");
+    ASSERT_EQ(texts.size(), 3u);
+    EXPECT_EQ(texts[0], "A Wayland session cannot be covered");
+    EXPECT_FALSE(Cover::shared()->shown() || QApplication::activeModalWidget());
 }
 
 TEST_F(AppMenuTest, AnItemThatStandsForNoFeatureDoesNothing) {

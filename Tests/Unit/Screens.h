@@ -28,6 +28,7 @@ protected:
     void SetUp() override {
         screens().setDisplays(twoScreens());
         screens().blurAnswer = 0;
+        screens().isCoverable = true;
     }
     void TearDown() override { screens().setDisplays({}); }
 };

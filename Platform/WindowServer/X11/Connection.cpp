@@ -1,10 +1,12 @@
 #include "WindowServer/X11/Connection.h"
 
+#include "Foundation/NSLog.h"
+#include "WindowServer/X11/Xwayland.h"
+
 #include <QAbstractEventDispatcher>
 #include <QSocketNotifier>
 
 #include <bit>
-#include <cstdio>
 #include <cstring>
 #include <initializer_list>
 #include <string>
@@ -102,7 +104,9 @@ void Connection::findExtensions() {
                 {"pixels of 32 bits", hasPlainPixels()}});
     addMissing(missing, "the whole screen counts as one monitor", {{"RandR", randr}});
     addMissing(missing, "no click goes through the cover", {{"Shape", shape}});
-    if (!missing.empty()) std::fputs(("Nimbrel Lite: " + missing + ".\n").c_str(), stderr);
+    if (!missing.empty()) NSLog("X11: " + missing + ".");
+    m_isXwayland = WindowServer::isXwayland(*this);
+    if (m_isXwayland) NSLog("X11: this is a Wayland session, which cannot be covered.");
 }
 
 void Connection::findFormats() {

@@ -44,6 +44,8 @@ public:
     bool canBlurStill() const;
     /// Whether Render can scale pictures here.
     bool canScale() const { return m_rgbFormat != 0; }
+    /// Whether it serves a Wayland session, which its windows cannot cover.
+    bool isXwayland() const { return m_isXwayland; }
     bool hasComposite() const { return m_hasComposite; }
     bool hasShape() const { return m_events.shape != 0; }
     /// Whether pixels of depth 24 take 32 bits in the byte order of this machine.
@@ -92,6 +94,7 @@ private:
     uint8_t m_damageError = 0;
     std::optional<uint32_t> m_excusedUntil; ///< The number of a request.
     std::map<std::string, xcb_atom_t> m_atoms;
+    bool m_isXwayland = false;
     bool m_hasComposite = false;
     bool m_canBlurLive = false;
     Owned<xcb_render_query_pict_formats_reply_t> m_formats;

@@ -1,5 +1,6 @@
 #include "WindowServer/X11/X11Session.h"
 
+#include "Foundation/NSLog.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Placement.h"
@@ -10,7 +11,6 @@
 #include <QScreen>
 
 #include <algorithm>
-#include <cstdio>
 #include <utility>
 
 #include <xcb/randr.h>
@@ -436,9 +436,8 @@ void X11Session::drawFrame() {
 /// cover is shown next.
 void X11Session::coverPlainly() {
     if (!std::exchange(m_wasRefused, true))
-        std::fputs("Nimbrel Lite: the X server refused a request, as it does when it is short of "
-                   "memory: the cover is plain dark until the next one.\n",
-                   stderr);
+        NSLog("X11: the server refused a request, as it does when it is short of memory: the cover "
+              "is plain dark until the next one.");
     for (X11Surface* surface : m_surfaces)
         if (surface->isMapped()) surface->showPlain();
     m_live.reset();

@@ -34,6 +34,7 @@ public:
     const std::vector<Display>& displays() const override { return m_displays; }
     bool hasTray() const override { return m_tray.isPresent(); }
     bool isComposited() const override { return m_compositor.isPresent(); }
+    bool canBeCovered() const override { return !m_connection->isXwayland(); }
     bool grabKey(const KeyChord& chord) override { return m_key.take(chord); }
     std::unique_ptr<Surface> makeSurface() override;
     void setResting(bool rests) override;
