@@ -1,9 +1,9 @@
 #pragma once
 
-#include "AppKit/PortalSetting+Private.h"
+#include "AppKit/Preference+Private.h"
 
-/// How the program's windows look: light or dark, as the desktop prefers at the moment, and light
-/// where it has no preference.
+/// How the program's windows look: light or dark, as the desktop prefers at the moment, as the
+/// toolkit's platform looks where no more is told, and light where nothing tells.
 class Appearance : public QObject {
 public:
     explicit Appearance(QObject& application);
@@ -11,5 +11,6 @@ public:
 private:
     void dress() const;
 
-    PortalSetting m_scheme;
+    const bool m_foundDark; ///< What the toolkit found at the start.
+    Preference m_dark;
 };

@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr uint preferDark = 1;
 constexpr int systemFontSize = 13; // In points.
 
 struct Tones {
@@ -61,19 +60,26 @@ QPalette paletteOf(const Tones& tones) {
     return palette;
 }
 
+bool isDark(const QPalette& palette) {
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
+}
+
 } // namespace
 
-Appearance::Appearance(QObject& application) : QObject(&application), m_scheme("color-scheme") {
+Appearance::Appearance(QObject& application)
+    : QObject(&application), m_foundDark(isDark(QApplication::palette())),
+      m_dark("color-scheme", {"dark", "black", "inverse"}) {
     QApplication::setStyle(new ControlStyle);
     QFont font = QApplication::font();
     font.setPixelSize(systemFontSize);
     QApplication::setFont(font);
-    m_scheme.onChanged = [this] { dress(); };
+    m_dark.onChanged = [this] { dress(); };
     dress();
 }
 
 void Appearance::dress() const {
-    const QPalette palette = paletteOf(m_scheme.value() == preferDark ? dark : light);
+    const QPalette palette = paletteOf(m_dark.wish().value_or(m_foundDark) ? dark : light);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette); // Tool tips have one of their own.
 }

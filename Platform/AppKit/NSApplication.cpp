@@ -23,6 +23,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <string>
 #include <utility>
 
 #include <sys/prctl.h>
@@ -50,6 +51,8 @@ void connectToWindowServer() {
         std::exit(EXIT_FAILURE);
     }
     ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
+    const int scale = Session::current().windowScale();
+    if (scale != 1) ::setenv("QT_SCALE_FACTOR", std::to_string(scale).c_str(), keepExisting);
 }
 
 void makeQtApplication() {

@@ -1,7 +1,7 @@
 #include "AppKit/NSWorkspace.h"
 
 #include "AppKit/NSApplication+Private.h"
-#include "AppKit/PortalSetting+Private.h"
+#include "AppKit/Preference+Private.h"
 
 #include <QProcess>
 #include <QStandardPaths>
@@ -23,7 +23,8 @@ NSWorkspace& NSWorkspace::sharedWorkspace() {
     return *workspace;
 }
 
-NSWorkspace::NSWorkspace() : m_contrast(std::make_unique<PortalSetting>("contrast")) {
+NSWorkspace::NSWorkspace()
+    : m_contrast(std::make_unique<Preference>("contrast", QStringList{"contrast"})) {
     m_contrast->onChanged = [this] {
         m_notificationCenter.postNotificationName(
             NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, nullptr);
@@ -44,6 +45,5 @@ bool NSWorkspace::openURL(const NSURL& url) {
 }
 
 bool NSWorkspace::accessibilityDisplayShouldReduceTransparency() const {
-    constexpr uint higherContrast = 1;
-    return m_contrast->value() == higherContrast;
+    return m_contrast->wish().value_or(false);
 }

@@ -10,7 +10,7 @@
 inline const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification =
     "NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification";
 
-class PortalSetting;
+class Preference;
 
 /// The desktop around the program: its browser, and its user's wishes for contrast.
 class NSWorkspace : public NSObject {
@@ -22,9 +22,8 @@ public:
     /// Hands the address to the desktop's browser. False where there is none.
     bool openURL(const NSURL& url);
 
-    /// True while the desktop asks for higher contrast, which reduced transparency is part of. The
-    /// desktop is asked at first use; false until it has answered, and where it has no such
-    /// setting.
+    /// True while the desktop asks for higher contrast, by its settings portal or by its theme,
+    /// which reduced transparency is part of. The desktop is asked at first use.
     bool accessibilityDisplayShouldReduceTransparency() const;
 
 private:
@@ -32,5 +31,5 @@ private:
     ~NSWorkspace() override;
 
     NSNotificationCenter m_notificationCenter;
-    std::unique_ptr<PortalSetting> m_contrast;
+    std::unique_ptr<Preference> m_contrast;
 };

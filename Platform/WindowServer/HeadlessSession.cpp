@@ -21,6 +21,11 @@ void HeadlessSession::setDisplays(std::vector<Display> displays) {
     if (onDisplaysChanged) onDisplaysChanged();
 }
 
+void HeadlessSession::setThemeName(const std::string& name) {
+    m_themeName = name;
+    if (onThemeChanged) onThemeChanged();
+}
+
 bool HeadlessSession::grabKey(const KeyChord& chord) {
     if (grantsKeys) grabbedKey = chord;
     return grantsKeys;

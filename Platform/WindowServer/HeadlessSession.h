@@ -51,6 +51,9 @@ public:
     bool canBeCovered() const override { return isCoverable; }
     bool isCoverable = true;
 
+    std::string themeName() const override { return m_themeName; }
+    void setThemeName(const std::string& name);
+
     bool grabKey(const KeyChord& chord) override;
     bool grantsKeys = true; ///< Whether `grabKey` succeeds.
     std::optional<KeyChord> grabbedKey;
@@ -72,6 +75,7 @@ private:
     friend class HeadlessSurface;
 
     std::vector<Display> m_displays;
+    std::string m_themeName;
     std::vector<HeadlessSurface*> m_surfaces;
     int m_surfacesMade = 0;
 };

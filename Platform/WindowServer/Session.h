@@ -118,6 +118,15 @@ public:
     /// not, none must be shown.
     virtual bool canBeCovered() const { return true; }
 
+    /// The name of the theme that the desktop's own programs wear. Empty where nobody tells.
+    virtual std::string themeName() const { return {}; }
+
+    /// Called after `themeName` may have come to differ.
+    std::function<void()> onThemeChanged;
+
+    /// What the desktop multiplies sizes by, besides what the toolkit finds by itself.
+    virtual int windowScale() const { return 1; }
+
     /// Takes the chord from all other programs for as long as the process runs. A session has one
     /// to give. False where another program has it already, or the keyboard has no such key.
     virtual bool grabKey(const KeyChord& chord) = 0;

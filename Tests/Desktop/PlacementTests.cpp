@@ -2,6 +2,7 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
 #include "Harness/Keys.h"
+#include "Harness/SettingsManager.h"
 #include "Harness/TestWindow.h"
 
 #include <algorithm>
@@ -19,6 +20,8 @@ struct Case {
     std::vector<Area> monitors; ///< From the left to the right.
     Environment environment;
     std::vector<double> scales; ///< Of each monitor.
+    /// What the desktop tells on the server.
+    std::map<std::string, uint32_t> settings = {};
 };
 
 constexpr double inset = 6; ///< Of a button, in points; and its size.
@@ -32,6 +35,12 @@ std::vector<Case> cases() {
         {"ByAQuarter", two, {{"QT_SCALE_FACTOR", "1.25"}}, {1.25, 1.25}},
         {"ByAHalf", two, {{"QT_SCALE_FACTOR", "1.5"}}, {1.5, 1.5}},
         {"Double", two, {{"QT_SCALE_FACTOR", "2"}}, {2, 2}},
+        {"DoubleByTheDesktop", two, {}, {2, 2}, {{"Gdk/WindowScalingFactor", 2}}},
+        {"InTheResolutionAlready",
+         two,
+         {},
+         {1, 1},
+         {{"Gdk/UnscaledDPI", 96 * 1024}, {"Gdk/WindowScalingFactor", 2}}},
         {"SecondDouble", offset, {{"QT_SCREEN_SCALE_FACTORS", "1;2"}}, {1, 2}},
         {"FirstDouble", offset, {{"QT_SCREEN_SCALE_FACTORS", "2;1"}}, {2, 1}},
         {"EachByAFraction", two, {{"QT_SCREEN_SCALE_FACTORS", "1.5;1.25"}}, {1.5, 1.25}},
@@ -66,8 +75,11 @@ bool holds(const Area& outer, const Area& inner) {
 }
 
 struct Placement : testing::TestWithParam<Case> {
-    Placement() : desktop(serverOf(GetParam().monitors)), client(desktop.display()) {
+    Placement()
+        : desktop(serverOf(GetParam().monitors)), client(desktop.display()),
+          teller(desktop.display()) {
         desktop.extra = GetParam().environment;
+        teller.tell({}, GetParam().settings);
     }
 
     /// Waits until each button stands where it belongs, at the right edge of its monitor.
@@ -114,6 +126,7 @@ struct Placement : testing::TestWithParam<Case> {
 
     Desktop desktop;
     const XClient client;
+    SettingsManager teller;
     std::optional<Agent> agent;
     Area pointer;
 };

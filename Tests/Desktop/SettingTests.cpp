@@ -1,6 +1,7 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
 #include "Harness/Portal.h"
+#include "Harness/SettingsManager.h"
 #include "Harness/TestWindow.h"
 
 #include <gtest/gtest.h>
@@ -66,10 +67,26 @@ TEST_F(ReduceTransparency, ChangedWhileClearCountsFromTheNextTime) {
     EXPECT_TRUE(isSolid(desktop));
 }
 
-TEST_F(ReduceTransparency, IsOffWhereThePortalHasGone) {
-    std::optional<Portal> portal(std::in_place, desktop.bus->address(), false);
+TEST_F(ReduceTransparency, StaysAsThePortalToldItLast) {
+    std::optional<Portal> portal(std::in_place, desktop.bus->address(), true);
     Agent agent(desktop);
+    agent.cover();
+    EXPECT_TRUE(await([&] { return isSolid(desktop); }));
     portal.reset();
+    agent.uncover();
+    agent.cover();
+    EXPECT_TRUE(isSolid(desktop));
+}
+
+TEST_F(ReduceTransparency, IsWhatTheThemeTellsWhereNoPortalDoes) {
+    Agent agent(desktop);
     agent.cover();
     EXPECT_TRUE(isBlurred(desktop));
+    SettingsManager manager(desktop.display());
+    for (int i = 0; i < 2; ++i) {
+        manager.tell({{"Net/IconThemeName", "Tango"}, {"Net/ThemeName", "HighContrast"}});
+        EXPECT_TRUE(await([&] { return isSolid(desktop); })) << "on " << i;
+        manager.tell({{"Net/ThemeName", "Xfce"}}, {{"Gdk/WindowScalingFactor", 1}});
+        EXPECT_TRUE(await([&] { return isBlurred(desktop); })) << "off " << i;
+    }
 }

@@ -1,5 +1,6 @@
 // The program on a session bus: other instances of it, and the desktop's settings.
 #include "AppKit/AppKit.h"
+#include "WindowServer/HeadlessSession.h"
 
 #include <gmock/gmock.h>
 
@@ -168,8 +169,8 @@ TEST(NSApplication, LeavesReopeningToANewerInstanceWhileThatRuns) {
 
 TEST(NSRunningApplication, FindsTheInstancesOldestFirst) {
     OtherInstance newer("newer");
-    const auto current = NSRunningApplication::currentApplication();
     newer.connection.registerService("org.example.com.vardek.NimbrelLite.Instance1_1"); // No such.
+    const auto current = NSRunningApplication::currentApplication();
     auto found = NSRunningApplication::runningApplicationsWithBundleIdentifier(identifier);
     ASSERT_EQ(found.size(), 3u);
     EXPECT_FALSE(found[0]->isEqual(*current));
@@ -229,6 +230,18 @@ TEST(PortalSetting, FollowsItsOwnKeyOfItsOwnGroup) {
     portal.tell("org.freedesktop.appearance", "contrast", 0);
     runUntil([&] { return changes == 2; });
     EXPECT_FALSE(reduces());
+
+    // Where the portal knows of no wish, the theme tells.
+    auto& session = static_cast<WindowServer::HeadlessSession&>(WindowServer::Session::current());
+    session.setThemeName("HighContrastInverse");
+    EXPECT_TRUE(changes == 3 && reduces() && !isDark());
+    portal.tell("org.freedesktop.appearance", "color-scheme", 0);
+    runUntil(isDark);
+    for (const char* theme : {"Adwaita", "Adwaita-dark", "Greybird", "BlackMATE"}) {
+        session.setThemeName(theme);
+        EXPECT_EQ(isDark(), QString(theme).contains("ark") || QString(theme).contains("Black"));
+    }
+    EXPECT_TRUE(changes == 4 && !reduces());
 }
 
 int main(int argc, char** argv) {

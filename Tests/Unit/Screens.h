@@ -29,6 +29,7 @@ protected:
         screens().setDisplays(twoScreens());
         screens().blurAnswer = 0;
         screens().isCoverable = true;
+        screens().setThemeName("");
     }
     void TearDown() override { screens().setDisplays({}); }
 };

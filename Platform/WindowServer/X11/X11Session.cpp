@@ -43,7 +43,7 @@ std::unique_ptr<X11Session> X11Session::connect() {
 X11Session::X11Session(std::unique_ptr<Connection> connection)
     : m_connection(std::move(connection)), m_monitors(*m_connection), m_stacking(*m_connection),
       m_tray(*m_connection), m_compositor(*m_connection), m_struts(*m_connection),
-      m_key(*m_connection), m_focus(*m_connection),
+      m_settings(*m_connection), m_key(*m_connection), m_focus(*m_connection),
       m_guard(*m_connection, [this](const CGRect& frame) {
           const Display* display = displayAt(frame);
           return display ? pixelsOf(frame, *display) : PixelRect();
@@ -72,6 +72,9 @@ void X11Session::attach() {
     };
     m_compositor.onChanged = [this] {
         if (onCompositingChanged) onCompositingChanged();
+    };
+    m_settings.onChanged = [this] {
+        if (onThemeChanged) onThemeChanged();
     };
     selectRootEvents();
     m_tray.attach();
@@ -243,6 +246,7 @@ void X11Session::handle(const xcb_generic_event_t& event) {
     m_tray.handle(event);
     m_key.handle(event);
     m_compositor.handle(event);
+    m_settings.handle(event);
     if (m_struts.handle(event)) m_displayRefresh.start(0);
     const int type = typeOf(event);
     if (m_connection->events().randr && (type == m_connection->events().randr ||

@@ -11,6 +11,7 @@
 #include "WindowServer/X11/Struts.h"
 #include "WindowServer/X11/ToolkitGuard.h"
 #include "WindowServer/X11/TrayWatch.h"
+#include "WindowServer/X11/XSettings.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -35,6 +36,8 @@ public:
     bool hasTray() const override { return m_tray.isPresent(); }
     bool isComposited() const override { return m_compositor.isPresent(); }
     bool canBeCovered() const override { return !m_connection->isXwayland(); }
+    std::string themeName() const override { return m_settings.themeName(); }
+    int windowScale() const override { return m_settings.windowScale(); }
     bool grabKey(const KeyChord& chord) override { return m_key.take(chord); }
     std::unique_ptr<Surface> makeSurface() override;
     void setResting(bool rests) override;
@@ -95,6 +98,7 @@ private:
     TrayWatch m_tray;
     CompositorWatch m_compositor;
     Struts m_struts;
+    XSettings m_settings;
     KeyGrab m_key;
     KeyboardFocus m_focus;
     ToolkitGuard m_guard;
