@@ -2,24 +2,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
-#include <vector>
 
-struct OpaqueEventHandlerRef {
-    EventHandlerUPP handler;
-    std::vector<EventTypeSpec> types;
-    void* userData;
-
-    bool wants(const EventTypeSpec& type) const {
-        return std::ranges::any_of(types, [&](const EventTypeSpec& each) {
-            return each.eventClass == type.eventClass && each.eventKind == type.eventKind;
-        });
-    }
-};
-
-struct OpaqueEventTargetRef {
-    std::vector<std::unique_ptr<OpaqueEventHandlerRef>> handlers; ///< In the order of installation.
-};
+bool OpaqueEventHandlerRef::wants(const EventTypeSpec& type) const {
+    return std::ranges::any_of(types, [&](const EventTypeSpec& each) {
+        return each.eventClass == type.eventClass && each.eventKind == type.eventKind;
+    });
+}
 
 EventTargetRef GetApplicationEventTarget() {
     static OpaqueEventTargetRef application;

@@ -1,9 +1,15 @@
 #include "AppKit/AppKit.h"
+#include "Bubble.h"
+#include "Carbon/CarbonEvents+Private.h"
+#include "Cover.h"
+#include "Foundation/Foundation.h"
+#include "HotKey.h"
 
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
 
+#include <memory>
 #include <optional>
 
 namespace {
@@ -22,6 +28,22 @@ struct Application : testing::Environment {
     std::optional<QTemporaryDir> configuration;
 };
 
+/// Every test finds the program as it is before its launch, whichever tests ran before.
+struct CleanStart : testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        forgetObservers(NSNotificationCenter::defaultCenter());
+        forgetObservers(NSWorkspace::sharedWorkspace().notificationCenter());
+        *Cover::shared() = {};
+        *Bubble::shared() = {};
+        HotKey::shared() = {};
+        GetApplicationEventTarget()->handlers.clear();
+    }
+    static void forgetObservers(NSNotificationCenter& center) {
+        std::destroy_at(&center);
+        std::construct_at(&center);
+    }
+};
+
 } // namespace
 
 /// Asked for by the leak sanitizer: the font library keeps what it has read until the process ends.
@@ -30,5 +52,6 @@ extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfi
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     testing::AddGlobalTestEnvironment(new Application);
+    testing::UnitTest::GetInstance()->listeners().Append(new CleanStart);
     return RUN_ALL_TESTS();
 }

@@ -134,6 +134,18 @@ TEST_F(CoverTest, ARefusedBlurIsCoveredByAMaterialUntilItIsHidden) {
         EXPECT_EQ(surface->look, WindowServer::Look{});
 }
 
+TEST_F(CoverTest, IsDressedAnewForContrastWhileItIsOnAlone) {
+    const PostCounter posts(Cover::changed);
+    screens().setThemeName("HighContrast");
+    expectOff();
+    cover->show();
+    for (const auto* surface : screens().surfaces())
+        EXPECT_TRUE(surface->look.overlay == Scrim::solid().CGColor() && surface->radius == 1);
+    screens().setThemeName("Adwaita");
+    expectOn();
+    EXPECT_EQ(posts.count(), 1);
+}
+
 TEST_F(CoverTest, ObserversOfACoverThatIsGoneDoNothing) {
     cover->show();
     cover = nullptr;

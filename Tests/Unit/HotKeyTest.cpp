@@ -96,6 +96,7 @@ TEST_F(HotKeyTest, ThePlatformRefusesWhatItDoesNotKnow) {
 TEST(EventTarget, AsksTheLastHandlerFirstUntilOneHasDealtWithTheEvent) {
     static std::string log;
     static OSStatus answer;
+    log.clear();
     const EventHandlerUPP first = [](EventHandlerCallRef, EventRef, void* userData) -> OSStatus {
         log += static_cast<const char*>(userData);
         return noErr;
