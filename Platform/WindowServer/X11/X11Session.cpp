@@ -247,7 +247,6 @@ void X11Session::handle(const xcb_generic_event_t& event) {
     m_key.handle(event);
     m_compositor.handle(event);
     m_settings.handle(event);
-    if (m_struts.handle(event)) m_displayRefresh.start(0);
     const int type = typeOf(event);
     if (m_connection->events().randr && (type == m_connection->events().randr ||
                                          type == m_connection->events().randr + XCB_RANDR_NOTIFY))
@@ -256,6 +255,8 @@ void X11Session::handle(const xcb_generic_event_t& event) {
     handleToolkitWindow(type, event);
     m_stacking.handle(event);
     if (m_live && m_live->handle(event)) scheduleFrame();
+    // Last, for it may have to ask the server.
+    if (m_struts.handle(event)) m_displayRefresh.start(0);
 }
 
 void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
