@@ -1,8 +1,9 @@
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
+#include "Harness/OnDesktop.h"
 #include "Harness/Portal.h"
 #include "Harness/SettingsManager.h"
-#include "Harness/TestWindow.h"
+
+#include <filesystem>
+#include <fstream>
 
 #include <gtest/gtest.h>
 
@@ -76,6 +77,28 @@ TEST_F(ReduceTransparency, StaysAsThePortalToldItLast) {
     agent.uncover();
     agent.cover();
     EXPECT_TRUE(isSolid(desktop));
+}
+
+TEST_F(OnDesktop, WindowsAreDarkWhereOnlyTheToolkitKnowsOfIt) {
+    desktop.extra = {{"XDG_CURRENT_DESKTOP", "KDE"}, {"KDE_SESSION_VERSION", "5"}};
+    const std::filesystem::path folder = desktop.environment()["XDG_CONFIG_HOME"];
+    const std::string dark = "49,54,59";
+    const std::string light = "239,240,241";
+    for (const bool isDark : {true, false}) {
+        std::ofstream file(folder / "kdeglobals");
+        for (const char* group : {"Button", "Window", "View"})
+            file << "[Colors:" << group << "]\nBackgroundNormal=" << (isDark ? dark : light)
+                 << "\nForegroundNormal=" << (isDark ? light : dark) << '\n';
+        file.close();
+        agent.reset();
+        ASSERT_NO_FATAL_FAILURE(start());
+        agent->choose(5);
+        EXPECT_TRUE(await([&] {
+            const auto windows = agent->windows();
+            return windows.size() == 1 &&
+                   desktop.screen.grab(windows[0].area).count(isDark ? 0x29292B : 0xF5F5F7) > 10000;
+        })) << isDark;
+    }
 }
 
 TEST_F(ReduceTransparency, IsWhatTheThemeTellsWhereNoPortalDoes) {
