@@ -27,6 +27,9 @@ public:
     /// False where the menu is not the one that is open.
     static bool close(const NSMenu& menu);
 
+    /// Whether any menu is.
+    static bool isOpen();
+
 private:
     void open(const std::function<QPoint(const QSize&)>& cornerFor);
 

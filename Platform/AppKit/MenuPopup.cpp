@@ -1,6 +1,7 @@
 #include "AppKit/MenuPopup+Private.h"
 
 #include "AppKit/NativeMenu+Private.h"
+#include "AppKit/PanelWindow+Private.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -62,6 +63,8 @@ bool MenuPopup::close(const NSMenu& menu) {
     return true;
 }
 
+bool MenuPopup::isOpen() { return theOpen != nullptr; }
+
 void MenuPopup::open(const std::function<QPoint(const QSize&)>& cornerFor) {
     if (m_menu->itemArray().empty()) return;
     std::shared_ptr<NSMenuItem> chosen;
@@ -72,6 +75,7 @@ void MenuPopup::open(const std::function<QPoint(const QSize&)>& cornerFor) {
     m_native->exec(cornerFor(m_native->sizeHint()));
     theOpen = before;
     m_native.reset();
+    if (!isOpen()) PanelWindow::menuClosed();
 
     if (const auto delegate = m_menu->delegate()) delegate->menuDidClose(*m_menu);
     const auto target = chosen ? chosen->target() : nullptr;

@@ -22,7 +22,8 @@ constexpr size_t enoughSamples = 160;
 constexpr int coarseness = 4;
 
 /// The pixels just outside of the ink.
-std::vector<Sample> samplesAround(const QImage& picture, const Snapshot& surroundings) {
+std::vector<Sample> samplesAround(const QImage& picture, const Snapshot& surroundings,
+                                  const QRegion& hidden) {
     const PixelRect& area = surroundings.area;
     // What lies beyond the picture is clear in the copy, which has a pixel more on each side.
     const QImage ink = picture.copy(area.x - 1, area.y - 1, area.width + 2, area.height + 2)
@@ -38,7 +39,8 @@ std::vector<Sample> samplesAround(const QImage& picture, const Snapshot& surroun
     std::vector<Sample> samples;
     for (int row = 0; row < area.height; ++row)
         for (int column = 0; column < area.width; ++column)
-            if (touchesInk(row, column) && !isInk(column + 1, row + 1))
+            if (touchesInk(row, column) && !isInk(column + 1, row + 1) &&
+                !hidden.contains({area.x + column, area.y + row}))
                 samples.push_back(
                     {area.x + column, area.y + row,
                      surroundings.pixels[static_cast<size_t>(row * area.width + column)]});
@@ -74,8 +76,8 @@ QRgb estimateAt(int x, int y, const std::vector<Sample>& samples) {
 
 } // namespace
 
-QImage estimateBehind(const QImage& picture, const Snapshot& surroundings) {
-    const auto samples = thinned(samplesAround(picture, surroundings));
+QImage estimateBehind(const QImage& picture, const Snapshot& surroundings, const QRegion& hidden) {
+    const auto samples = thinned(samplesAround(picture, surroundings, hidden));
     if (samples.empty()) return {};
     QImage estimates((picture.width() + coarseness - 1) / coarseness,
                      (picture.height() + coarseness - 1) / coarseness, QImage::Format_RGB32);

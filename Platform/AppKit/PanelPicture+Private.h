@@ -5,6 +5,7 @@
 #include "WindowServer/Session.h"
 
 #include <QImage>
+#include <QRegion>
 
 /// The view as it draws itself on a clear ground. The size is in points, the scale in pixels a
 /// point.
@@ -16,5 +17,7 @@ std::vector<WindowServer::PixelRect> inkOf(const QImage& picture);
 /// The picture with so many pixels around it on each side, and a soft shadow there.
 QImage withShadow(const QImage& picture, double margin, double scale);
 
-/// What may well lie behind the ink, as its surroundings have it. Empty where these are not known.
-QImage estimateBehind(const QImage& picture, const WindowServer::Snapshot& surroundings);
+/// What may well lie behind the ink, as its surroundings have it, but for what something in front
+/// hides of them. Empty where these are not known.
+QImage estimateBehind(const QImage& picture, const WindowServer::Snapshot& surroundings,
+                      const QRegion& hidden = {});

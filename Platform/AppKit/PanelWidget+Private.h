@@ -28,6 +28,11 @@ public:
     std::function<void()> onWindowGone;
     /// Calls it if that is so, at once or at the end of a press that is under way.
     void checkForm();
+    /// A menu that had the mouse to itself has closed: the end of a press went to it, and so may
+    /// the pointer have gone.
+    void menuClosed();
+    /// Another one takes its place, and will hear for itself whether the pointer is there.
+    void forgetPointer();
 
     // The window has changed.
     void updateFrame();
@@ -61,7 +66,10 @@ private:
     void setShapes();
     void lookBehind();
     void send(Handler handler, NSEventType type, const QMouseEvent& event);
-    void sendToTrackers(Handler handler, NSEventType type);
+    void hover(bool hovered);
+    void tellTrackers();
+    void setTip(const QString& tip);
+    QRegion hiddenByOurs() const;
     void deliver(Handler handler, NSView& view, const NSEvent& event,
                  std::optional<NSPoint> location);
 
@@ -74,6 +82,8 @@ private:
     QTimer m_look;
     double m_alpha = 1;
     QPointF m_mouse;
-    bool m_pressed = false;
-    int m_delivering = 0; ///< So many events are being handled, one within the other.
+    bool m_pressed = false; ///< By the left button.
+    bool m_hovered = false;
+    bool m_toldHovered = false; ///< What the view knows of it.
+    int m_delivering = 0;       ///< So many events are being handled, one within the other.
 };

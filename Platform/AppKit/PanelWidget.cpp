@@ -1,14 +1,16 @@
 #include "AppKit/PanelWidget+Private.h"
 
 #include "AppKit/Coordinates+Private.h"
+#include "AppKit/MenuPopup+Private.h"
 #include "AppKit/NSApplication+Private.h"
 #include "AppKit/PanelPicture+Private.h"
 #include "WindowServer/Session.h"
 
+#include <QApplication>
 #include <QCursor>
-#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <QWindow>
 
 #include <cmath>
@@ -118,8 +120,15 @@ void PanelWidget::updatePicture() {
 void PanelWidget::updateTexts() {
     setWindowTitle(QString::fromStdString(m_window->title()));
     if (!m_window->contentView()) return;
-    setToolTip(QString::fromStdString(m_window->contentView()->toolTip()));
+    setTip(QString::fromStdString(m_window->contentView()->toolTip()));
     setAccessibleName(QString::fromStdString(m_window->contentView()->accessibilityLabel()));
+}
+
+/// The one that is on the screen changes with it.
+void PanelWidget::setTip(const QString& tip) {
+    const bool shown = m_hovered && QToolTip::isVisible() && QToolTip::text() == toolTip();
+    setToolTip(tip);
+    if (shown) QToolTip::showText(QCursor::pos(), tip, this);
 }
 
 NSView* PanelWidget::view() const { return m_window ? m_window->contentView().get() : nullptr; }
@@ -153,8 +162,25 @@ void PanelWidget::lookBehind() {
     if (m_translucent || !m_window) return;
     if (m_picture.isNull()) draw();
     constexpr int rim = 2;
-    m_behind = estimateBehind(m_picture, Session::current().grabAround(winId(), rim));
+    const QImage behind =
+        estimateBehind(m_picture, Session::current().grabAround(winId(), rim), hiddenByOurs());
+    if (behind.isNull()) return;
+    m_behind = behind;
     update();
+}
+
+/// What windows of the program's own that stand above panels hide of the surroundings, in pixels.
+QRegion PanelWidget::hiddenByOurs() const {
+    QRegion hidden;
+    for (const QWidget* each : QApplication::topLevelWidgets()) {
+        const bool isAbove = each->windowType() == Qt::Popup || each->windowType() == Qt::ToolTip ||
+                             each->windowFlags() & Qt::BypassWindowManagerHint;
+        if (each == this || !each->isVisible() || !isAbove) continue;
+        const QRectF place = each->geometry().translated(-pos());
+        const double scale = devicePixelRatioF();
+        hidden += QRectF(place.topLeft() * scale, place.size() * scale).toAlignedRect();
+    }
+    return hidden;
 }
 
 void PanelWidget::paintEvent(QPaintEvent*) {
@@ -187,30 +213,46 @@ bool PanelWidget::eventFilter(QObject* window, QEvent* event) {
 }
 
 void PanelWidget::mousePressEvent(QMouseEvent* event) {
-    m_pressed = true;
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton) {
+        m_pressed = true;
         send(&NSView::mouseDown, NSEventTypeLeftMouseDown, *event);
-    else if (event->button() == Qt::RightButton)
+    } else if (event->button() == Qt::RightButton && !m_pressed) {
+        // During a drag its menu would take the release, and the drag would never end.
         send(&NSView::rightMouseDown, NSEventTypeRightMouseDown, *event);
+    }
 }
 
 void PanelWidget::mouseMoveEvent(QMouseEvent* event) {
-    if (event->buttons() & Qt::LeftButton)
-        send(&NSView::mouseDragged, NSEventTypeLeftMouseDragged, *event);
+    if (m_pressed) send(&NSView::mouseDragged, NSEventTypeLeftMouseDragged, *event);
 }
 
 void PanelWidget::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) send(&NSView::mouseUp, NSEventTypeLeftMouseUp, *event);
-    m_pressed = event->buttons() != Qt::NoButton;
+    if (event->button() != Qt::LeftButton || !std::exchange(m_pressed, false)) return;
+    send(&NSView::mouseUp, NSEventTypeLeftMouseUp, *event);
     checkForm();
 }
 
-void PanelWidget::enterEvent(QEnterEvent*) {
-    sendToTrackers(&NSView::mouseEntered, NSEventTypeMouseEntered);
+void PanelWidget::enterEvent(QEnterEvent*) { hover(true); }
+
+void PanelWidget::leaveEvent(QEvent*) { hover(false); }
+
+/// Not told while a menu is open: that the pointer goes to it, or to whatever is around it, means
+/// nothing to what lies beneath.
+void PanelWidget::hover(bool hovered) {
+    m_hovered = hovered;
+    if (!MenuPopup::isOpen()) tellTrackers();
 }
 
-void PanelWidget::leaveEvent(QEvent*) {
-    sendToTrackers(&NSView::mouseExited, NSEventTypeMouseExited);
+void PanelWidget::forgetPointer() {
+    m_hovered = false;
+    tellTrackers();
+}
+
+void PanelWidget::menuClosed() {
+    m_pressed = false;
+    m_look.start(); // It may have hidden what lies behind.
+    tellTrackers();
+    checkForm();
 }
 
 void PanelWidget::press() {
@@ -231,8 +273,11 @@ void PanelWidget::send(Handler handler, NSEventType type, const QMouseEvent& eve
     deliver(handler, *view(), translated, pointFrom(m_mouse));
 }
 
-void PanelWidget::sendToTrackers(Handler handler, NSEventType type) {
+void PanelWidget::tellTrackers() {
     if (!view()) return;
+    if (std::exchange(m_toldHovered, m_hovered) == m_hovered) return;
+    const Handler handler = m_hovered ? &NSView::mouseEntered : &NSView::mouseExited;
+    const auto type = m_hovered ? NSEventTypeMouseEntered : NSEventTypeMouseExited;
     const NSEvent event = eventOf(type, QGuiApplication::queryKeyboardModifiers());
     for (const auto& area : std::vector(view()->trackingAreas()))
         if (area->options() & NSTrackingMouseEnteredAndExited)

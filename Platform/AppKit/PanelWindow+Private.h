@@ -12,6 +12,8 @@ public:
 
     /// A compositor has come or gone: every panel takes on the form that suits.
     static void compositingChanged();
+    /// The last open menu of the program's has closed.
+    static void menuClosed();
     /// Another program took the window of this number off the screen.
     static void windowGone(unsigned long number);
 

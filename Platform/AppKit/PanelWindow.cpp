@@ -6,10 +6,16 @@
 
 PanelWindow::~PanelWindow() { PanelWindow::orderOut(); }
 
-void PanelWindow::compositingChanged() {
+namespace {
+void tellAll(void (PanelWidget::*what)()) {
     for (QWidget* widget : QApplication::topLevelWidgets())
-        if (auto* panel = dynamic_cast<PanelWidget*>(widget)) panel->checkForm();
+        if (auto* panel = dynamic_cast<PanelWidget*>(widget)) (panel->*what)();
 }
+} // namespace
+
+void PanelWindow::compositingChanged() { tellAll(&PanelWidget::checkForm); }
+
+void PanelWindow::menuClosed() { tellAll(&PanelWidget::menuClosed); }
 
 void PanelWindow::windowGone(unsigned long number) {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -56,6 +62,7 @@ void PanelWindow::orderFront() {
     if (m_widget) return;
     m_widget = PanelWidget::make(m_window);
     const auto renew = [this] {
+        m_widget->forgetPointer();
         orderOut();
         orderFront();
     };

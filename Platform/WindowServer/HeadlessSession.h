@@ -67,6 +67,9 @@ public:
     void dropLevel(ToolkitWindow window) override { levels.erase(window); }
     std::map<ToolkitWindow, int> levels;
 
+    Snapshot grabAround(ToolkitWindow, int) override { return around; }
+    Snapshot around; ///< What is seen around any window.
+
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override;
     int blurAnswer = 0;        ///< What `setBackgroundBlurRadius` says of any surface.
     bool grantsNumbers = true; ///< Whether new surfaces get a number.

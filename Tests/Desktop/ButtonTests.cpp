@@ -72,6 +72,17 @@ struct Buttons : OnDesktop {
         return windows;
     }
 
+    void openMenuAndClose(size_t which, bool byControlClick) {
+        hover(which);
+        if (byControlClick) desktop.input.hold(controlKey);
+        desktop.input.click(byControlClick ? 1 : 3);
+        if (byControlClick) desktop.input.letGo(controlKey);
+        EXPECT_TRUE(await([&] { return agent->menus().size() == 1; }));
+        EXPECT_EQ(desktop.screen.windows().back().instance, "menu");
+        desktop.input.strike(escapeKey);
+        EXPECT_TRUE(await([&] { return agent->menus().empty(); }));
+    }
+
     void expectToggles(size_t which, const char* when) {
         click(which);
         EXPECT_TRUE(await([&] { return agent->isCovered(); })) << when;
@@ -178,15 +189,7 @@ TEST_F(Buttons, OpenAMenuAndDoNotToggle) {
     for (const bool covered : {false, true}) {
         if (covered) agent->cover();
         for (const bool control : {false, true}) {
-            hover(1);
-            if (control) desktop.input.hold(controlKey);
-            desktop.input.click(control ? 1 : 3);
-            if (control) desktop.input.letGo(controlKey);
-            EXPECT_TRUE(await([&] { return agent->menus().size() == 1; }));
-            const auto windows = desktop.screen.windows();
-            EXPECT_EQ(windows.back().instance, "menu");
-            desktop.input.strike(escapeKey);
-            EXPECT_TRUE(await([&] { return agent->menus().empty(); }));
+            openMenuAndClose(1, control);
             EXPECT_EQ(agent->isCovered(), covered);
         }
     }
@@ -350,9 +353,11 @@ TEST_F(Buttons, TakeTheFormThatTheCompositorAllows) {
     const Area plain = area(0);
     const Area withShadow = {plain.x - 12, plain.y - 12, plain.width + 24, plain.height + 24};
     for (const int end : {SIGTERM, SIGKILL}) {
+        openMenuAndClose(0, end == SIGKILL);
         const auto compositor = desktop.startCompositor();
         EXPECT_TRUE(await([&] { return areThere() && area(0) == withShadow; }));
         expectToggles(0, "with a compositor");
+        openMenuAndClose(0, end == SIGTERM);
         compositor->send(end);
         EXPECT_TRUE(compositor->awaitEnd());
         EXPECT_TRUE(await([&] { return areThere() && area(0) == plain; }));

@@ -4,10 +4,13 @@
 #include "AppKit/Animation+Private.h"
 #include "AppKit/AppKit.h"
 #include "AppKit/PanelPicture+Private.h"
+#include "AppKit/PanelWindow+Private.h"
 
 #include <QApplication>
 #include <QEnterEvent>
 #include <QMouseEvent>
+#include <QTimer>
+#include <QToolTip>
 #include <QWidget>
 #include <QWindow>
 
@@ -23,6 +26,10 @@ struct TestView : NSView {
     void mouseEntered(const NSEvent&) override { heard += "entered "; }
     void mouseExited(const NSEvent&) override { heard += "exited "; }
     bool acceptsFirstMouse(const std::optional<NSEvent>&) const override { return true; }
+    void drawRect(const NSRect&) override {
+        NSColor::colorWithSRGBRed(0, 0, 0, 1).setFill();
+        NSBezierPath::bezierPathWithOvalInRect(bounds())->fill();
+    }
 
     void note(const char* what, const NSEvent& event) {
         heard += what;
@@ -69,6 +76,12 @@ protected:
         QApplication::sendEvent(widget()->windowHandle(), &event);
     }
 
+    static void send(QEvent::Type type) {
+        QEnterEvent enter({}, {}, {});
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(widget(), type == QEvent::Enter ? &enter : &leave);
+    }
+
     std::shared_ptr<TestView> view = std::make_shared<TestView>(CGRectMake(0, 0, 20, 20));
     std::unique_ptr<NSPanel> panel;
 };
@@ -86,11 +99,69 @@ TEST_F(PanelTest, BringsTheMouseToItsView) {
     send(QEvent::MouseButtonRelease, Qt::RightButton, Qt::NoButton);
     send(QEvent::MouseButtonPress, Qt::MiddleButton, Qt::MiddleButton);
     send(QEvent::MouseButtonDblClick, Qt::LeftButton, Qt::LeftButton);
-    QEnterEvent enter({}, {}, {});
-    QApplication::sendEvent(widget(), &enter);
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(widget(), &leave);
+    send(QEvent::Enter);
+    send(QEvent::Leave);
     EXPECT_EQ(view->heard, "down dragged up right+control down entered exited ");
+    send(QEvent::Enter);
+    view->heard.clear();
+    PanelWindow::windowGone(widget()->winId()); // Another one stands there now.
+    send(QEvent::Enter);
+    EXPECT_EQ(view->heard, "exited entered ");
+}
+
+TEST_F(PanelTest, FinishesOnePressBeforeTheNext) {
+    send(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton);
+    send(QEvent::MouseButtonPress, Qt::RightButton, Qt::LeftButton | Qt::RightButton);
+    send(QEvent::MouseButtonRelease, Qt::RightButton, Qt::LeftButton);
+    send(QEvent::MouseMove, Qt::NoButton, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton);
+    EXPECT_EQ(view->heard, "down dragged up ");
+}
+
+TEST_F(PanelTest, LeavesTheMouseToAMenuUntilThatCloses) {
+    const auto menu = std::make_shared<NSMenu>();
+    menu->addItem(std::make_shared<NSMenuItem>("Item", nullptr, ""));
+    view->act = [&] {
+        QTimer::singleShot(0, [&] {
+            send(QEvent::Leave);
+            EXPECT_EQ(view->heard, "entered down ");
+            QApplication::activePopupWidget()->close();
+        });
+        NSMenu::popUpContextMenu(menu, NSEvent(NSEventTypeLeftMouseDown, 0), *view);
+        view->heard += "closed ";
+        view->act = nullptr;
+    };
+    send(QEvent::Enter);
+    send(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton);
+    send(QEvent::MouseMove, Qt::NoButton, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton);
+    EXPECT_EQ(view->heard, "entered down exited closed ");
+}
+
+TEST_F(PanelTest, ATipThatIsReadChangesWithTheView) {
+    view->setToolTip("before");
+    send(QEvent::Enter);
+    QToolTip::showText({}, "before", widget());
+    view->setToolTip("after");
+    EXPECT_EQ(QToolTip::text(), "after");
+    send(QEvent::Leave);
+    view->setToolTip("later");
+    EXPECT_EQ(QToolTip::text(), "after") << "of another window, for all it knows";
+    QToolTip::hideText();
+}
+
+TEST_F(PanelTest, ShowsThroughWhatLiesBehindAndNoPopupOfItsOwn) {
+    screens().around = {{-2, -2, 24, 24}, {}};
+    for (int i = 0; i < 24 * 24; ++i)
+        screens().around.pixels.push_back(i % 24 < 12 ? 0xff0000 : 0xffffff);
+    QWidget popup(nullptr, Qt::ToolTip);
+    popup.setGeometry(widget()->geometry().adjusted(10, -10, 100, 10));
+    popup.show();
+    panel->setAlphaValue(0.1);
+    const QColor right = widget()->grab().toImage().pixelColor(18, 10);
+    screens().around = {};
+    EXPECT_GT(right.red(), 200);
+    EXPECT_LT(right.green(), 20);
 }
 
 TEST_F(PanelTest, MayEndInTheMiddleOfItsOwnEvent) {
