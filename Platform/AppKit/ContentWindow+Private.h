@@ -25,7 +25,7 @@ public:
     /// the toolkit still stands.
     static void leaveForGood();
 
-    /// No other window of the program's takes input while this one is on the screen.
+    /// No other window with a frame takes input while this one is on the screen.
     void setModal(bool modal) { m_modal = modal; }
 
     NSInteger number() const override;

@@ -74,7 +74,8 @@ void ContentWindow::makeKey() {
 
 void ContentWindow::orderFront() {
     if (!m_frame) makeFrame(m_window.contentViewController()->loadView());
-    m_frame->setWindowModality(m_modal ? Qt::ApplicationModal : Qt::NonModal);
+    // Modal to no window as the toolkit sees it: ModalInput says which take no input meanwhile.
+    m_frame->setWindowModality(m_modal ? Qt::WindowModal : Qt::NonModal);
     m_frame->enter();
 }
 

@@ -2,6 +2,7 @@
 #include "AppKit/AccessibleWidgets+Private.h"
 #include "AppKit/Appearance+Private.h"
 #include "AppKit/ContentWindow+Private.h"
+#include "AppKit/ModalInput+Private.h"
 #include "AppKit/NSAlert.h"
 #include "AppKit/NSApplication+Private.h"
 #include "AppKit/NSRunningApplication.h"
@@ -73,6 +74,7 @@ void makeQtApplication() {
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     new Appearance(application);
     new PopupOrder(application);
+    new ModalInput(application);
     offerWidgetsToAssistiveTechnology();
 }
 

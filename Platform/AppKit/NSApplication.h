@@ -69,7 +69,7 @@ public:
     /// frontmost of them. A program without one has nothing that could.
     void activateIgnoringOtherApps(bool flag);
 
-    /// Shows the window and handles events, none of them for another window of the program's, until
+    /// Shows the window and handles events, none of them for another window with a frame, until
     /// `stopModalWithCode`, whose code it returns. NSModalResponseAbort where the application ends
     /// before.
     NSInteger runModalForWindow(NSWindow& window);

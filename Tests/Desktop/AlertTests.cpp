@@ -161,15 +161,26 @@ TEST_F(Alerts, DoWhatTheirButtonsSay) {
     EXPECT_EQ(agent->process().errors(), "");
 }
 
-TEST_F(Alerts, LeaveTheHotKeyTheOrderAndAnEndInForce) {
+TEST_F(Alerts, LeaveEveryWayToToggleTheOrderAndAnEndInForce) {
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(openAlert());
-    for (const bool covered : {true, false}) {
-        strikeTogether({controlKey, altKey, superKey, nKey});
-        EXPECT_TRUE(await([&] {
-            return covered ? agent->isCovered() : agent->visibleCovers().empty();
-        })) << covered;
-        EXPECT_TRUE(await([&] { return isOnTop(); }));
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"key",
+         [&] {
+             strikeTogether({controlKey, altKey, superKey, nKey});
+         }},
+        {"button", [&] { click(agent->buttons().at(1).area); }},
+        {"icon", [&] { agent->toggle(); }},
+    };
+    for (const auto& [way, toggle] : ways) {
+        for (const bool covered : {true, false}) {
+            toggle();
+            EXPECT_TRUE(await([&] {
+                return covered ? agent->isCovered() : agent->visibleCovers().empty();
+            })) << way
+                << covered;
+            EXPECT_TRUE(await([&] { return isOnTop(); }));
+        }
     }
     agent->process().send(SIGTERM); // Which gives the keyboard back too.
     EXPECT_EQ(agent->process().awaitEnd(), 0);

@@ -6,9 +6,13 @@
 #include "Locked.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QTimer>
+#include <QWindow>
+
+#include <algorithm>
 
 namespace {
 
@@ -78,6 +82,26 @@ TEST_F(AppMenuTest, ASessionThatCannotBeCoveredSaysWhyInOneAlert) {
     ASSERT_EQ(texts.size(), 3u);
     EXPECT_EQ(texts[0], "A Wayland session cannot be covered");
     EXPECT_FALSE(Cover::shared()->shown() || QApplication::activeModalWidget());
+}
+
+TEST_F(AppMenuTest, AnAlertKeepsInputFromTheOtherWindows) {
+    NSApp->orderFrontStandardAboutPanelWithOptions({});
+    const auto windows = QApplication::topLevelWidgets();
+    const auto about = std::ranges::find_if(windows, [](const QWidget* window) {
+        return window->isVisible() && window->windowTitle().startsWith("About");
+    });
+    ASSERT_NE(about, windows.end());
+    const auto isOpenAfterItsButton = [&] {
+        QCloseEvent close;
+        QApplication::sendEvent((*about)->windowHandle(), &close);
+        return (*about)->isVisible();
+    };
+    QTimer::singleShot(0, [&] {
+        EXPECT_TRUE(isOpenAfterItsButton());
+        NSApp->stopModalWithCode(NSAlertFirstButtonReturn);
+    });
+    NSAlert().runModal();
+    EXPECT_FALSE(isOpenAfterItsButton());
 }
 
 TEST_F(AppMenuTest, AnItemThatStandsForNoFeatureDoesNothing) {
