@@ -1,6 +1,7 @@
 #include "Harness/Keys.h"
 #include "Harness/OnDesktop.h"
 #include "Harness/Paper.h"
+#include "Harness/SettingsManager.h"
 
 #include <algorithm>
 #include <csignal>
@@ -271,6 +272,21 @@ TEST_F(Buttons, SurviveTheEndOfTheirMonitorInTheMiddleOfADrag) {
     }
     EXPECT_EQ(area(1), (Area{3150, 606, 44, 44}));
     expectToggles(1, "at last");
+}
+
+TEST_F(Buttons, LeaveNothingBehindOnAMonitorThatGoes) {
+    SettingsManager manager(desktop.display());
+    manager.tell({{"Gtk/CursorThemeName", "one"}});
+    ASSERT_NO_FATAL_FAILURE(start());
+    for (const char* theme : {"two", "three", "four"}) {
+        openMenuAndClose(1, false);
+        desktop.server->xrandr({"--delmonitor", "B"});
+        EXPECT_TRUE(await([&] { return areThere(1); }));
+        manager.tell({{"Gtk/CursorThemeName", theme}});
+        expectToggles(0, theme);
+        desktop.server->xrandr({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"});
+        ASSERT_TRUE(await([&] { return areThere(); }));
+    }
 }
 
 TEST(ButtonsOnOutputs, SurviveTheirEndInTheMiddleOfADrag) {

@@ -1,6 +1,7 @@
 #include "WindowServer/X11/X11Session.h"
 
 #include "Foundation/NSLog.h"
+#include "WindowServer/X11/CursorThemeFilter.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Placement.h"
@@ -64,6 +65,7 @@ void X11Session::attach() {
     m_connection->onEvent = [this](const xcb_generic_event_t& event) { handle(event); };
     m_connection->onRefusal = [this] { coverPlainly(); };
     m_connection->attach();
+    new CursorThemeFilter(*m_connection);
     m_tray.onChanged = [this] {
         if (onTrayChanged) onTrayChanged();
     };

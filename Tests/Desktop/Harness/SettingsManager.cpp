@@ -15,12 +15,12 @@ void addPadded(std::string& bytes, const std::string& text) {
     bytes.resize((bytes.size() + 3) / 4 * 4);
 }
 
-void addHead(std::string& bytes, uint8_t type, const std::string& name) {
+void addHead(std::string& bytes, uint8_t type, const std::string& name, uint32_t serial) {
     add<uint8_t>(bytes, type);
     add<uint8_t>(bytes, 0);
     add(bytes, static_cast<uint16_t>(name.size()));
     addPadded(bytes, name);
-    add<uint32_t>(bytes, 0);
+    add(bytes, serial);
 }
 
 } // namespace
@@ -41,15 +41,15 @@ void SettingsManager::tell(const std::map<std::string, std::string>& texts,
     constexpr uint32_t least = 0, most = 1; // The byte orders.
     std::string bytes;
     add(bytes, std::endian::native == std::endian::little ? least : most << 24);
-    add<uint32_t>(bytes, 0);
+    add(bytes, ++m_serial);
     add(bytes, static_cast<uint32_t>(texts.size() + numbers.size()));
     for (const auto& [name, text] : texts) {
-        addHead(bytes, 1, name);
+        addHead(bytes, 1, name, m_serial);
         add(bytes, static_cast<uint32_t>(text.size()));
         addPadded(bytes, text);
     }
     for (const auto& [name, number] : numbers) {
-        addHead(bytes, 0, name);
+        addHead(bytes, 0, name, m_serial);
         add(bytes, number);
     }
     const xcb_atom_t property = m_client.atom("_XSETTINGS_SETTINGS");

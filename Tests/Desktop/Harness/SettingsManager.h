@@ -18,6 +18,7 @@ public:
 private:
     XClient m_client;
     xcb_window_t m_window;
+    uint32_t m_serial = 0; ///< Of all that is told, for who looks for what has changed.
 };
 
 } // namespace Harness
