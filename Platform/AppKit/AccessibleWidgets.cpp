@@ -1,5 +1,6 @@
 #include "AppKit/AccessibleWidgets+Private.h"
 
+#include "AppKit/DockedIcon+Private.h"
 #include "AppKit/FrameWidget+Private.h"
 #include "AppKit/PanelWidget+Private.h"
 #include "AppKit/TabButton+Private.h"
@@ -31,6 +32,22 @@ private:
     }
 
     PanelWidget& m_panel;
+};
+
+class StatusAccessible : public QAccessibleWidget {
+public:
+    explicit StatusAccessible(DockedIcon& icon)
+        : QAccessibleWidget(&icon, QAccessible::Button), m_icon(icon) {}
+
+    QStringList actionNames() const override { return {pressAction(), showMenuAction()}; }
+
+    void doAction(const QString& name) override {
+        if (name == pressAction()) m_icon.click(NSEventTypeLeftMouseUp);
+        if (name == showMenuAction()) m_icon.click(NSEventTypeRightMouseUp);
+    }
+
+private:
+    DockedIcon& m_icon;
 };
 
 class TabAccessible : public QAccessibleWidget {
@@ -69,6 +86,7 @@ QAccessible::Role roleOf(const FrameWidget& frame) {
 
 QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
     if (auto* const panel = dynamic_cast<PanelWidget*>(object)) return new PanelAccessible(*panel);
+    if (auto* const icon = dynamic_cast<DockedIcon*>(object)) return new StatusAccessible(*icon);
     if (auto* const frame = dynamic_cast<FrameWidget*>(object))
         return new QAccessibleWidget(frame, roleOf(*frame));
     if (auto* const tab = dynamic_cast<TabButton*>(object)) return new TabAccessible(*tab);

@@ -29,15 +29,6 @@ QString keyEquivalentText(const NSMenuItem& item) {
     return text + keyOf(item);
 }
 
-QKeySequence keySequenceOf(const NSMenuItem& item) {
-    const QString key = keyOf(item);
-    if (key.isEmpty()) return {};
-    Qt::KeyboardModifiers held;
-    for (const auto& modifier : modifiers)
-        held.setFlag(modifier.key, item.keyEquivalentModifierMask() & modifier.flag);
-    return QKeyCombination(held, static_cast<Qt::Key>(key.at(0).unicode()));
-}
-
 bool isKeyEquivalent(const NSMenuItem& item, const QKeyEvent& press) {
     const QString key = keyOf(item);
     if (key.isEmpty() || press.key() != key.at(0).unicode()) return false;

@@ -24,6 +24,9 @@ public:
     void openAt(const QPoint& corner);
     void openBeside(const QRect& place); ///< Below it, or above where there is no room.
 
+    /// Until its delegate hears of the close.
+    static bool isOpen(const NSMenu& menu);
+
     /// False where the menu is not the one that is open.
     static bool close(const NSMenu& menu);
 

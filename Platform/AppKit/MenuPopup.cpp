@@ -57,8 +57,10 @@ void MenuPopup::openBeside(const QRect& place) {
     open([&](const QSize& size) { return cornerBeside(place, size); });
 }
 
+bool MenuPopup::isOpen(const NSMenu& menu) { return theOpen && theOpen->m_menu.get() == &menu; }
+
 bool MenuPopup::close(const NSMenu& menu) {
-    if (!theOpen || theOpen->m_menu.get() != &menu || !theOpen->m_native) return false;
+    if (!isOpen(menu) || !theOpen->m_native) return false;
     theOpen->m_native->close();
     return true;
 }

@@ -4,35 +4,12 @@
 #include "AppKit/Symbol+Private.h"
 
 #include <QFile>
-#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
-#include <QPalette>
-#include <QPixmapCache>
+#include <QStandardPaths>
 #include <QSvgRenderer>
 
-#include <algorithm>
-
 namespace {
-
-bool isTextLight() {
-    return QGuiApplication::palette().color(QPalette::WindowText).lightness() > 127;
-}
-
-/// The symbol as it is drawn, black on a white ground; as a template, the other way round where the
-/// text is light. What the tray is painted with is not known: the ground keeps it legible on all.
-QPixmap draw(const std::string& name, bool isTemplate, const QSize& size) {
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    const double side = std::min(size.width(), size.height()); // Trays' places are of any shape.
-    QSvgRenderer(symbolFile(name))
-        .render(&painter,
-                QRectF((size.width() - side) / 2, (size.height() - side) / 2, side, side));
-    painter.end();
-    if (isTemplate && isTextLight()) image.invertPixels();
-    return QPixmap::fromImage(image);
-}
 
 class InkEngine : public QIconEngine {
 public:
@@ -42,57 +19,10 @@ public:
         drawTintedSymbol(*painter, m_name, rect, painter->pen().color());
     }
 
-    /// For menus that others draw.
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap pixmap(size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setPen(QGuiApplication::palette().color(QPalette::WindowText));
-        paint(&painter, pixmap.rect(), mode, state);
-        return pixmap;
-    }
-
     QIconEngine* clone() const override { return new InkEngine(*this); }
 
 private:
     const std::string m_name;
-};
-
-class SymbolEngine : public QIconEngine {
-public:
-    SymbolEngine(std::string name, bool isTemplate)
-        : m_name(std::move(name)), m_template(isTemplate) {}
-
-    QPixmap pixmap(const QSize& size, QIcon::Mode, QIcon::State) override {
-        const QString key = QString("symbol %1 %2x%3 %4%5")
-                                .arg(QString::fromStdString(m_name))
-                                .arg(size.width())
-                                .arg(size.height())
-                                .arg(m_template)
-                                .arg(isTextLight());
-        QPixmap pixmap;
-        if (QPixmapCache::find(key, &pixmap)) return pixmap;
-        pixmap = draw(m_name, m_template, size);
-        QPixmapCache::insert(key, pixmap);
-        return pixmap;
-    }
-
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
-               QIcon::State state) override {
-        const double scale = painter->device()->devicePixelRatioF();
-        painter->drawPixmap(rect, pixmap((QSizeF(rect.size()) * scale).toSize(), mode, state));
-    }
-
-    /// For trays that are sent pictures and ask for no size: the usual ones, and twice those.
-    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
-        return {{16, 16}, {22, 22}, {24, 24}, {32, 32}, {44, 44}, {48, 48}, {64, 64}};
-    }
-
-    QIconEngine* clone() const override { return new SymbolEngine(*this); }
-
-private:
-    const std::string m_name;
-    const bool m_template;
 };
 
 } // namespace
@@ -164,8 +94,21 @@ void NSImage::drawInRect(const NSRect& rect) const {
     target.restore();
 }
 
-QIcon iconFrom(const NSImage& image) {
-    return QIcon(new SymbolEngine(image.name(), image.isTemplate()));
+QImage pictureOf(const NSImage& image, int side, const QColor& ink) {
+    QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    QSvgRenderer(traySymbolFile(image.name(), side)).render(&painter);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(picture.rect(), image.isTemplate() ? ink : Qt::black);
+    return picture;
+}
+
+QString themeNameOf(const NSImage& image) {
+    const QString name = traySymbolName(image.name());
+    const auto file = QStandardPaths::locate(QStandardPaths::GenericDataLocation,
+                                             "icons/hicolor/16x16/status/" + name + ".svg");
+    return file.isEmpty() ? QString() : name;
 }
 
 QIcon inkIconFrom(const NSImage& image) { return QIcon(new InkEngine(image.name())); }

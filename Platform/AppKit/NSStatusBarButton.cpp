@@ -21,24 +21,11 @@ void NSStatusBarButton::setImage(std::shared_ptr<NSImage> image) {
 void NSStatusBarButton::performClick(const id&) {
     const auto menu = m_menu; // The delegate may take it away as it closes.
     if (!menu) return sendAction();
-    if (m_unopened) {
-        *m_unopened = menu;
-        if (const auto delegate = menu->delegate()) delegate->menuDidClose(*menu);
-        return;
-    }
     if (MenuPopup::close(*menu)) return;
     MenuPopup(menu).openBeside(m_icon->place());
-    m_icon->offerMenu(); // Not done while it was open.
 }
 
-std::shared_ptr<NSMenu> NSStatusBarButton::menuOfRightClick() {
-    std::shared_ptr<NSMenu> menu;
-    if (m_menu) return menu;
-    m_unopened = &menu;
-    sendActionFor({NSEventTypeRightMouseUp, 0});
-    m_unopened = nullptr;
-    return menu;
-}
+bool NSStatusBarButton::isMenuOpen() const { return m_menu && MenuPopup::isOpen(*m_menu); }
 
 void NSStatusBarButton::sendAction() {
     if (const auto target = m_target.lock()) m_action.send(*target, *this);

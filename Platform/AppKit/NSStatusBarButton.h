@@ -39,11 +39,9 @@ public:
 
 private:
     friend class NSStatusItem;
-    friend class TrayIcon;
+    friend class DockedIcon;
 
-    /// What a click with the right button would open, told to its delegate as closed again. Null
-    /// where it would open none, or while one is open.
-    std::shared_ptr<NSMenu> menuOfRightClick();
+    bool isMenuOpen() const;
     void sendAction();
     void sendActionFor(const NSEvent& event);
 
@@ -51,7 +49,6 @@ private:
     SEL m_action;
     NSUInteger m_actionMask = NSEventMaskLeftMouseUp;
     std::shared_ptr<NSMenu> m_menu;
-    std::shared_ptr<NSMenu>* m_unopened = nullptr; ///< Where a menu goes that is not to open.
     std::string m_toolTip;
     std::shared_ptr<NSImage> m_image;
     std::unique_ptr<TrayIcon> m_icon;

@@ -7,9 +7,12 @@
 
 /// The file that a symbol is drawn in, whether or not there is one. Its parts, by their names:
 /// `ink` is the symbol; `gap`, where there is one, parts the ink from the `slash` across it.
-/// `ground` is light and lies under all of that in the symbols for a tray, whose colour nobody
-/// knows.
 QString symbolFile(const std::string& name);
+
+/// A status item's symbol, as the desktop's icons name it, and its drawing for a square of so many
+/// pixels each way: small ones are drawn for themselves.
+QString traySymbolName(const std::string& name);
+QString traySymbolFile(const std::string& name, int side);
 
 /// Draws the ink alone, black, and clears the gap. The painter's y axis points up.
 void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect);

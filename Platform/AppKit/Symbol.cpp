@@ -3,6 +3,9 @@
 #include <QImage>
 #include <QSvgRenderer>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 /// The place in `rect` of one part of the drawing.
@@ -17,6 +20,17 @@ QRectF placeOf(const QRectF& part, const QRectF& drawing, const QRectF& rect) {
 
 QString symbolFile(const std::string& name) {
     return ":/Symbols/" + QString::fromStdString(name) + ".svg";
+}
+
+QString traySymbolName(const std::string& name) {
+    return "com.vardek.NimbrelLite." + QString::fromStdString(name) + "-symbolic";
+}
+
+QString traySymbolFile(const std::string& name, int side) {
+    constexpr int sides[] = {32, 24, 22, 16};
+    const auto* const fits = std::ranges::find_if(sides, [side](int each) { return each <= side; });
+    const int drawn = fits == std::end(sides) ? 16 : *fits;
+    return QString(":/Icons/status/%1/%2.svg").arg(drawn).arg(traySymbolName(name));
 }
 
 void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect) {

@@ -1,17 +1,38 @@
 #pragma once
 
-#include "AppKit/TrayMenu+Private.h"
+#include "AppKit/NSEvent.h"
 
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QRect>
-#include <QSystemTrayIcon>
 
 #include <memory>
+#include <optional>
 
 class NSStatusBarButton;
 
+/// A status bar's button as one kind of tray shows it.
+class TrayItem {
+public:
+    virtual ~TrayItem() = default;
+
+    /// Shows the button's image and texts as they are now.
+    virtual void refresh() = 0;
+    /// Where it stands on the screen; the pointer's place where the tray does not tell.
+    virtual QRect place() const = 0;
+};
+
+/// Lets the button answer to a click, unless the item is gone then, once the call at hand is done:
+/// no tray waits for a menu to close.
+void click(QObject& item, NSStatusBarButton& button, NSEventType type,
+           Qt::KeyboardModifiers modifiers);
+
 /// A status bar's button in the desktop's tray, from the time there is a tray.
+///
+/// A tray on the X server comes first: there the clicks, the menu and the element that assistive
+/// technology finds are the program's own. Many a tray on the session bus draws menus itself, under
+/// the cover, or opens one at a click that should toggle. Plasma's leaves that to the program, and
+/// its tray on the X server is but a go-between to the other.
 class TrayIcon : public QObject {
     Q_OBJECT
 
@@ -19,25 +40,21 @@ public:
     explicit TrayIcon(NSStatusBarButton& button);
     ~TrayIcon() override;
 
-    /// Shows the button's image and tool tip as they are now, and offers its menu.
     void update();
-    void offerMenu();
-
-    /// Where the icon stands on the screen; the pointer's place where the tray does not tell.
-    QRect place() const;
-
-    /// A template takes the colour of the application's text, which changes with the desktop's.
-    bool eventFilter(QObject* object, QEvent* event) override;
+    QRect place() const; ///< The pointer's place where there is no tray either.
 
 private slots:
-    void lookForTray();
+    void askForHost();
 
 private:
-    void appearIf(bool hasTray);
-    void click(QSystemTrayIcon::ActivationReason reason);
+    enum class Tray { None, OnServer, OnBus };
+    Tray best() const;
+    void leave(Tray tray);
+    void choose();
 
     NSStatusBarButton& m_button;
-    QDBusServiceWatcher m_watcherStart;
-    TrayMenu m_menu;
-    std::unique_ptr<QSystemTrayIcon> m_icon;
+    QDBusServiceWatcher m_watchers;
+    std::optional<bool> m_hasHost; ///< Whether there is a tray on the bus, once that is known.
+    Tray m_tray = Tray::None;
+    std::unique_ptr<TrayItem> m_item;
 };

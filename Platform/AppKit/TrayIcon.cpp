@@ -1,7 +1,8 @@
 #include "AppKit/TrayIcon+Private.h"
 
-#include "AppKit/NSImage+Private.h"
+#include "AppKit/DockedIcon+Private.h"
 #include "AppKit/NSStatusBarButton.h"
+#include "AppKit/NotifierItem+Private.h"
 #include "WindowServer/Session.h"
 
 #include <QCursor>
@@ -9,103 +10,91 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QEvent>
-#include <QGuiApplication>
 
 using WindowServer::Session;
 
 namespace {
 
-const QString watcherService = "org.kde.StatusNotifierWatcher";
-const QString watcherPath = "/StatusNotifierWatcher";
-
-NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers) {
-    const bool control = modifiers & Qt::ControlModifier;
-    return {type, control ? NSUInteger{NSEventModifierFlagControl} : 0};
-}
+bool isPlasma() { return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':').contains(u"KDE"); }
 
 } // namespace
 
-// Qt decides once in a process which kind of tray there is, as it makes the first icon, and the
-// answer stays. So none is made before a tray is known to take it.
-TrayIcon::TrayIcon(NSStatusBarButton& button)
-    : m_button(button), m_watcherStart(watcherService, QDBusConnection::sessionBus(),
-                                       QDBusServiceWatcher::WatchForRegistration) {
-    connect(&m_watcherStart, &QDBusServiceWatcher::serviceRegistered, this, &TrayIcon::lookForTray);
-    QDBusConnection::sessionBus().connect(QString(), watcherPath, watcherService,
-                                          "StatusNotifierHostRegistered", this,
-                                          SLOT(lookForTray()));
-    Session::current().onTrayChanged = [this] {
-        m_icon.reset(); // Its window may have died with the old tray.
-        lookForTray();
+void click(QObject& item, NSStatusBarButton& button, NSEventType type,
+           Qt::KeyboardModifiers modifiers) {
+    const bool control = modifiers & Qt::ControlModifier;
+    const NSEvent event(type, control ? NSUInteger{NSEventModifierFlagControl} : 0);
+    const auto deliver = [&button, event] {
+        event.type() == NSEventTypeLeftMouseUp ? button.mouseUp(event) : button.rightMouseUp(event);
     };
-    qApp->installEventFilter(this);
-    lookForTray();
+    QMetaObject::invokeMethod(&item, deliver, Qt::QueuedConnection);
+}
+
+TrayIcon::TrayIcon(NSStatusBarButton& button)
+    : m_button(button), m_watchers(NotifierItem::watcherService, QDBusConnection::sessionBus(),
+                                   QDBusServiceWatcher::WatchForOwnerChange) {
+    connect(&m_watchers, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] {
+        leave(Tray::OnBus); // The new one, if there is one, does not know the item.
+        askForHost();
+    });
+    QDBusConnection::sessionBus().connect(QString(), NotifierItem::watcherPath,
+                                          NotifierItem::watcherService,
+                                          "StatusNotifierHostRegistered", this, SLOT(askForHost()));
+    Session::current().onTrayChanged = [this] {
+        leave(Tray::OnServer); // Its window may have died with it.
+        choose();
+    };
+    askForHost();
 }
 
 TrayIcon::~TrayIcon() { Session::current().onTrayChanged = nullptr; }
 
-void TrayIcon::lookForTray() {
-    if (m_icon) return; // Qt brings it back to a bus that has a tray again.
+void TrayIcon::askForHost() {
     const auto bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) return appearIf(Session::current().hasTray());
-    auto question = QDBusMessage::createMethodCall(watcherService, watcherPath,
-                                                   "org.freedesktop.DBus.Properties", "Get");
-    question << watcherService << "IsStatusNotifierHostRegistered";
+    if (!bus.isConnected()) {
+        m_hasHost = false;
+        return;
+    }
+    auto question =
+        QDBusMessage::createMethodCall(NotifierItem::watcherService, NotifierItem::watcherPath,
+                                       "org.freedesktop.DBus.Properties", "Get");
+    question << NotifierItem::watcherService << "IsStatusNotifierHostRegistered";
     question.setAutoStartService(false);
-    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        watcher->deleteLater();
-        const QDBusPendingReply<QDBusVariant> hasHost = *watcher;
-        const bool onBus = hasHost.isValid() && hasHost.value().variant().toBool();
-        appearIf(onBus || Session::current().hasTray());
+    auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        const QDBusPendingReply<QDBusVariant> hasHost = *answer;
+        m_hasHost = hasHost.isValid() && hasHost.value().variant().toBool();
+        choose();
     });
 }
 
-void TrayIcon::appearIf(bool hasTray) {
-    if (!hasTray || m_icon) return;
-    m_icon = std::make_unique<QSystemTrayIcon>();
-    connect(m_icon.get(), &QSystemTrayIcon::activated, this, &TrayIcon::click);
-    update();
+TrayIcon::Tray TrayIcon::best() const {
+    if (!m_hasHost || !m_button.image()) return Tray::None;
+    const bool onServer = Session::current().hasTray();
+    if (*m_hasHost && (!onServer || isPlasma())) return Tray::OnBus;
+    return onServer ? Tray::OnServer : Tray::None;
 }
 
-// A menu may stay open for long: neither the tray, whose call this is, nor the icon waits for it.
-void TrayIcon::click(QSystemTrayIcon::ActivationReason reason) {
-    // The second click of a quick pair is a click like the first.
-    const bool left = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
-    if (!left && reason != QSystemTrayIcon::Context) return;
-    // An icon with a window heard which keys were held at the click; a tray on the bus does not
-    // tell.
-    const auto modifiers = m_icon->geometry().isValid() ? QGuiApplication::keyboardModifiers()
-                                                        : QGuiApplication::queryKeyboardModifiers();
-    const NSEvent event =
-        eventOf(left ? NSEventTypeLeftMouseUp : NSEventTypeRightMouseUp, modifiers);
-    const auto deliver = [this, left, event] {
-        left ? m_button.mouseUp(event) : m_button.rightMouseUp(event);
-    };
-    QMetaObject::invokeMethod(this, deliver, Qt::QueuedConnection);
+void TrayIcon::leave(Tray tray) {
+    if (m_tray != tray) return;
+    m_item.reset();
+    m_tray = Tray::None;
 }
 
-bool TrayIcon::eventFilter(QObject* object, QEvent* event) {
-    if (object == qApp && event->type() == QEvent::ApplicationPaletteChange) update();
-    return false;
+void TrayIcon::choose() {
+    const Tray chosen = best();
+    if (chosen == m_tray) return;
+    leave(m_tray);
+    m_tray = chosen;
+    if (chosen == Tray::OnServer) m_item = std::make_unique<DockedIcon>(m_button);
+    if (chosen == Tray::OnBus) m_item = std::make_unique<NotifierItem>(m_button);
 }
 
 void TrayIcon::update() {
-    if (!m_icon) return;
-    m_icon->setToolTip(QString::fromStdString(m_button.toolTip()));
-    m_icon->setIcon(m_button.image() ? iconFrom(*m_button.image()) : QIcon());
-    offerMenu(); // It changes with what the image tells of.
-    m_icon->setVisible(m_button.image() != nullptr);
-}
-
-void TrayIcon::offerMenu() {
-    // An icon with a window opens its menu itself.
-    if (!m_icon || m_icon->geometry().isValid()) return;
-    if (const auto menu = m_button.menuOfRightClick()) m_menu.offer(*menu, *m_icon);
+    choose();
+    if (m_item) m_item->refresh();
 }
 
 QRect TrayIcon::place() const {
-    const QRect known = m_icon ? m_icon->geometry() : QRect();
-    return known.isValid() ? known : QRect(QCursor::pos(), QSize(1, 1));
+    return m_item ? m_item->place() : QRect(QCursor::pos(), QSize(1, 1));
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -80,6 +81,12 @@ struct Snapshot {
     std::vector<uint32_t> pixels;
 };
 
+/// How the tray on the server wants the icons that it takes.
+struct TrayLook {
+    bool translucent = false;    ///< They let its ground through.
+    std::optional<uint32_t> ink; ///< The colour of symbols, 0xRRGGBB, where it tells.
+};
+
 class Session {
 public:
     virtual ~Session() = default;
@@ -105,8 +112,18 @@ public:
     /// Whether a panel on the server itself takes status icons.
     virtual bool hasTray() const { return false; }
 
-    /// Called after `hasTray` has come to differ.
+    virtual TrayLook trayLook() const { return {}; }
+
+    /// Called after `hasTray` or `trayLook` has come to differ.
     std::function<void()> onTrayChanged;
+
+    /// Takes a window that the toolkit shows off the screen and asks the tray to show it in itself.
+    /// Calls back when it has. One is docked at a time.
+    virtual void dock(ToolkitWindow, std::function<void()>) {}
+
+    /// What the tray shows beneath a window that it took in, in the place of what the window
+    /// showed. Empty where it does not tell.
+    virtual Snapshot groundOfDocked(ToolkitWindow) { return {}; }
 
     /// Whether a compositor blends translucent windows with what lies behind them.
     virtual bool isComposited() const { return false; }

@@ -1,12 +1,14 @@
+// The status item in trays on the X server and on the session bus.
 #include "Harness/Keys.h"
 #include "Harness/NotifierTray.h"
 #include "Harness/OnDesktop.h"
-#include "Harness/Portal.h"
+#include "Harness/ScreenReader.h"
 
 #include <QDBusArgument>
-#include <QImage>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 
 using namespace Harness;
 
@@ -47,6 +49,26 @@ QString toolTipOf(NotifierTray& tray) {
     return title;
 }
 
+/// Of the eye that is crossed out, the line alone reaches so near to the corner.
+bool isCrossedOut(const Pictures& pictures) {
+    return std::ranges::all_of(pictures, [](const auto& picture) {
+        const auto& [side, pixels] = picture;
+        const int inward = side * 3 / 16 - 1;
+        return pixels.at((inward * side + inward) * 4) != 0;
+    });
+}
+
+/// The eye is told from the crossed-out one by what a user sees and hears.
+struct Told {
+    const char* next; ///< What a click does.
+    bool crossedOut;
+};
+constexpr Told clear = {"Blur every screen", true};
+constexpr Told blurred = {"Show the screens", false};
+
+constexpr const char* tip =
+    "Nimbrel Lite: click to blur or show every screen, right-click for the menu";
+
 } // namespace
 
 TEST(TrayOnTheBus, HasTheItemEachTimeThatItComes) {
@@ -56,130 +78,109 @@ TEST(TrayOnTheBus, HasTheItemEachTimeThatItComes) {
     for (int i = 0; i < 10; ++i) {
         NotifierTray tray(desktop.bus->address());
         ASSERT_TRUE(await([&] { return !tray.items().empty(); })) << i;
-        EXPECT_EQ(tray.property("Title").toString(), "Nimbrel Lite") << i;
-        EXPECT_EQ(toolTipOf(tray),
-                  "Nimbrel Lite: click to blur or show every screen, right-click for the menu");
-        const Pictures clear = iconOf(tray);
+        EXPECT_EQ(toolTipOf(tray), tip);
         for (const int size : {16, 22, 24, 32, 44, 48, 64})
-            EXPECT_TRUE(clear.contains(size)) << size;
-
-        tray.click(1000, 10);
-        EXPECT_TRUE(await([&] { return agent.isCovered(); })) << i;
-        EXPECT_TRUE(await([&] { return iconOf(tray) != clear; })) << i;
-        tray.click(1000, 10);
-        EXPECT_TRUE(await([&] { return agent.visibleCovers().empty(); })) << i;
-        EXPECT_TRUE(await([&] { return iconOf(tray) == clear; })) << i;
+            EXPECT_TRUE(iconOf(tray).contains(size)) << size;
+        for (const Told& state : {clear, blurred}) {
+            const QString title = QString("Nimbrel Lite: ") + state.next;
+            EXPECT_TRUE(await([&] { return tray.property("Title") == title; })) << state.next;
+            EXPECT_EQ(tray.property("IconAccessibleDesc").toString(), state.next);
+            EXPECT_EQ(isCrossedOut(iconOf(tray)), state.crossedOut) << state.next;
+            tray.click(1000, 10);
+            EXPECT_TRUE(await([&] { return agent.isCovered() == state.crossedOut; })) << i;
+        }
     }
 }
 
-namespace {
-
-/// The keys that a row says to be its own.
-std::string keysOf(const NotifierTray::Row& row) {
-    QList<QStringList> chords;
-    if (row.properties.contains("shortcut"))
-        row.properties["shortcut"].value<QDBusArgument>() >> chords;
-    return chords.value(0).join('+').toStdString();
+TEST(TrayOnTheBus, TakesTheDesktopsOwnIconsAndTheProgramsOwnMenu) {
+    Desktop desktop;
+    desktop.tray.reset();
+    const auto icons = std::filesystem::path(desktop.environment().at("XDG_DATA_HOME")) /
+                       "icons/hicolor/16x16/status";
+    std::filesystem::create_directories(icons);
+    std::ofstream(icons / "com.vardek.NimbrelLite.eye.slash-symbolic.svg") << "<svg/>";
+    NotifierTray tray(desktop.bus->address());
+    const Agent agent(desktop);
+    ASSERT_TRUE(await([&] { return !tray.items().empty(); }));
+    EXPECT_EQ(tray.property("IconName").toString(), "com.vardek.NimbrelLite.eye.slash-symbolic");
+    EXPECT_FALSE(tray.property("Menu").isValid()) << "one that would lie under the cover";
+    EXPECT_EQ(tray.property("ItemIsMenu"), false);
 }
 
-QImage pictureOf(const NotifierTray::Row& row) {
-    return QImage::fromData(row.properties["icon-data"].toByteArray());
-}
-
-struct TrayMenu : OnDesktop {
-    TrayMenu() {
+TEST(TrayOnTheBus, StandsBackForOneOnTheServerExceptInPlasma) {
+    for (const bool inPlasma : {false, true}) {
+        Desktop desktop;
+        if (inPlasma) desktop.extra["XDG_CURRENT_DESKTOP"] = "KDE";
+        NotifierTray tray(desktop.bus->address());
         desktop.tray.reset();
-        tray.emplace(desktop.bus->address());
-        agent.emplace(desktop);
-        EXPECT_TRUE(await([&] { return !tray->items().empty() && !tray->menu().rows.empty(); }));
+        const Agent agent(desktop);
+        const auto isOnBus = [&] { return tray.property("Status") == "Active"; };
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_TRUE(await(isOnBus));
+            desktop.tray.emplace(desktop.display(), 100, 0);
+            const auto isAsWanted = [&] {
+                return isOnBus() == inPlasma && desktop.tray->icons().empty() == inPlasma;
+            };
+            EXPECT_TRUE(await(isAsWanted) && holdsFor(100ms, isAsWanted)) << inPlasma;
+            desktop.tray.reset();
+        }
     }
+}
 
-    std::optional<NotifierTray> tray;
+struct TrayOnTheServer : OnDesktop {
+    Area icon() { return desktop.tray->icons().back(); }
 };
 
-} // namespace
-
-TEST_F(TrayMenu, IsTheProgramsOwn) {
-    const auto menu = tray->menu();
-    const std::vector<std::string> titles = {"Blur Every Screen",
-                                             "",
-                                             "Support VARDEK…",
-                                             "Buy Nimbrel SUMMIT…",
-                                             "More in SUMMIT",
-                                             "",
-                                             "Settings…",
-                                             "About Nimbrel Lite",
-                                             "",
-                                             "Quit Nimbrel Lite"};
-    EXPECT_EQ(menu.titles(), titles);
-    for (const auto& row : menu.rows) {
-        const bool isLine = row.title().isEmpty();
-        EXPECT_EQ(row.properties["type"].toString(), isLine ? "separator" : "");
-        EXPECT_EQ(row.properties["enabled"].toBool(), !isLine) << row.title().toStdString();
-    }
-    const auto more = menu["More in SUMMIT"];
-    EXPECT_EQ(more.properties["children-display"].toString(), "submenu");
-    ASSERT_EQ(more.rows.size(), 12u);
-    EXPECT_EQ(more.titles()[1], "_Hand gestures & wink") << "with the mark of a letter";
-    EXPECT_EQ(more.rows.back().title(), "See Everything in SUMMIT…");
-    const std::pair<const char*, const char*> keys[] = {
-        {"Blur Every Screen", "Super+Control+Alt+N"},
-        {"Settings…", "Super+,"},
-        {"About Nimbrel Lite", ""},
-        {"Quit Nimbrel Lite", "Super+Q"}};
-    for (const auto& [title, chord] : keys)
-        EXPECT_EQ(keysOf(menu[title]), chord) << title;
-}
-
-TEST_F(TrayMenu, HasPicturesInTheColourOfTheDesktop) {
-    Portal portal(desktop.bus->address(), false);
-    for (const bool dark : {true, false}) {
-        portal.setDark(dark);
-        EXPECT_TRUE(await([&] {
-            const QImage star = pictureOf(tray->menu()["Buy Nimbrel SUMMIT…"]);
-            const QColor middle = star.pixelColor(star.width() / 2, star.height() / 2);
-            return star.pixelColor(0, 0).alpha() == 0 && middle.alpha() == 255 &&
-                   (middle.lightness() > 127) == dark;
-        })) << dark;
+TEST_F(TrayOnTheServer, HasAnIconThatStandsOutAndTellsTheState) {
+    const ScreenReader reader(desktop);
+    for (const uint32_t ground : {0x202020u, 0xF0F0F0u}) {
+        desktop.tray.emplace(desktop.display(), 100, 0, ground);
+        if (!agent) agent.emplace(desktop);
+        ASSERT_TRUE(await([&] { return !desktop.tray->icons().empty(); }));
+        for (const Told& state : {clear, blurred, clear}) {
+            const auto line = "push button \"" + std::string(state.next) + "\" (" + tip + ")\n";
+            std::optional<Spoken> item;
+            EXPECT_TRUE(await([&] {
+                for (const Spoken& window : reader.windows())
+                    if (window.lines() == line) item = window;
+                return item.has_value();
+            })) << line;
+            if (state.crossedOut) {
+                EXPECT_TRUE(await([&] {
+                    const Area at = icon();
+                    const Picture picture = desktop.screen.grab(at);
+                    const int ink = picture.luminance(at.x + 4, at.y + 4);
+                    return picture.at(at.x, at.y) == ground && picture.count(ground) > 250 &&
+                           (ground > 0x808080 ? ink < 60 : ink > 200);
+                })) << state.next;
+            }
+            if (item) reader.press(*item);
+            EXPECT_TRUE(await([&] { return agent->isCovered() == state.crossedOut; }));
+        }
+        agent->uncover();
     }
 }
 
-TEST_F(TrayMenu, DoesWhatIsChosenInIt) {
-    for (int i = 0; i < 2; ++i) {
-        tray->choose(tray->menu()["Blur Every Screen"]);
-        EXPECT_TRUE(await([&] { return agent->isCovered(); }));
-        tray->choose(tray->menu()["Show the Screens"]);
-        EXPECT_TRUE(await([&] { return agent->visibleCovers().empty(); }));
-        tray->click(1000, 10); // A click on the icon toggles all the same,
-        EXPECT_TRUE(await([&] { return agent->isCovered(); }));
-        tray->click(1000, 10);
-        EXPECT_TRUE(await([&] { return agent->visibleCovers().empty(); }));
-        tray->rightClick(1000, 10); // and the other button opens the program's own.
-        EXPECT_TRUE(await([&] { return agent->menus().size() == 1; }));
-        desktop.input.strike(escapeKey);
-        EXPECT_TRUE(await([&] { return agent->menus().empty(); }));
+TEST_F(TrayOnTheServer, AnswersToTheReleaseOnIt) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    const auto at = [&](int beside) { desktop.input.move(icon().x + 12 + beside, icon().y + 12); };
+    const auto isQuiet = [&] { return agent->visibleCovers().empty() && agent->menus().empty(); };
+    for (const uint8_t button : {1, 3}) {
+        at(0);
+        desktop.input.press(button);
+        EXPECT_TRUE(holdsFor(200ms, isQuiet));
+        at(-100); // Dragged off,
+        desktop.input.release(button);
+        EXPECT_TRUE(holdsFor(200ms, isQuiet));
+        at(0);
+        desktop.input.press(button);
+        at(-100); // and back again.
+        at(0);
+        desktop.input.release(button);
+        EXPECT_TRUE(await([&] { return agent->isCovered() || agent->menus().size() == 1; }));
+        at(4);
+        desktop.input.click(button); // On the icon of an open menu, that closes it.
+        EXPECT_TRUE(await(isQuiet));
+        EXPECT_TRUE(holdsFor(200ms, isQuiet));
     }
-    const auto windows = [&] {
-        return std::ranges::count_if(desktop.screen.windows(), [](const ScreenWindow& window) {
-            return window.viewable && window.className == "nimbrel-lite" &&
-                   window.area.width > 200 && window.instance != "menu";
-        });
-    };
-    tray->choose(tray->menu()["Settings…"]);
-    EXPECT_TRUE(await([&] { return windows() == 1; }));
-    tray->choose(tray->menu()["More in SUMMIT"].rows.at(0)); // Its alert waits; the tray does not.
-    EXPECT_TRUE(await([&] { return windows() == 2; }));
-    tray->choose(tray->menu()["Quit Nimbrel Lite"]);
-    EXPECT_EQ(agent->process().awaitEnd(), 0);
-}
-
-TEST_F(TrayMenu, TellsTheStateAlsoAfterTheProgramsOwnWasOpenMeanwhile) {
-    tray->rightClick(1000, 10);
-    ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
-    strikeTogether({controlKey, altKey, superKey, nKey});
-    EXPECT_TRUE(await([&] { return agent->isCovered(); }));
-    EXPECT_EQ(agent->menus().size(), 1u);
-    desktop.input.strike(escapeKey);
-    EXPECT_TRUE(await([&] { return agent->menus().empty(); }));
-    EXPECT_TRUE(await([&] { return tray->menu().rows.at(0).title() == "Show the Screens"; }));
 }

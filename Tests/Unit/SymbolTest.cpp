@@ -1,13 +1,10 @@
 #include "AppKit/AppKit.h"
-#include "AppKit/NSImage+Private.h"
 #include "AppKit/Symbol+Private.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QIcon>
 #include <QImage>
-#include <QPixmap>
 
 namespace {
 
@@ -62,15 +59,4 @@ TEST(Symbol, FillsItsSquareAndStaysWithinIt) {
 TEST(NSImage, IsNullForAnUnknownSymbol) {
     EXPECT_EQ(NSImage::imageWithSystemSymbolName("no.such.symbol", std::nullopt), nullptr);
     EXPECT_EQ(NSImage::imageWithSystemSymbolName("", std::nullopt), nullptr);
-}
-
-TEST(NSImage, StandsSquareInAPlaceOfAnyShape) {
-    const auto image = NSImage::imageWithSystemSymbolName("eye.slash", std::nullopt);
-    const QImage square = iconFrom(*image).pixmap(QSize(24, 24), 1.0).toImage();
-    for (const auto& [place, inner] :
-         {std::pair{QSize(24, 48), QRect(0, 12, 24, 24)}, {QSize(40, 24), QRect(8, 0, 24, 24)}}) {
-        const QImage drawn = iconFrom(*image).pixmap(place, 1.0).toImage();
-        EXPECT_EQ(drawn.size(), place);
-        EXPECT_EQ(drawn.copy(inner), square);
-    }
 }

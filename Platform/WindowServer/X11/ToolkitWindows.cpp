@@ -71,10 +71,13 @@ Snapshot grabAroundToolkit(Connection& connection, ToolkitWindow window, int mar
     xcb_connection_t* const xcb = toolkitConnection();
     const auto id = static_cast<xcb_window_t>(window);
     const auto place = await(xcb, xcb_get_geometry_reply, xcb_get_geometry(xcb, id));
+    const auto corner = // In a tray the window's own place is one in another window.
+        await(xcb, xcb_translate_coordinates_reply,
+              xcb_translate_coordinates(xcb, id, connection.root(), 0, 0));
     const auto root = await(xcb, xcb_get_geometry_reply, xcb_get_geometry(xcb, connection.root()));
-    if (!place || !root || !connection.hasPlainPixels() || root->depth != 24) return {};
+    if (!place || !corner || !root || !connection.hasPlainPixels() || root->depth != 24) return {};
     const PixelRect area =
-        intersection(grown({place->x, place->y, place->width, place->height}, margin),
+        intersection(grown({corner->dst_x, corner->dst_y, place->width, place->height}, margin),
                      sized(root->width, root->height));
     if (isEmpty(area)) return {};
     const auto image = await(
@@ -82,7 +85,7 @@ Snapshot grabAroundToolkit(Connection& connection, ToolkitWindow window, int mar
         xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, connection.root(),
                       static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
                       static_cast<uint16_t>(area.width), static_cast<uint16_t>(area.height), ~0u));
-    Snapshot snapshot{translated(area, -place->x, -place->y), {}};
+    Snapshot snapshot{translated(area, -corner->dst_x, -corner->dst_y), {}};
     snapshot.pixels.resize(static_cast<size_t>(area.width) * area.height);
     const size_t bytes = snapshot.pixels.size() * sizeof(uint32_t);
     if (!image || static_cast<size_t>(xcb_get_image_data_length(image.get())) < bytes) return {};

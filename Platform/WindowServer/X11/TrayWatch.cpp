@@ -2,10 +2,10 @@
 
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/Event.h"
-
-#include <QCoreApplication>
+#include "WindowServer/X11/TrayDock.h"
 
 #include <string>
+#include <utility>
 
 namespace WindowServer {
 
@@ -13,12 +13,8 @@ TrayWatch::TrayWatch(Connection& connection)
     : m_connection(connection),
       m_selection(connection.atom(
           ("_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber())).c_str())),
-      m_announcement(connection.atom("MANAGER")) {}
-
-void TrayWatch::attach() {
-    QCoreApplication::instance()->installNativeEventFilter(this);
-    look();
-}
+      m_announcement(connection.atom("MANAGER")),
+      m_colors(connection.atom("_NET_SYSTEM_TRAY_COLORS")) {}
 
 void TrayWatch::look() {
     xcb_connection_t* const xcb = m_connection.xcb();
@@ -33,27 +29,40 @@ void TrayWatch::look() {
     if (!alive) m_owner = XCB_WINDOW_NONE;
 }
 
-void TrayWatch::lookAgain() {
-    const xcb_window_t before = m_owner;
-    look();
-    if (m_owner != before && onChanged) onChanged();
+bool TrayWatch::concerns(const xcb_generic_event_t& event) {
+    switch (typeOf(event)) {
+    case XCB_CLIENT_MESSAGE: {
+        const auto& announcement = as<xcb_client_message_event_t>(event);
+        if (announcement.type != m_announcement || announcement.data.data32[1] != m_selection)
+            return false;
+        const xcb_window_t before = m_owner;
+        look();
+        return m_owner != before;
+    }
+    case XCB_PROPERTY_NOTIFY: {
+        const auto& told = as<xcb_property_notify_event_t>(event);
+        return told.window == m_owner && told.atom == m_colors;
+    }
+    case XCB_DESTROY_NOTIFY:
+        if (!isPresent() || as<xcb_destroy_notify_event_t>(event).window != m_owner) return false;
+        m_owner = XCB_WINDOW_NONE; // One that follows at once will announce itself.
+        return true;
+    default:
+        return false;
+    }
 }
 
-bool TrayWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
-    const auto& event = *static_cast<const xcb_generic_event_t*>(message);
-    if (typeOf(event) != XCB_CLIENT_MESSAGE) return false;
-    const auto& announcement = as<xcb_client_message_event_t>(event);
-    if (announcement.type == m_announcement && announcement.data.data32[1] == m_selection)
-        QMetaObject::invokeMethod(
-            &m_turn, [this] { lookAgain(); }, Qt::QueuedConnection);
-    return false;
+void TrayWatch::dock(ToolkitWindow icon, std::function<void()> docked) {
+    m_icon = static_cast<xcb_window_t>(icon);
+    m_docked = std::move(docked);
+    dockToolkit(m_connection, m_owner, icon);
 }
 
 void TrayWatch::handle(const xcb_generic_event_t& event) {
-    if (typeOf(event) != XCB_DESTROY_NOTIFY || m_owner == XCB_WINDOW_NONE) return;
-    if (as<xcb_destroy_notify_event_t>(event).window != m_owner) return;
-    m_owner = XCB_WINDOW_NONE; // One that follows at once will announce itself.
-    if (onChanged) onChanged();
+    if (typeOf(event) == XCB_MAP_NOTIFY && m_docked &&
+        as<xcb_map_notify_event_t>(event).window == m_icon)
+        m_docked();
+    if (concerns(event) && onChanged) onChanged();
 }
 
 } // namespace WindowServer

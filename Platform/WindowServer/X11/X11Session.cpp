@@ -79,7 +79,7 @@ void X11Session::attach() {
         if (onThemeChanged) onThemeChanged();
     };
     selectRootEvents();
-    m_tray.attach();
+    m_tray.look();
     watchDisplays();
     m_displays = readDisplays();
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &m_commit, [this] { leaveScreen(); });

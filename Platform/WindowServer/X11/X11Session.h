@@ -10,6 +10,7 @@
 #include "WindowServer/X11/Stacking.h"
 #include "WindowServer/X11/Struts.h"
 #include "WindowServer/X11/ToolkitGuard.h"
+#include "WindowServer/X11/TrayDock.h"
 #include "WindowServer/X11/TrayWatch.h"
 #include "WindowServer/X11/XSettings.h"
 
@@ -34,6 +35,13 @@ public:
     void attach() override;
     const std::vector<Display>& displays() const override { return m_displays; }
     bool hasTray() const override { return m_tray.isPresent(); }
+    TrayLook trayLook() const override { return lookOfTray(*m_connection, m_tray.owner()); }
+    void dock(ToolkitWindow window, std::function<void()> docked) override {
+        m_tray.dock(window, std::move(docked));
+    }
+    Snapshot groundOfDocked(ToolkitWindow window) override {
+        return WindowServer::groundOfDocked(*m_connection, window);
+    }
     bool isComposited() const override { return m_compositor.isPresent(); }
     bool canBeCovered() const override { return !m_connection->isXwayland(); }
     std::string themeName() const override { return m_settings.themeName(); }

@@ -1,13 +1,11 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
 
 #include <string>
-#include <vector>
 
 namespace Harness {
 
@@ -34,20 +32,6 @@ public:
     void click(int x, int y);
     void rightClick(int x, int y);
 
-    /// A row of the newest icon's own menu, which this tray could draw: what it says of itself, and
-    /// the rows of its submenu. The menu itself is one without a title.
-    struct Row {
-        int number = 0;
-        QVariantMap properties;
-        std::vector<Row> rows;
-
-        QString title() const { return properties.value("label").toString(); }
-        std::vector<std::string> titles() const;        ///< Of its rows; empty for a line.
-        Row operator[](const std::string& title) const; ///< The first of its rows with this title.
-    };
-    Row menu();
-    void choose(const Row& row);
-
     int answered() const { return m_answered; } ///< How many clicks the icon has acknowledged.
 
 public slots:
@@ -60,7 +44,6 @@ signals:
 
 private:
     void call(const QString& method, int x, int y);
-    QDBusMessage menuCall(const QString& method);
 
     QDBusConnection m_bus;
     QStringList m_items;

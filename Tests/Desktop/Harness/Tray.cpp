@@ -12,12 +12,11 @@ constexpr int capacity = 4;
 
 } // namespace
 
-Tray::Tray(const std::string& display, int x, int y)
+Tray::Tray(const std::string& display, int x, int y, uint32_t ground)
     : m_client(display), m_area{x, y, capacity * iconSize, iconSize},
       m_window(xcb_generate_id(m_client)), m_opcode(m_client.atom("_NET_SYSTEM_TRAY_OPCODE")),
       m_embedding(m_client.atom("_XEMBED")) {
-    const uint32_t values[] = {m_client.screen().black_pixel, 1,
-                               XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY};
+    const uint32_t values[] = {ground, 1, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY};
     xcb_create_window(m_client, XCB_COPY_FROM_PARENT, m_window, m_client.root(),
                       static_cast<int16_t>(x), static_cast<int16_t>(y),
                       static_cast<uint16_t>(m_area.width), iconSize, 0,

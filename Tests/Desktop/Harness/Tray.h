@@ -12,7 +12,7 @@ class Tray {
 public:
     static constexpr int iconSize = 24;
 
-    Tray(const std::string& display, int x, int y);
+    Tray(const std::string& display, int x, int y, uint32_t ground = 0x000000);
 
     /// Where the icons stand on the screen, the newest last.
     std::vector<Area> icons();
