@@ -43,7 +43,7 @@ std::vector<Sample> samplesAround(const QImage& picture, const Snapshot& surroun
                 !hidden.contains({area.x + column, area.y + row}))
                 samples.push_back(
                     {area.x + column, area.y + row,
-                     surroundings.pixels[static_cast<size_t>(row * area.width + column)]});
+                     surroundings.pixels[static_cast<size_t>(row) * area.width + column]});
     return samples;
 }
 
