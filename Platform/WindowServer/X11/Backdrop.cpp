@@ -6,14 +6,12 @@
 
 namespace WindowServer {
 
-Backdrop::Backdrop(Connection& connection, xcb_window_t window, int width, int height,
-                   double deviation)
-    : m_connection(connection), m_width(width), m_height(height),
-      m_plan(BlurPlan::forDeviation(deviation)), m_blur(m_plan.deviation),
+Backdrop::Backdrop(Connection& connection, int width, int height, double deviation)
+    : m_width(width), m_height(height), m_plan(BlurPlan::forDeviation(deviation)),
+      m_blur(m_plan.deviation),
       m_source(ceilDiv(width, m_plan.factor()), ceilDiv(height, m_plan.factor())),
       m_shown{m_source.width, m_source.height, {}},
-      m_enlarger(
-          Enlarger::make(connection, window, m_plan.factor(), m_source.width, m_source.height)) {}
+      m_enlarger(Enlarger::make(connection, m_plan.factor(), m_source.width, m_source.height)) {}
 
 PixelRect Backdrop::develop(const CGColor& overlay) {
     m_blurred = m_source;
@@ -23,12 +21,6 @@ PixelRect Backdrop::develop(const CGColor& overlay) {
     m_enlarger->upload(m_shown, part);
     // Interpolation carries each small pixel half a pixel beyond its own square.
     return intersection(enlarged(grown(part, 1), m_plan.factor()), sized(m_width, m_height));
-}
-
-void Backdrop::moveTo(xcb_window_t window) {
-    m_enlarger =
-        Enlarger::make(m_connection, window, m_plan.factor(), m_shown.width, m_shown.height);
-    m_enlarger->upload(m_shown, sized(m_shown.width, m_shown.height));
 }
 
 /// Gives the part, in small pixels, that came to differ.

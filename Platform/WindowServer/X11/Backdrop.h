@@ -12,28 +12,27 @@ namespace WindowServer {
 
 class Connection;
 
-/// The blurred, tinted picture that fills one window, kept many times smaller than the window.
+/// The blurred, tinted picture that fills one cover, kept many times smaller than the cover.
 class Backdrop {
 public:
     /// Size in device pixels; `deviation` is the Gaussian's, in device pixels.
-    Backdrop(Connection& connection, xcb_window_t window, int width, int height, double deviation);
+    Backdrop(Connection& connection, int width, int height, double deviation);
 
     int width() const { return m_width; }
     int height() const { return m_height; }
     const BlurPlan& plan() const { return m_plan; }
 
-    /// What lies behind the window, reduced by the plan's factor and not blurred yet.
+    /// What lies behind the cover, reduced by the plan's factor and not blurred yet.
     SmallImage& source() { return m_source; }
     const SmallImage& source() const { return m_source; }
 
     /// Blurs the source, lays `overlay` over it and hands the result to the server. Gives the area
-    /// of the window, in its pixels, that looks different now; empty where none does.
+    /// of the cover, in its pixels, that looks different now; empty where none does.
     PixelRect develop(const CGColor& overlay);
 
-    void paint(const PixelRect& area) { m_enlarger->paint(area); }
-
-    /// Takes the picture as it is to another window of the same size.
-    void moveTo(xcb_window_t window);
+    void paint(const Canvas& canvas, const PixelRect& area) const {
+        m_enlarger->paint(canvas, area);
+    }
 
     /// The mean colour of the picture as one pixel, 0xRRGGBB.
     uint32_t meanPixel() const;
@@ -41,7 +40,6 @@ public:
 private:
     PixelRect store(const CGColor& overlay);
 
-    Connection& m_connection;
     int m_width;
     int m_height;
     BlurPlan m_plan;

@@ -4,6 +4,7 @@
 #include "WindowServer/X11/Event.h"
 
 #include <string>
+#include <utility>
 
 #include <xcb/xfixes.h>
 
@@ -28,9 +29,7 @@ void CompositorWatch::handle(const xcb_generic_event_t& event) {
     if (m_selectionNotify == 0 || typeOf(event) != m_selectionNotify) return;
     const auto& notify = as<xcb_xfixes_selection_notify_event_t>(event);
     if (notify.selection != m_selection) return;
-    const bool wasPresent = isPresent();
-    m_owner = notify.owner;
-    if (isPresent() != wasPresent && onChanged) onChanged();
+    if (std::exchange(m_owner, notify.owner) != notify.owner && onChanged) onChanged();
 }
 
 } // namespace WindowServer

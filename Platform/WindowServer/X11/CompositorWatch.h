@@ -15,7 +15,9 @@ public:
     explicit CompositorWatch(Connection& connection);
 
     bool isPresent() const { return m_owner != XCB_WINDOW_NONE; }
-    /// Called as a compositor comes or goes.
+    /// The compositor's own window: another one for each compositor that comes.
+    xcb_window_t owner() const { return m_owner; }
+    /// Called as a compositor comes, goes, or takes another's place.
     std::function<void()> onChanged;
 
     void handle(const xcb_generic_event_t& event);

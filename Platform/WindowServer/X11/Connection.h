@@ -46,6 +46,8 @@ public:
     bool canScale() const { return m_rgbFormat != 0; }
     /// Whether it serves a Wayland session, which its windows cannot cover.
     bool isXwayland() const { return m_isXwayland; }
+    /// Whether it can do so into the screen's own windows.
+    bool canScaleToScreen() const { return canScale() && formatOf(m_screen->root_visual) != 0; }
     bool hasComposite() const { return m_hasComposite; }
     bool hasShape() const { return m_events.shape != 0; }
     /// Whether pixels of depth 24 take 32 bits in the byte order of this machine.

@@ -19,14 +19,13 @@ void putImage(Connection& connection, xcb_drawable_t drawable, xcb_gcontext_t gc
                   reinterpret_cast<const uint8_t*>(pixels));
 }
 
-/// Interpolates to half the window's size, in bands that stay in the processor's cache, and doubles
+/// Interpolates to half the full size, in bands that stay in the processor's cache, and doubles
 /// each pixel from there: a blur so wide has no step between two neighbours that an eye could see,
 /// and doubling costs far less than interpolating.
 class RenderEnlarger : public Enlarger {
 public:
-    RenderEnlarger(Connection& connection, xcb_window_t window, int factor, int width, int height)
-        : m_connection(connection), m_pixmap(connection.newId()), m_gc(connection.newId()),
-          m_target(connection.newId()) {
+    RenderEnlarger(Connection& connection, int factor, int width, int height)
+        : m_connection(connection), m_pixmap(connection.newId()), m_gc(connection.newId()) {
         xcb_connection_t* const xcb = connection.xcb();
         m_source = makePicture(connection, m_pixmap, width, height);
         setScale(xcb, m_source, 2.0 / factor);
@@ -36,14 +35,11 @@ public:
         m_band = makePicture(connection, band, width * factor / 2, bandHeight);
         xcb_free_pixmap(xcb, band); // the picture keeps it
         setScale(xcb, m_band, 0.5, "nearest");
-
-        xcb_render_create_picture(xcb, m_target, window,
-                                  connection.formatOf(connection.screen().root_visual), 0, nullptr);
     }
 
     ~RenderEnlarger() override {
         xcb_connection_t* const xcb = m_connection.xcb();
-        for (const xcb_render_picture_t picture : {m_target, m_band, m_source})
+        for (const xcb_render_picture_t picture : {m_band, m_source})
             xcb_render_free_picture(xcb, picture);
         xcb_free_gc(xcb, m_gc);
         xcb_free_pixmap(xcb, m_pixmap);
@@ -55,7 +51,7 @@ public:
                  small.values.data() + static_cast<ptrdiff_t>(rows.y) * small.width);
     }
 
-    void paint(const PixelRect& area) override {
+    void paint(const Canvas& canvas, const PixelRect& area) override {
         xcb_connection_t* const xcb = m_connection.xcb();
         const PixelRect half = reduced(area, 2);
         for (int y = half.y; y < half.y + half.height; y += bandHeight) {
@@ -63,7 +59,8 @@ public:
             const PixelRect rows{half.x, y, half.width, height};
             composite(xcb, XCB_RENDER_PICT_OP_SRC, m_source, m_band, rows.x, rows.y,
                       sized(rows.width, rows.height));
-            composite(xcb, XCB_RENDER_PICT_OP_SRC, m_band, m_target, 0, 0, enlarged(rows, 2));
+            composite(xcb, XCB_RENDER_PICT_OP_SRC, m_band, canvas.picture, 0, 0,
+                      translated(enlarged(rows, 2), -canvas.originX, -canvas.originY));
         }
     }
 
@@ -75,22 +72,21 @@ private:
     xcb_gcontext_t m_gc;
     xcb_render_picture_t m_source;
     xcb_render_picture_t m_band;
-    xcb_render_picture_t m_target;
 };
 
 /// Interpolates here and sends the result in strips, so no full-size picture is held.
 class ClientEnlarger : public Enlarger {
 public:
-    ClientEnlarger(Connection& connection, xcb_window_t window, int factor)
-        : m_connection(connection), m_window(window), m_factor(factor), m_gc(connection.newId()) {
-        xcb_create_gc(connection.xcb(), m_gc, window, 0, nullptr);
+    ClientEnlarger(Connection& connection, int factor)
+        : m_connection(connection), m_factor(factor), m_gc(connection.newId()) {
+        xcb_create_gc(connection.xcb(), m_gc, connection.root(), 0, nullptr);
     }
 
     ~ClientEnlarger() override { xcb_free_gc(m_connection.xcb(), m_gc); }
 
     void upload(const Pixels& small, const PixelRect&) override { m_small = small; }
 
-    void paint(const PixelRect& area) override {
+    void paint(const Canvas& canvas, const PixelRect& area) override {
         constexpr int stripHeight = 32;
         for (int y = area.y; y < area.y + area.height; y += stripHeight) {
             const PixelRect strip{area.x, y, area.width,
@@ -99,8 +95,8 @@ public:
             for (int row = strip.y; row < strip.y + strip.height; ++row)
                 for (int x = strip.x; x < strip.x + strip.width; ++x)
                     m_strip.push_back(sample(x, row));
-            putImage(m_connection, m_window, m_gc, m_connection.screen().root_depth, strip,
-                     m_strip.data());
+            putImage(m_connection, canvas.drawable, m_gc, m_connection.screen().root_depth,
+                     translated(strip, -canvas.originX, -canvas.originY), m_strip.data());
         }
     }
 
@@ -137,7 +133,6 @@ private:
     }
 
     Connection& m_connection;
-    xcb_window_t m_window;
     int m_factor;
     xcb_gcontext_t m_gc;
     Pixels m_small;
@@ -146,12 +141,11 @@ private:
 
 } // namespace
 
-std::unique_ptr<Enlarger> Enlarger::make(Connection& connection, xcb_window_t window, int factor,
-                                         int smallWidth, int smallHeight) {
-    if (connection.canScale() && connection.formatOf(connection.screen().root_visual) != 0)
-        return std::make_unique<RenderEnlarger>(connection, window, factor, smallWidth,
-                                                smallHeight);
-    return std::make_unique<ClientEnlarger>(connection, window, factor);
+std::unique_ptr<Enlarger> Enlarger::make(Connection& connection, int factor, int smallWidth,
+                                         int smallHeight) {
+    if (connection.canScaleToScreen())
+        return std::make_unique<RenderEnlarger>(connection, factor, smallWidth, smallHeight);
+    return std::make_unique<ClientEnlarger>(connection, factor);
 }
 
 } // namespace WindowServer

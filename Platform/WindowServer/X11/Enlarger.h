@@ -1,6 +1,7 @@
 #pragma once
 
 #include "WindowServer/Session.h"
+#include "WindowServer/X11/Canvas.h"
 
 #include <cstdint>
 #include <memory>
@@ -19,7 +20,7 @@ struct Pixels {
     std::vector<uint32_t> values;
 };
 
-/// Paints a small picture into a window many times its size, smoothly interpolated.
+/// Paints a small picture at many times its size, smoothly interpolated.
 class Enlarger {
 public:
     virtual ~Enlarger() = default;
@@ -27,13 +28,13 @@ public:
     /// Takes over the rows that cover `part`, in small pixels, of the picture.
     virtual void upload(const Pixels& small, const PixelRect& part) = 0;
 
-    /// Paints `area`, in the window's pixels, into the window.
-    virtual void paint(const PixelRect& area) = 0;
+    /// Paints `area`, in the large picture's pixels.
+    virtual void paint(const Canvas& canvas, const PixelRect& area) = 0;
 
     /// One that scales inside the server where Render is there, and else in this process. `factor`
-    /// is how many of the window's pixels one small pixel covers.
-    static std::unique_ptr<Enlarger> make(Connection& connection, xcb_window_t window, int factor,
-                                          int smallWidth, int smallHeight);
+    /// is how many of the large picture's pixels one small pixel covers.
+    static std::unique_ptr<Enlarger> make(Connection& connection, int factor, int smallWidth,
+                                          int smallHeight);
 };
 
 } // namespace WindowServer

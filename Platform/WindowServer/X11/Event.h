@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include <xcb/xcb.h>
 
 namespace WindowServer {
@@ -10,6 +12,36 @@ inline int typeOf(const xcb_generic_event_t& event) { return event.response_type
 /// The event as what its code says that it is.
 template <typename Event> const Event& as(const xcb_generic_event_t& event) {
     return reinterpret_cast<const Event&>(event);
+}
+
+/// Whether it happened before the server came to the request.
+template <typename Event> bool isBefore(const Event& event, uint32_t request) {
+    const auto sequence = reinterpret_cast<const xcb_generic_event_t&>(event).full_sequence;
+    return static_cast<int32_t>(sequence - request) < 0;
+}
+
+/// The window whose place, order or life the event tells of; none where it tells of no such thing.
+inline xcb_window_t subjectOf(const xcb_generic_event_t& event) {
+    switch (typeOf(event)) {
+    case XCB_CREATE_NOTIFY:
+        return as<xcb_create_notify_event_t>(event).window;
+    case XCB_DESTROY_NOTIFY:
+        return as<xcb_destroy_notify_event_t>(event).window;
+    case XCB_MAP_NOTIFY:
+        return as<xcb_map_notify_event_t>(event).window;
+    case XCB_UNMAP_NOTIFY:
+        return as<xcb_unmap_notify_event_t>(event).window;
+    case XCB_CONFIGURE_NOTIFY:
+        return as<xcb_configure_notify_event_t>(event).window;
+    case XCB_GRAVITY_NOTIFY:
+        return as<xcb_gravity_notify_event_t>(event).window;
+    case XCB_CIRCULATE_NOTIFY:
+        return as<xcb_circulate_notify_event_t>(event).window;
+    case XCB_REPARENT_NOTIFY:
+        return as<xcb_reparent_notify_event_t>(event).window;
+    default:
+        return XCB_NONE;
+    }
 }
 
 } // namespace WindowServer

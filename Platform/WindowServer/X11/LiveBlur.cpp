@@ -53,8 +53,8 @@ void LiveBlur::exempt(xcb_window_t cover) {
     if (m_exempted.insert(cover).second) m_redirection->exempt(cover);
 }
 
-void LiveBlur::follow(std::function<bool(xcb_window_t)> hidden) {
-    m_scene = std::make_unique<Scene>(m_connection, std::move(hidden));
+void LiveBlur::follow(std::function<bool(xcb_window_t)> shows) {
+    m_scene = std::make_unique<Scene>(m_connection, std::move(shows));
 }
 
 Pyramid& LiveBlur::pyramidFor(const Backdrop& backdrop) {

@@ -47,8 +47,8 @@ public:
     /// Draws a cover straight to the screen while others are redirected. To be called after `hold`.
     void exempt(xcb_window_t cover);
 
-    /// Follows the desktop from now on. `hidden` tells the windows that are no part of it.
-    void follow(std::function<bool(xcb_window_t)> hidden);
+    /// Follows the desktop from now on. `shows` tells the windows that are part of it.
+    void follow(std::function<bool(xcb_window_t)> shows);
 
     bool isFollowing() const { return m_scene != nullptr; }
 

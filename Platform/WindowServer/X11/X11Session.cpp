@@ -49,12 +49,13 @@ X11Session::X11Session(std::unique_ptr<Connection> connection)
           const Display* display = displayAt(frame);
           return display ? pixelsOf(frame, *display) : PixelRect();
       }) {
-    for (QTimer* timer : {&m_commit, &m_frame, &m_displayRefresh}) {
+    for (QTimer* timer : {&m_commit, &m_frame, &m_above, &m_displayRefresh}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
     }
     QObject::connect(&m_commit, &QTimer::timeout, &m_commit, [this] { commit(); });
     QObject::connect(&m_frame, &QTimer::timeout, &m_frame, [this] { drawFrame(); });
+    QObject::connect(&m_above, &QTimer::timeout, &m_above, [this] { drawAbove(); });
     QObject::connect(&m_displayRefresh, &QTimer::timeout, &m_displayRefresh,
                      [this] { refreshDisplays(); });
 }
@@ -73,6 +74,7 @@ void X11Session::attach() {
         if (onKeyPressed) onKeyPressed();
     };
     m_compositor.onChanged = [this] {
+        scheduleCommit();
         if (onCompositingChanged) onCompositingChanged();
     };
     m_settings.onChanged = [this] {
@@ -88,7 +90,8 @@ void X11Session::attach() {
 /// Returns when the server has cleared the screen, so that it is clear when the process has ended.
 void X11Session::leaveScreen() {
     for (X11Surface* surface : m_surfaces)
-        surface->hide();
+        surface->hide(false);
+    m_overlay.reset();
     settle();
 }
 
@@ -259,6 +262,7 @@ void X11Session::handle(const xcb_generic_event_t& event) {
     if (m_live && m_live->handle(event)) scheduleFrame();
     // Last, for it may have to ask the server.
     if (m_struts.handle(event)) m_displayRefresh.start(0);
+    if (m_overlay && m_overlay->handle(event)) m_above.start(0);
 }
 
 void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
@@ -269,7 +273,11 @@ void X11Session::handleOwnWindow(int type, const xcb_generic_event_t& event) {
     };
     if (type == XCB_EXPOSE) {
         const auto& expose = as<xcb_expose_event_t>(event);
-        if (auto* surface = surfaceOf(expose.window)) surface->expose(expose);
+        const auto found = std::ranges::find_if(m_surfaces, [&](const X11Surface* each) {
+            return each->window() == expose.window ||
+                   (each->pane() && each->pane()->window() == expose.window);
+        });
+        if (found != m_surfaces.end()) paint([&] { (*found)->expose(expose); });
     } else if (type == XCB_CONFIGURE_NOTIFY) {
         const auto& notify = as<xcb_configure_notify_event_t>(event);
         // All that the server tells of monitors that a user draws up.
@@ -320,14 +328,16 @@ void X11Session::commit() {
     const bool any = std::ranges::any_of(m_surfaces, &X11Surface::wantsToShow);
     watchScreen(any || !m_stacking.isEmpty());
     if (live && !m_live) m_live = std::make_unique<LiveBlur>(*m_connection);
+    const bool handsOver = wantsOverlay() != (m_overlay && !m_overlayLost);
 
     std::vector<X11Surface*> stale;
     for (X11Surface* surface : m_surfaces)
-        if (surface->isStale() && surface->wantsToShow()) stale.push_back(surface);
+        if ((surface->isStale() || handsOver) && surface->wantsToShow()) stale.push_back(surface);
     if (!stale.empty())
         showAll(stale);
     else if (m_orderStale)
         m_stacking.restack();
+    if (!wantsOverlay()) dropOverlay();
     m_orderStale = false;
     if (!live) {
         m_live.reset();
@@ -336,6 +346,58 @@ void X11Session::commit() {
     m_guard.watch();
     m_connection->flush();
     if (std::exchange(m_covered, any) != any && onCovered) onCovered(any);
+}
+
+/// Where a compositor runs, its order of windows, its settings and its own views decide over what
+/// is seen of ours; not so in the overlay.
+bool X11Session::wantsOverlay() const {
+    return isComposited() && canBlurLive() && m_connection->hasShape() &&
+           m_compositor.owner() != m_overpainter &&
+           std::ranges::any_of(m_surfaces, &X11Surface::wantsToShow);
+}
+
+void X11Session::loseOverlay() {
+    m_overlayLost = true;
+    scheduleCommit();
+}
+
+void X11Session::holdOverlay() {
+    if (std::exchange(m_overlayLost, false)) dropOverlay();
+    if (m_overlay || !wantsOverlay()) return;
+    m_overlay =
+        std::make_unique<Overlay>(*m_connection, m_compositor.owner(), [this](xcb_window_t window) {
+            return m_stacking.holds(window) && !ownsCover(window);
+        });
+    m_overlay->onLost = [this] { loseOverlay(); };
+    m_overlay->onDrawnOver = [this] {
+        m_overpainter = m_compositor.owner();
+        scheduleCommit();
+    };
+    // One that came while covered tells by what it draws.
+    if (m_covered || !m_overlay->isDrawnOver()) return;
+    m_overpainter = m_compositor.owner();
+    m_overlay.reset();
+}
+
+void X11Session::dropOverlay() {
+    for (X11Surface* surface : m_surfaces)
+        surface->dropPane();
+    m_overlay.reset();
+    m_above.stop();
+}
+
+/// Whatever is painted of covers while they stand on the screen is painted in here.
+void X11Session::paint(const std::function<void()>& paintCovers) {
+    if (m_overlay)
+        m_overlay->paint(paintCovers);
+    else
+        paintCovers();
+    m_connection->flush();
+}
+
+bool X11Session::ownsCover(xcb_window_t window) const {
+    return std::ranges::any_of(
+        m_surfaces, [window](const X11Surface* surface) { return surface->owns(window); });
 }
 
 void X11Session::setResting(bool rests) {
@@ -348,9 +410,9 @@ void X11Session::setResting(bool rests) {
 
 void X11Session::hideUnwanted() {
     for (X11Surface* surface : m_surfaces) {
-        if (surface->wantsToShow() || !surface->isMapped()) continue;
-        unstack(*surface);
-        surface->hide();
+        if (surface->wantsToShow()) continue;
+        if (surface->isMapped()) unstack(*surface);
+        surface->hide(isComposited());
     }
     m_connection->flush();
 }
@@ -362,11 +424,16 @@ void X11Session::showAll(const std::vector<X11Surface*>& surfaces) {
     }
     captureSources(surfaces);
     if (m_live && !m_live->isFollowing()) followDesktop();
+    holdOverlay();
+    const Overlay* const overlay = wantsOverlay() ? m_overlay.get() : nullptr;
     // Nobody else draws or looks between the first window's appearance and the last one's picture.
     xcb_grab_server(m_connection->xcb());
     m_stacking.restack();
-    for (X11Surface* surface : surfaces)
-        surface->show();
+    paint([&] {
+        if (overlay) overlay->show();
+        for (X11Surface* surface : surfaces)
+            surface->show(overlay);
+    });
     xcb_ungrab_server(m_connection->xcb());
     m_connection->flush();
 }
@@ -395,12 +462,8 @@ void X11Session::captureSources(const std::vector<X11Surface*>& surfaces) {
 }
 
 void X11Session::followDesktop() {
-    m_live->follow([this](xcb_window_t window) {
-        return m_stacking.holds(window) ||
-               std::ranges::any_of(m_surfaces, [window](const X11Surface* surface) {
-                   return surface->owns(window);
-               });
-    });
+    m_live->follow(
+        [this](xcb_window_t window) { return !m_stacking.holds(window) && !ownsCover(window); });
     m_sinceFrame.start();
     scheduleFrame();
 }
@@ -434,9 +497,21 @@ void X11Session::drawFrame() {
         if (surface->isMapped() && surface->isLive())
             behinds.push_back({*surface->backdrop(), surface->pixels()});
     const auto received = m_live->receive(m_live->request(behinds, changed));
-    for (X11Surface* surface : m_surfaces)
-        if (std::ranges::find(received, surface->backdrop()) != received.end()) surface->refresh();
-    m_connection->flush();
+    paint([&] {
+        for (X11Surface* surface : m_surfaces)
+            if (std::ranges::find(received, surface->backdrop()) != received.end())
+                surface->refresh();
+    });
+}
+
+/// What of ours stands above the covers has changed.
+void X11Session::drawAbove() {
+    const auto areas = m_overlay->update();
+    paint([&] {
+        for (X11Surface* surface : m_surfaces)
+            for (const PixelRect& area : areas)
+                if (Pane* pane = surface->pane()) pane->paint(area);
+    });
 }
 
 /// What was refused drags after it all that was to be made of it, so the blur begins afresh when a
@@ -445,8 +520,10 @@ void X11Session::coverPlainly() {
     if (!std::exchange(m_wasRefused, true))
         NSLog("X11: the server refused a request, as it does when it is short of memory: the cover "
               "is plain dark until the next one.");
-    for (X11Surface* surface : m_surfaces)
-        if (surface->isMapped()) surface->showPlain();
+    paint([&] {
+        for (X11Surface* surface : m_surfaces)
+            if (surface->isMapped()) surface->showPlain();
+    });
     m_live.reset();
     m_frame.stop();
     m_connection->excuseRefusals();

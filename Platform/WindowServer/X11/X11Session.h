@@ -7,6 +7,7 @@
 #include "WindowServer/X11/KeyboardFocus.h"
 #include "WindowServer/X11/LiveBlur.h"
 #include "WindowServer/X11/Monitors.h"
+#include "WindowServer/X11/Overlay.h"
 #include "WindowServer/X11/Stacking.h"
 #include "WindowServer/X11/Struts.h"
 #include "WindowServer/X11/ToolkitGuard.h"
@@ -91,6 +92,11 @@ private:
 
     void commit();
     void hideUnwanted();
+    bool wantsOverlay() const;
+    bool ownsCover(xcb_window_t window) const;
+    void loseOverlay();
+    void holdOverlay();
+    void dropOverlay();
     void showAll(const std::vector<X11Surface*>& surfaces);
     void captureSources(const std::vector<X11Surface*>& surfaces);
     void followDesktop();
@@ -98,6 +104,8 @@ private:
     void selectRootEvents();
     void scheduleFrame();
     void drawFrame();
+    void drawAbove();
+    void paint(const std::function<void()>& paintCovers);
     void coverPlainly();
 
     std::unique_ptr<Connection> m_connection;
@@ -113,6 +121,10 @@ private:
     std::vector<Display> m_displays;
     std::vector<X11Surface*> m_surfaces;
     std::unique_ptr<LiveBlur> m_live;
+    std::unique_ptr<Overlay>
+        m_overlay; ///< Only while covered, and where a compositor leaves it be.
+    bool m_overlayLost = false;
+    xcb_window_t m_overpainter = XCB_WINDOW_NONE; ///< A compositor that draws over the overlay.
     bool m_watching = false;
     bool m_covered = false; ///< As it was told last.
     bool m_resting = false;
@@ -120,6 +132,7 @@ private:
     bool m_orderStale = false; ///< Whether a commit has to restack, whatever else it does.
     QTimer m_commit;
     QTimer m_frame;
+    QTimer m_above; ///< What stands above the covers waits for no frame.
     QTimer m_displayRefresh;
     QElapsedTimer m_sinceFrame;
 };

@@ -1,8 +1,11 @@
 #include "WindowServer/X11/X11Surface.h"
 
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
+#include "WindowServer/X11/Overlay.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Placement.h"
+#include "WindowServer/X11/Scaling.h"
 #include "WindowServer/X11/ScreenGrab.h"
 #include "WindowServer/X11/X11Session.h"
 
@@ -18,16 +21,15 @@ namespace {
 /// The material blurs as strongly as the strongest background blur that windows ask for.
 constexpr double materialDeviation = 84;
 
+constexpr uint32_t opaque = 0xffffffff;
+
+/// Beyond the screen, which compositors do not draw.
+constexpr PixelRect parking{-1, -1, 1, 1};
+
 void setText(Connection& connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
              const std::string& text) {
     xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
                         static_cast<uint32_t>(text.size()), text.data());
-}
-
-/// Whether the event happened before the server came to the request.
-template <typename Event> bool isBefore(const Event& event, uint32_t request) {
-    const auto sequence = reinterpret_cast<const xcb_generic_event_t&>(event).full_sequence;
-    return static_cast<int32_t>(sequence - request) < 0;
 }
 
 uint32_t pixelOf(const CGColor& color) {
@@ -48,20 +50,36 @@ void X11Surface::create() {
     m_sentinel.emplace(m_connection);
     m_window = m_connection.newId();
     xcb_connection_t* const xcb = m_connection.xcb();
-    const uint32_t values[] = {m_connection.screen().black_pixel, true,
-                               XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_PROPERTY_CHANGE};
+    const uint32_t values[] = {m_connection.screen().black_pixel, true};
     xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_window, m_connection.root(), 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
-    // An opaque full-screen window is no reason for a compositor to stop compositing.
-    const uint32_t keepCompositing = 2;
-    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window,
-                        m_connection.atom("_NET_WM_BYPASS_COMPOSITOR"), XCB_ATOM_CARDINAL, 32, 1,
-                        &keepCompositing);
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
+    markForCompositors();
+    const uint32_t events = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(xcb, m_window, XCB_CW_EVENT_MASK, &events);
     if (m_connection.hasShape()) xcb_shape_select_input(xcb, m_window, true);
+    m_canvas.emplace(m_connection, m_window);
+}
+
+/// A compositor's settings would make the cover translucent, dim it, round its corners or throw its
+/// shadow on the next monitor; and an opaque window as large as a monitor is no reason to stop
+/// compositing.
+void X11Surface::markForCompositors() {
+    const auto set = [this](const char* property, xcb_atom_t type, uint32_t value) {
+        xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_window,
+                            m_connection.atom(property), type, 32, 1, &value);
+    };
+    set("_NET_WM_WINDOW_OPACITY", XCB_ATOM_CARDINAL, opaque);
+    set("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
+        m_connection.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION"));
+    set("_NET_WM_STATE", XCB_ATOM_ATOM, m_connection.atom("_NET_WM_STATE_FULLSCREEN"));
+    set("_COMPTON_SHADOW", XCB_ATOM_CARDINAL, 0);
+    set("_NET_WM_BYPASS_COMPOSITOR", XCB_ATOM_CARDINAL, 2);
 }
 
 X11Surface::~X11Surface() {
+    m_pane.reset();
+    m_canvas.reset();
     m_backdrop.reset();
     m_session.forget(*this);
     xcb_destroy_window(m_connection.xcb(), m_window);
@@ -75,14 +93,15 @@ void X11Surface::changed() {
 
 void X11Surface::replace() {
     m_session.forget(*this);
+    m_canvas.reset();
     xcb_destroy_window(m_connection.xcb(), m_window); // It may live on in another one.
     create();
-    if (m_backdrop) m_backdrop->moveTo(m_window);
     m_connection.excuseRefusals();
     writeTitle();
     writeName();
     if (m_ignoresMouse) dropInput(m_connection, m_window);
     m_session.remember(*this);
+    m_parked = false;
     if (m_mapped) showAgain();
 }
 
@@ -94,7 +113,7 @@ void X11Surface::showAgain() {
     setBackground(XCB_CW_BACK_PIXEL, m_backdrop ? m_backdrop->meanPixel() : plainPixel());
     m_session.exempt(*this);
     map();
-    if (m_backdrop) paintAll();
+    if (m_backdrop && !m_pane) paintAll();
     m_session.raise(*this);
 }
 
@@ -192,7 +211,7 @@ void X11Surface::prepare() {
         m_backdrop.reset();
         return;
     }
-    m_backdrop = std::make_unique<Backdrop>(m_connection, m_window, m_pixels.width, m_pixels.height,
+    m_backdrop = std::make_unique<Backdrop>(m_connection, m_pixels.width, m_pixels.height,
                                             m_radius / 2.0 * m_scale);
     m_awaitsSource = true;
 }
@@ -201,8 +220,8 @@ void X11Surface::prepare() {
 /// taken is kept, stretched where the size changes.
 void X11Surface::prepareStill(double deviation) {
     const auto former = std::move(m_still ? m_still : m_backdrop);
-    auto next = std::make_unique<Backdrop>(m_connection, m_window, m_pixels.width, m_pixels.height,
-                                           deviation);
+    auto next =
+        std::make_unique<Backdrop>(m_connection, m_pixels.width, m_pixels.height, deviation);
     if (!m_mapped) {
         if (!grabScreen(m_connection, m_pixels, next->plan().factor(), next->source())) return;
     } else if (former) {
@@ -228,20 +247,35 @@ void X11Surface::setBackground(uint32_t mask, uint32_t value) {
     xcb_change_window_attributes(m_connection.xcb(), m_window, mask, &value);
 }
 
-void X11Surface::show() {
+void X11Surface::show(const Overlay* overlay) {
+    if (m_session.isResting()) m_still = std::move(m_backdrop);
+    if (m_awaitsSource) m_backdrop.reset();
+    m_live = m_live && m_backdrop;
+    if (overlay) return showInPane(*overlay);
+    showInWindow();
+    m_pane.reset();
+}
+
+void X11Surface::showInPane(const Overlay& overlay) {
+    if (!m_pane || m_pane->place() != m_pixels)
+        m_pane = overlay.makePane(m_pixels, [this](const Canvas& canvas, const PixelRect& area) {
+            paintPicture(canvas, area);
+        });
+    paintAll();
+    // What comes to light where the overlay is lost.
+    setBackground(XCB_CW_BACK_PIXEL, plainPixel());
+    configure(m_connection.xcb(), m_window, m_pixels);
+    map();
+}
+
+/// With no background the server leaves the old pixels until the picture is painted, so no plain
+/// frame is ever seen; later exposures start from the picture's mean.
+void X11Surface::showInWindow() {
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
-    if (m_session.isResting()) m_still = std::move(m_backdrop);
-    if (!m_backdrop || m_awaitsSource) {
-        showPlain();
-        return;
-    }
-    // With no background the server leaves the old pixels until the picture is painted, so no plain
-    // frame is ever seen; later exposures start from the picture's mean.
-    if (!m_mapped) {
-        setBackground(XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
-        map();
-    }
+    if (!m_backdrop) return showPlain();
+    if (!m_mapped) setBackground(XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
+    map();
     paintAll();
     setBackground(XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
 }
@@ -255,24 +289,37 @@ void X11Surface::showPlain() {
     m_backdrop.reset();
     m_live = false;
     setBackground(XCB_CW_BACK_PIXEL, plainPixel());
-    if (!m_mapped) map();
+    map();
     xcb_clear_area(m_connection.xcb(), false, m_window, 0, 0, 0, 0);
+    if (m_pane) paintAll();
 }
 
-void X11Surface::hide() {
-    m_sentinel->hide();
+void X11Surface::hide(bool composited) {
     m_stale = false;
-    m_mapped = false;
     m_live = false;
     m_backdrop.reset();
     m_still.reset();
-    xcb_unmap_window(m_connection.xcb(), m_window);
+    const bool wasMapped = std::exchange(m_mapped, false);
+    const bool parks = composited && m_ordered;
+    if (!wasMapped && m_parked == parks) return;
+    m_parked = parks;
+    m_sentinel->hide();
+    m_pane.reset();
+    if (!parks) {
+        xcb_unmap_window(m_connection.xcb(), m_window);
+        return;
+    }
+    configure(m_connection.xcb(), m_window, parking);
+    const uint32_t below = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    xcb_map_window(m_connection.xcb(), m_window);
 }
 
 void X11Surface::map() {
     m_mapped = true;
+    m_parked = false;
     m_mappedAt = xcb_map_window(m_connection.xcb(), m_window).sequence;
-    m_sentinel->show();
+    m_session.isComposited() ? m_sentinel->hide() : m_sentinel->show();
 }
 
 void X11Surface::paintAll() {
@@ -280,8 +327,29 @@ void X11Surface::paintAll() {
     paint(sized(m_pixels.width, m_pixels.height));
 }
 
+void X11Surface::paint(const PixelRect& area) {
+    if (m_pane)
+        m_pane->paint(translated(area, m_pixels.x, m_pixels.y));
+    else
+        paintPicture(*m_canvas, area);
+}
+
+void X11Surface::paintPicture(const Canvas& canvas, const PixelRect& area) const {
+    if (m_backdrop) return m_backdrop->paint(canvas, area);
+    const CGColor& colour = m_look.overlay;
+    const auto part = [&colour](double value) {
+        return static_cast<uint16_t>(std::lround(value * colour.alpha * 0xffff));
+    };
+    const xcb_rectangle_t rectangle = toX(translated(area, -canvas.originX, -canvas.originY));
+    xcb_render_fill_rectangles(m_connection.xcb(), XCB_RENDER_PICT_OP_SRC, canvas.picture,
+                               {part(colour.red), part(colour.green), part(colour.blue), 0xffff}, 1,
+                               &rectangle);
+}
+
 void X11Surface::expose(const xcb_expose_event_t& event) {
-    if (!m_backdrop || isBefore(event, m_paintedAt)) return;
+    const bool isInPane = m_pane && event.window == m_pane->window();
+    if (isBefore(event, m_paintedAt) || isInPane != (m_pane != nullptr)) return;
+    if (!m_backdrop && !m_pane) return;
     paint({event.x, event.y, event.width, event.height});
     m_connection.flush();
 }
@@ -319,11 +387,17 @@ void X11Surface::restore(const xcb_shape_notify_event_t& event) {
     m_connection.flush();
 }
 
-/// A compositor would let the cover through as far as its property of that name says.
 void X11Surface::restore(const xcb_property_notify_event_t& event) {
     const xcb_atom_t opacity = m_connection.atom("_NET_WM_WINDOW_OPACITY");
-    if (event.atom != opacity || event.state != XCB_PROPERTY_NEW_VALUE) return;
-    xcb_delete_property(m_connection.xcb(), m_window, opacity);
+    if (event.atom != opacity) return;
+    const auto reply = m_connection.reply(
+        xcb_get_property_reply,
+        xcb_get_property(m_connection.xcb(), false, m_window, opacity, XCB_ATOM_CARDINAL, 0, 1));
+    const bool isOpaque =
+        reply && xcb_get_property_value_length(reply.get()) == sizeof opaque &&
+        *static_cast<const uint32_t*>(xcb_get_property_value(reply.get())) == opaque;
+    if (isOpaque) return;
+    markForCompositors();
     m_connection.flush();
 }
 

@@ -2,6 +2,8 @@
 
 #include "WindowServer/Session.h"
 #include "WindowServer/X11/Backdrop.h"
+#include "WindowServer/X11/Canvas.h"
+#include "WindowServer/X11/Pane.h"
 #include "WindowServer/X11/Sentinel.h"
 
 #include <memory>
@@ -14,6 +16,7 @@
 namespace WindowServer {
 
 class Connection;
+class Overlay;
 class X11Session;
 
 /// An override-redirect window without a frame: no window manager moves or decorates it. It keeps
@@ -38,6 +41,8 @@ public:
     xcb_window_t window() const { return m_window; }
     xcb_window_t sentinel() const { return m_sentinel->window(); }
     bool owns(xcb_window_t window) const { return window == m_window || window == sentinel(); }
+    /// What the compositor's overlay shows of it; null where the window itself is seen.
+    Pane* pane() const { return m_pane.get(); }
     const PixelRect& pixels() const { return m_pixels; }
     int level() const { return m_level; }
     Backdrop* backdrop() const { return m_backdrop.get(); }
@@ -60,9 +65,13 @@ public:
     void sourceArrived();
     /// Blurs a source that changed, and paints what came to differ.
     void refresh();
-    /// Puts the window and its whole picture on the screen.
-    void show();
-    void hide();
+    /// Puts the window and its whole picture on the screen, in a pane of the overlay where there is
+    /// one.
+    void show(const Overlay* overlay);
+    /// Takes it from the screen. Under a compositor it stays shown in a place that nobody sees:
+    /// some let windows that appear fade in.
+    void hide(bool composited);
+    void dropPane() { m_pane.reset(); }
     /// Covers with a plain dark colour: the answer to everything that goes wrong.
     void showPlain();
     void expose(const xcb_expose_event_t& event);
@@ -87,13 +96,19 @@ private:
     uint32_t plainPixel() const;
     void map();
     void showAgain();
+    void showInPane(const Overlay& overlay);
+    void showInWindow();
     void paintAll();
-    void paint(const PixelRect& area) { m_backdrop->paint(area); }
+    void paint(const PixelRect& area);
+    void paintPicture(const Canvas& canvas, const PixelRect& area) const;
+    void markForCompositors();
 
     X11Session& m_session;
     Connection& m_connection;
     std::optional<Sentinel> m_sentinel;
     xcb_window_t m_window;
+    std::optional<WindowCanvas> m_canvas;
+    std::unique_ptr<Pane> m_pane;
     std::string m_title;
     std::string m_name; ///< Of the output it covers; empty where it covers none.
     CGRect m_frame;
@@ -105,7 +120,8 @@ private:
     bool m_ignoresMouse = false;
     Look m_look;
     bool m_ordered = false;
-    bool m_mapped = false;
+    bool m_mapped = false; ///< Stands on the screen, before everybody's eyes.
+    bool m_parked = false; ///< Stands where nobody sees it.
     bool m_stale = false;
     bool m_live = false;
     bool m_awaitsSource = false;

@@ -74,7 +74,9 @@ std::vector<ScreenWindow> Agent::covers() const {
 
 std::vector<ScreenWindow> Agent::visibleCovers() const {
     std::vector<ScreenWindow> windows = covers();
-    std::erase_if(windows, [](const ScreenWindow& window) { return !window.viewable; });
+    std::erase_if(windows, [](const ScreenWindow& window) {
+        return !window.viewable || window.area.x < 0; // parked beyond the screen
+    });
     return windows;
 }
 
