@@ -1,5 +1,6 @@
 #include "WindowServer/X11/Overlay.h"
 
+#include "WindowServer/X11/CompositorWatch.h"
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
@@ -27,7 +28,7 @@ void listen(xcb_connection_t* xcb, xcb_window_t window, uint32_t mask) {
 
 } // namespace
 
-Overlay::Overlay(Connection& connection, xcb_window_t compositor,
+Overlay::Overlay(Connection& connection, const CompositorWatch& compositor,
                  std::function<bool(xcb_window_t)> isAbove)
     : m_connection(connection), m_compositor(compositor), m_plate(connection.newId()),
       m_damage(connection.newId()), m_above(connection, std::move(isAbove), 1) {
@@ -149,9 +150,9 @@ bool Overlay::isDrawnOver() const {
 bool Overlay::hasContexts() const {
     const auto* extension = xcb_get_extension_data(m_connection.xcb(), &xcb_res_id);
     if (!extension || !extension->present) return false;
-    const auto reply =
-        m_connection.reply(xcb_res_query_client_resources_reply,
-                           xcb_res_query_client_resources(m_connection.xcb(), m_compositor));
+    const auto reply = m_connection.reply(
+        xcb_res_query_client_resources_reply,
+        xcb_res_query_client_resources(m_connection.xcb(), m_compositor.owner()));
     if (!reply) return false;
     const auto* types = xcb_res_query_client_resources_types(reply.get());
     const xcb_atom_t context = m_connection.atom("GLXContext");

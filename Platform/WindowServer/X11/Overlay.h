@@ -14,6 +14,7 @@
 
 namespace WindowServer {
 
+class CompositorWatch;
 class Connection;
 
 /// A plate in front of all that a compositor shows, its own views among it: a child of the overlay
@@ -23,9 +24,8 @@ class Connection;
 /// it keeps full-screen programs from the screen.
 class Overlay {
 public:
-    /// For the compositor that owns the window. `isAbove` tells the windows of ours that stand
-    /// above the covers.
-    Overlay(Connection& connection, xcb_window_t compositor,
+    /// `isAbove` tells the windows of ours that stand above the covers.
+    Overlay(Connection& connection, const CompositorWatch& compositor,
             std::function<bool(xcb_window_t)> isAbove);
     ~Overlay();
     Overlay(const Overlay&) = delete;
@@ -62,7 +62,7 @@ private:
     void raise() const;
 
     Connection& m_connection;
-    xcb_window_t m_compositor;
+    const CompositorWatch& m_compositor;
     xcb_window_t m_overlay = XCB_NONE; ///< The server's.
     xcb_window_t m_plate;
     xcb_damage_damage_t m_damage;

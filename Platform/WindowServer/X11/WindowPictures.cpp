@@ -16,7 +16,7 @@ namespace WindowServer {
 
 namespace {
 
-/// Above this many rectangles a shape is taken for its bounding box: for a blur it hardly differs.
+/// Reduced, a shape of more rectangles is taken for its bounding box: for a blur it hardly differs.
 constexpr int finestShape = 64;
 
 } // namespace
@@ -190,7 +190,7 @@ void WindowPictures::readShape(Window& window, const Queries& queries) {
     const auto* rectangles = xcb_shape_get_rectangles_rectangles(shape.get());
     const int count = xcb_shape_get_rectangles_rectangles_length(shape.get());
     window.shape.emplace();
-    if (count > finestShape)
+    if (m_reduction > 1 && count > finestShape)
         window.shape->push_back(
             {extents->bounding_shape_extents_x, extents->bounding_shape_extents_y,
              extents->bounding_shape_extents_width, extents->bounding_shape_extents_height});

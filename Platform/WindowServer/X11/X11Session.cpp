@@ -22,6 +22,10 @@ namespace {
 
 constexpr int frameMilliseconds = 33; ///< At most 30 frames a second.
 
+/// For so long the overlay outlives its compositor: until another has taken its place, or what
+/// needs one has taken on another form.
+constexpr int afterCompositorMilliseconds = 1000;
+
 // Return codes of the window server's calls.
 constexpr int illegalArgument = 1001;
 constexpr int notImplemented = 1006;
@@ -49,12 +53,13 @@ X11Session::X11Session(std::unique_ptr<Connection> connection)
           const Display* display = displayAt(frame);
           return display ? pixelsOf(frame, *display) : PixelRect();
       }) {
-    for (QTimer* timer : {&m_commit, &m_frame, &m_above, &m_displayRefresh}) {
+    for (QTimer* timer : {&m_commit, &m_frame, &m_above, &m_afterCompositor, &m_displayRefresh}) {
         timer->setSingleShot(true);
         timer->setTimerType(Qt::PreciseTimer);
     }
     QObject::connect(&m_commit, &QTimer::timeout, &m_commit, [this] { commit(); });
     QObject::connect(&m_frame, &QTimer::timeout, &m_frame, [this] { drawFrame(); });
+    QObject::connect(&m_afterCompositor, &QTimer::timeout, &m_commit, [this] { commit(); });
     QObject::connect(&m_above, &QTimer::timeout, &m_above, [this] { drawAbove(); });
     QObject::connect(&m_displayRefresh, &QTimer::timeout, &m_displayRefresh,
                      [this] { refreshDisplays(); });
@@ -74,7 +79,7 @@ void X11Session::attach() {
         if (onKeyPressed) onKeyPressed();
     };
     m_compositor.onChanged = [this] {
-        scheduleCommit();
+        isComposited() ? scheduleCommit() : m_afterCompositor.start(afterCompositorMilliseconds);
         if (onCompositingChanged) onCompositingChanged();
     };
     m_settings.onChanged = [this] {
@@ -351,9 +356,9 @@ void X11Session::commit() {
 /// Where a compositor runs, its order of windows, its settings and its own views decide over what
 /// is seen of ours; not so in the overlay.
 bool X11Session::wantsOverlay() const {
-    return isComposited() && canBlurLive() && m_connection->hasShape() &&
-           m_compositor.owner() != m_overpainter &&
-           std::ranges::any_of(m_surfaces, &X11Surface::wantsToShow);
+    if (std::ranges::none_of(m_surfaces, &X11Surface::wantsToShow)) return false;
+    if (!isComposited()) return m_overlay && m_afterCompositor.isActive();
+    return canBlurLive() && m_connection->hasShape() && m_compositor.owner() != m_overpainter;
 }
 
 void X11Session::loseOverlay() {

@@ -133,6 +133,7 @@ private:
     QTimer m_commit;
     QTimer m_frame;
     QTimer m_above; ///< What stands above the covers waits for no frame.
+    QTimer m_afterCompositor;
     QTimer m_displayRefresh;
     QElapsedTimer m_sinceFrame;
 };
