@@ -79,7 +79,8 @@ void X11Session::attach() {
         if (onKeyPressed) onKeyPressed();
     };
     m_compositor.onChanged = [this] {
-        isComposited() ? scheduleCommit() : m_afterCompositor.start(afterCompositorMilliseconds);
+        // A new one is about to show all that the covers hide, in an order of its own.
+        isComposited() ? commit() : m_afterCompositor.start(afterCompositorMilliseconds);
         if (onCompositingChanged) onCompositingChanged();
     };
     m_settings.onChanged = [this] {
@@ -336,10 +337,15 @@ void X11Session::commit() {
     const bool handsOver = wantsOverlay() != (m_overlay && !m_overlayLost);
 
     std::vector<X11Surface*> stale;
-    for (X11Surface* surface : m_surfaces)
-        if ((surface->isStale() || handsOver) && surface->wantsToShow()) stale.push_back(surface);
-    if (!stale.empty())
-        showAll(stale);
+    std::vector<X11Surface*> shown;
+    for (X11Surface* surface : m_surfaces) {
+        if (!surface->wantsToShow()) continue;
+        if (surface->isStale()) stale.push_back(surface);
+        if (surface->isStale() || handsOver) shown.push_back(surface);
+    }
+    prepare(stale);
+    if (!shown.empty())
+        showAll(shown);
     else if (m_orderStale)
         m_stacking.restack();
     if (!wantsOverlay()) dropOverlay();
@@ -370,7 +376,7 @@ void X11Session::holdOverlay() {
     if (std::exchange(m_overlayLost, false)) dropOverlay();
     if (m_overlay || !wantsOverlay()) return;
     m_overlay =
-        std::make_unique<Overlay>(*m_connection, m_compositor.owner(), [this](xcb_window_t window) {
+        std::make_unique<Overlay>(*m_connection, m_compositor, [this](xcb_window_t window) {
             return m_stacking.holds(window) && !ownsCover(window);
         });
     m_overlay->onLost = [this] { loseOverlay(); };
@@ -422,13 +428,17 @@ void X11Session::hideUnwanted() {
     m_connection->flush();
 }
 
-void X11Session::showAll(const std::vector<X11Surface*>& surfaces) {
+void X11Session::prepare(const std::vector<X11Surface*>& surfaces) {
+    if (surfaces.empty()) return;
     for (X11Surface* surface : surfaces) {
         surface->prepare();
         stack(*surface);
     }
     captureSources(surfaces);
     if (m_live && !m_live->isFollowing()) followDesktop();
+}
+
+void X11Session::showAll(const std::vector<X11Surface*>& surfaces) {
     holdOverlay();
     const Overlay* const overlay = wantsOverlay() ? m_overlay.get() : nullptr;
     // Nobody else draws or looks between the first window's appearance and the last one's picture.

@@ -97,6 +97,7 @@ private:
     void loseOverlay();
     void holdOverlay();
     void dropOverlay();
+    void prepare(const std::vector<X11Surface*>& surfaces);
     void showAll(const std::vector<X11Surface*>& surfaces);
     void captureSources(const std::vector<X11Surface*>& surfaces);
     void followDesktop();
