@@ -51,6 +51,10 @@ void Pane::paint(const PixelRect& area) {
         compose(intersection(window, wanted));
 }
 
+void Pane::setBackground(uint32_t pixel) const {
+    xcb_change_window_attributes(m_connection.xcb(), m_window, XCB_CW_BACK_PIXEL, &pixel);
+}
+
 /// The windows' places are painted at one stroke with what stands there, so that nothing flickers.
 void Pane::leaveOut(const std::vector<PixelRect>& windows) {
     if (m_leftOut == windows) return;

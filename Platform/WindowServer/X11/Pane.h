@@ -32,6 +32,8 @@ public:
 
     /// Paints what of the area, in root pixels, is the pane's.
     void paint(const PixelRect& area);
+    /// What shows from now on where the server has lost what was painted, until it is painted anew.
+    void setBackground(uint32_t pixel) const;
 
 private:
     void leaveOut(const std::vector<PixelRect>& windows);

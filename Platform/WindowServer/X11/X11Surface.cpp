@@ -262,6 +262,7 @@ void X11Surface::showInPane(const Overlay& overlay) {
             paintPicture(canvas, area);
         });
     paintAll();
+    m_pane->setBackground(m_backdrop ? m_backdrop->meanPixel() : plainPixel());
     // What comes to light where the overlay is lost.
     setBackground(XCB_CW_BACK_PIXEL, plainPixel());
     configure(m_connection.xcb(), m_window, m_pixels);
