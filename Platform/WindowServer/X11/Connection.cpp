@@ -1,7 +1,7 @@
 #include "WindowServer/X11/Connection.h"
 
 #include "Foundation/NSLog.h"
-#include "WindowServer/X11/Xwayland.h"
+#include "WindowServer/X11/Desktop/Xwayland.h"
 
 #include <QAbstractEventDispatcher>
 #include <QSocketNotifier>

@@ -1,12 +1,12 @@
 #include "WindowServer/X11/X11Session.h"
 
 #include "Foundation/NSLog.h"
-#include "WindowServer/X11/CursorThemeFilter.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
-#include "WindowServer/X11/Placement.h"
-#include "WindowServer/X11/ToolkitWindows.h"
-#include "WindowServer/X11/X11Surface.h"
+#include "WindowServer/X11/Windows/CursorThemeFilter.h"
+#include "WindowServer/X11/Windows/Placement.h"
+#include "WindowServer/X11/Windows/ToolkitWindows.h"
+#include "WindowServer/X11/Windows/X11Surface.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -375,10 +375,9 @@ void X11Session::loseOverlay() {
 void X11Session::holdOverlay() {
     if (std::exchange(m_overlayLost, false)) dropOverlay();
     if (m_overlay || !wantsOverlay()) return;
-    m_overlay =
-        std::make_unique<Overlay>(*m_connection, m_compositor, [this](xcb_window_t window) {
-            return m_stacking.holds(window) && !ownsCover(window);
-        });
+    m_overlay = std::make_unique<Overlay>(*m_connection, m_compositor, [this](xcb_window_t window) {
+        return m_stacking.holds(window) && !ownsCover(window);
+    });
     m_overlay->onLost = [this] { loseOverlay(); };
     m_overlay->onDrawnOver = [this] {
         m_overpainter = m_compositor.owner();

@@ -1,19 +1,19 @@
 #pragma once
 
 #include "WindowServer/Session.h"
-#include "WindowServer/X11/CompositorWatch.h"
+#include "WindowServer/X11/Blur/LiveBlur.h"
 #include "WindowServer/X11/Connection.h"
-#include "WindowServer/X11/KeyGrab.h"
-#include "WindowServer/X11/KeyboardFocus.h"
-#include "WindowServer/X11/LiveBlur.h"
-#include "WindowServer/X11/Monitors.h"
-#include "WindowServer/X11/Overlay.h"
-#include "WindowServer/X11/Stacking.h"
-#include "WindowServer/X11/Struts.h"
-#include "WindowServer/X11/ToolkitGuard.h"
-#include "WindowServer/X11/TrayDock.h"
-#include "WindowServer/X11/TrayWatch.h"
-#include "WindowServer/X11/XSettings.h"
+#include "WindowServer/X11/Desktop/CompositorWatch.h"
+#include "WindowServer/X11/Desktop/KeyGrab.h"
+#include "WindowServer/X11/Desktop/Monitors.h"
+#include "WindowServer/X11/Desktop/Struts.h"
+#include "WindowServer/X11/Desktop/TrayDock.h"
+#include "WindowServer/X11/Desktop/TrayWatch.h"
+#include "WindowServer/X11/Desktop/XSettings.h"
+#include "WindowServer/X11/Windows/KeyboardFocus.h"
+#include "WindowServer/X11/Windows/Overlay.h"
+#include "WindowServer/X11/Windows/Stacking.h"
+#include "WindowServer/X11/Windows/ToolkitGuard.h"
 
 #include <QElapsedTimer>
 #include <QTimer>

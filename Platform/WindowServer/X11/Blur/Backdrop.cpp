@@ -1,0 +1,69 @@
+#include "WindowServer/X11/Blur/Backdrop.h"
+
+#include "WindowServer/X11/PixelMath.h"
+
+#include <algorithm>
+
+namespace WindowServer {
+
+Backdrop::Backdrop(Connection& connection, int width, int height, double deviation)
+    : m_width(width), m_height(height), m_plan(BlurPlan::forDeviation(deviation)),
+      m_blur(m_plan.deviation),
+      m_source(ceilDiv(width, m_plan.factor()), ceilDiv(height, m_plan.factor())),
+      m_shown{m_source.width, m_source.height, {}},
+      m_enlarger(Enlarger::make(connection, m_plan.factor(), m_source.width, m_source.height)) {}
+
+PixelRect Backdrop::develop(const CGColor& overlay) {
+    m_blurred = m_source;
+    m_blur.apply(m_blurred);
+    const PixelRect part = store(overlay);
+    if (isEmpty(part)) return {};
+    m_enlarger->upload(m_shown, part);
+    // Interpolation carries each small pixel half a pixel beyond its own square.
+    return intersection(enlarged(grown(part, 1), m_plan.factor()), sized(m_width, m_height));
+}
+
+/// Gives the part, in small pixels, that came to differ.
+PixelRect Backdrop::store(const CGColor& overlay) {
+    const float keep = static_cast<float>(1 - overlay.alpha);
+    const float add[3] = {static_cast<float>(overlay.blue * overlay.alpha * 255 + 0.5),
+                          static_cast<float>(overlay.green * overlay.alpha * 255 + 0.5),
+                          static_cast<float>(overlay.red * overlay.alpha * 255 + 0.5)};
+    const bool first = m_shown.values.empty();
+    m_shown.values.resize(static_cast<size_t>(m_shown.width) * m_shown.height);
+    PixelRect part;
+    uint32_t* shown = m_shown.values.data();
+    const float* from = m_blurred.values.data();
+    for (int y = 0; y < m_shown.height; ++y) {
+        for (int x = 0; x < m_shown.width; ++x, from += 4, ++shown) {
+            uint32_t pixel = 0;
+            for (int channel = 0; channel < 3; ++channel)
+                pixel |= static_cast<uint32_t>(from[channel] * keep + add[channel]) << 8 * channel;
+            if (pixel == *shown && !first) continue;
+            *shown = pixel;
+            part = united(part, {x, y, 1, 1});
+        }
+    }
+    return part;
+}
+
+uint32_t Backdrop::meanPixel() const {
+    uint64_t sums[3] = {};
+    for (const uint32_t pixel : m_shown.values)
+        for (int channel = 0; channel < 3; ++channel)
+            sums[channel] += pixel >> 8 * channel & 255;
+    const uint64_t count = std::max<uint64_t>(m_shown.values.size(), 1);
+    return static_cast<uint32_t>(sums[2] / count << 16 | sums[1] / count << 8 | sums[0] / count);
+}
+
+SmallImage resized(const SmallImage& image, int width, int height) {
+    SmallImage result(width, height);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            std::copy_n(image.row(y * image.height / height) +
+                            static_cast<ptrdiff_t>(x * image.width / width) * 4,
+                        4, result.row(y) + static_cast<ptrdiff_t>(x) * 4);
+    return result;
+}
+
+} // namespace WindowServer

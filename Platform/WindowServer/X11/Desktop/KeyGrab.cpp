@@ -1,0 +1,177 @@
+#include "WindowServer/X11/Desktop/KeyGrab.h"
+
+#include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Desktop/Xkb.h"
+#include "WindowServer/X11/Event.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <string_view>
+#include <thread>
+
+namespace WindowServer {
+
+namespace {
+
+constexpr char selection[] = "_NIMBREL_LITE_HOT_KEY";
+constexpr std::string_view windowName = "Nimbrel Lite hot key";
+
+constexpr std::chrono::milliseconds patience(2000), pause(10);
+
+} // namespace
+
+bool KeyGrab::take(const KeyChord& chord) {
+    if (m_chord) return false;
+    listenToKeyboard();
+    m_code = codeOf(chord, m_connection, m_xkbEvent != 0);
+    if (!inherit()) return false;
+    m_chord = chord;
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, qApp, [this] { leave(); });
+    return true;
+}
+
+/// Changes of the layout are to be heard of, and a key that is kept down gives one release.
+void KeyGrab::listenToKeyboard() {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    const auto* extension = xcb_get_extension_data(xcb, &xcb_xkb_id);
+    if (!extension || !extension->present) return;
+    const auto agreed =
+        m_connection.reply(xcb_xkb_use_extension_reply, xcb_xkb_use_extension(xcb, 1, 0));
+    if (!agreed || !agreed->supported) return;
+    m_xkbEvent = extension->first_event;
+    constexpr uint16_t events =
+        XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
+    xcb_xkb_select_events(xcb, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts, nullptr);
+    constexpr uint32_t once = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+    const auto set = xcb_xkb_per_client_flags(xcb, XCB_XKB_ID_USE_CORE_KBD, once, once, 0, 0, 0);
+    xcb_discard_reply(xcb, set.sequence);
+}
+
+/// Holds the chord once no other instance does, if that is soon. One that was not asked to go, or
+/// is stuck, keeps it.
+bool KeyGrab::inherit() {
+    const QDeadlineTimer deadline(patience);
+    while (const auto rival = hold()) {
+        if (*rival == XCB_WINDOW_NONE) return false;
+        while (holder() == *rival) {
+            if (deadline.hasExpired()) return false;
+            std::this_thread::sleep_for(pause);
+        }
+    }
+    return true;
+}
+
+/// Nothing where the chord is held now. Else the window of the instance that has it, and none where
+/// it is another program, or there is no such key. Nobody comes between the two questions.
+std::optional<xcb_window_t> KeyGrab::hold() {
+    std::optional<xcb_window_t> rival;
+    xcb_grab_server(m_connection.xcb());
+    if (grab())
+        announce();
+    else
+        rival = holder();
+    xcb_ungrab_server(m_connection.xcb());
+    m_connection.flush();
+    return rival;
+}
+
+bool KeyGrab::grab() const {
+    if (m_code.key == 0) return false; // The server would take it for every key.
+    xcb_connection_t* const xcb = m_connection.xcb();
+    std::vector<xcb_void_cookie_t> requests;
+    for (const uint16_t state : m_code.states())
+        requests.push_back(xcb_grab_key_checked(xcb, 0, m_connection.root(), state, m_code.key,
+                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    bool granted = true;
+    for (const auto& request : requests)
+        granted &= succeeded(xcb, request);
+    if (!granted) letGo();
+    return granted;
+}
+
+void KeyGrab::letGo() const {
+    if (m_code.key == 0) return;
+    for (const uint16_t state : m_code.states())
+        xcb_ungrab_key(m_connection.xcb(), m_code.key, m_connection.root(), state);
+}
+
+void KeyGrab::announce() {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    if (m_window == XCB_WINDOW_NONE) {
+        m_window = m_connection.newId();
+        xcb_create_window(xcb, 0, m_window, m_connection.root(), -1, -1, 1, 1, 0,
+                          XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
+                            8, windowName.size(), windowName.data());
+    }
+    xcb_set_selection_owner(xcb, m_window, m_connection.atom(selection), XCB_CURRENT_TIME);
+}
+
+/// The next instance need not wait for all of this one's end.
+void KeyGrab::leave() {
+    letGo();
+    xcb_destroy_window(m_connection.xcb(), m_window);
+    m_connection.flush();
+}
+
+xcb_window_t KeyGrab::holder() const {
+    const auto owner = m_connection.reply(
+        xcb_get_selection_owner_reply,
+        xcb_get_selection_owner(m_connection.xcb(), m_connection.atom(selection)));
+    return owner ? owner->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+void KeyGrab::handle(const xcb_generic_event_t& event) {
+    if (!m_chord) return;
+    const int type = typeOf(event);
+    if (type == XCB_KEY_PRESS) {
+        press(as<xcb_key_press_event_t>(event));
+    } else if (type == XCB_KEY_RELEASE) {
+        const auto& key = as<xcb_key_release_event_t>(event);
+        if (key.detail == m_down) m_down = 0;
+    } else if (isChange(event)) {
+        followKeymap();
+    }
+}
+
+bool KeyGrab::press(const xcb_key_press_event_t& event) {
+    if (event.detail == m_down) return true;
+    if (event.detail != m_code.key || !m_code.matches(event.state)) return false;
+    m_down = event.detail;
+    if (onPressed) onPressed();
+    return true;
+}
+
+bool KeyGrab::isChange(const xcb_generic_event_t& event) const {
+    const int type = typeOf(event);
+    if (type == XCB_MAPPING_NOTIFY) return true;
+    if (m_xkbEvent == 0 || type != m_xkbEvent) return false;
+    const uint8_t kind = event.pad0; // What the extension calls its events is their second byte.
+    return kind == XCB_XKB_NEW_KEYBOARD_NOTIFY || kind == XCB_XKB_MAP_NOTIFY;
+}
+
+void KeyGrab::followKeymap() {
+    const ChordCode code = codeOf(*m_chord, m_connection, m_xkbEvent != 0);
+    if (code == m_code) return;
+    letGo();
+    m_code = code;
+    hold();
+}
+
+/// A menu of our own takes the whole keyboard for the toolkit, which then gets the chord in our
+/// stead.
+bool KeyGrab::nativeEventFilter(const QByteArray& type, void* event, qintptr*) {
+    if (type != "xcb_generic_event_t") return false;
+    const auto& generic = *static_cast<const xcb_generic_event_t*>(event);
+    const int kind = typeOf(generic);
+    if (kind == XCB_KEY_PRESS) return press(as<xcb_key_press_event_t>(generic));
+    if (kind == XCB_KEY_RELEASE) handle(generic);
+    return false;
+}
+
+} // namespace WindowServer

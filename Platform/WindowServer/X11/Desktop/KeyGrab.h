@@ -1,0 +1,58 @@
+#pragma once
+
+#include "WindowServer/Session.h"
+#include "WindowServer/X11/Desktop/Keymap.h"
+
+#include <QAbstractNativeEventFilter>
+
+#include <functional>
+#include <optional>
+
+#include <xcb/xcb.h>
+
+namespace WindowServer {
+
+class Connection;
+
+/// Holds a chord for this program alone, wherever the layout moves its keys.
+///
+/// The instance that holds it owns a selection, by a window that goes before the instance does. One
+/// that finds the chord held by another instance, which has been asked to quit, waits a moment for
+/// that.
+class KeyGrab : private QAbstractNativeEventFilter {
+public:
+    explicit KeyGrab(Connection& connection) : m_connection(connection) {}
+
+    /// True where the chord is held. False where another program holds it, or an instance that does
+    /// not go in time, where the keyboard lacks its key, and where this has a chord already.
+    bool take(const KeyChord& chord);
+
+    /// Called once at each press, however long the key is kept down.
+    std::function<void()> onPressed;
+
+    void handle(const xcb_generic_event_t& event);
+
+private:
+    bool nativeEventFilter(const QByteArray& type, void* event, qintptr*) override;
+
+    void listenToKeyboard();
+    bool inherit();
+    std::optional<xcb_window_t> hold();
+    bool grab() const;
+    void letGo() const;
+    void leave();
+    void announce();
+    xcb_window_t holder() const;
+    void followKeymap();
+    bool isChange(const xcb_generic_event_t& event) const;
+    bool press(const xcb_key_press_event_t& event);
+
+    Connection& m_connection;
+    std::optional<KeyChord> m_chord;
+    ChordCode m_code;
+    xcb_keycode_t m_down = 0;                ///< The key, from its press to its release.
+    xcb_window_t m_window = XCB_WINDOW_NONE; ///< Owns the selection.
+    uint8_t m_xkbEvent = 0;                  ///< 0 where the server lacks the extension.
+};
+
+} // namespace WindowServer

@@ -1,0 +1,215 @@
+#include "WindowServer/X11/Windows/Overlay.h"
+
+#include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Desktop/CompositorWatch.h"
+#include "WindowServer/X11/Event.h"
+#include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/Windows/Placement.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <xcb/composite.h>
+#include <xcb/damage.h>
+#include <xcb/res.h>
+#include <xcb/shape.h>
+
+namespace WindowServer {
+
+namespace {
+
+/// As large as a screen can be: what a monitor that is plugged in brings to light is covered before
+/// anybody hears of the monitor.
+constexpr PixelRect everywhere{0, 0, 32767, 32767};
+
+void listen(xcb_connection_t* xcb, xcb_window_t window, uint32_t mask) {
+    xcb_change_window_attributes(xcb, window, XCB_CW_EVENT_MASK, &mask);
+}
+
+} // namespace
+
+Overlay::Overlay(Connection& connection, const CompositorWatch& compositor,
+                 std::function<bool(xcb_window_t)> isAbove)
+    : m_connection(connection), m_compositor(compositor), m_plate(connection.newId()),
+      m_damage(connection.newId()), m_above(connection, std::move(isAbove), 1) {
+    xcb_connection_t* const xcb = connection.xcb();
+    const auto reply = connection.reply(xcb_composite_get_overlay_window_reply,
+                                        xcb_composite_get_overlay_window(xcb, connection.root()));
+    if (reply) m_overlay = reply->overlay_win;
+    listen(xcb, m_overlay, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    xcb_shape_select_input(xcb, m_overlay, true);
+
+    // Without a background nothing is shown before it is painted.
+    const uint32_t values[] = {XCB_BACK_PIXMAP_NONE, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY};
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_plate, m_overlay, everywhere.x, everywhere.y,
+                      everywhere.width, everywhere.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXMAP | XCB_CW_EVENT_MASK, values);
+    dropInput(connection, m_plate);
+    xcb_shape_select_input(xcb, m_plate, true);
+    xcb_damage_create(xcb, m_damage, m_plate, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+    keepShapes();
+}
+
+Overlay::~Overlay() {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    xcb_damage_destroy(xcb, m_damage);
+    xcb_destroy_window(xcb, m_plate);
+    if (!m_formerShape.empty())
+        xcb_shape_rectangles(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
+                             XCB_CLIP_ORDERING_UNSORTED, m_overlay, 0, 0,
+                             static_cast<uint32_t>(m_formerShape.size()), m_formerShape.data());
+    xcb_shape_select_input(xcb, m_overlay, false);
+    listen(xcb, m_overlay, XCB_EVENT_MASK_NO_EVENT);
+    xcb_composite_release_overlay_window(xcb, m_connection.root());
+    m_connection.excuseRefusals(); // The plate may have been taken away.
+}
+
+std::unique_ptr<Pane> Overlay::makePane(const PixelRect& place, Pane::Ground ground) const {
+    return std::make_unique<Pane>(m_connection, m_plate, place, m_above, std::move(ground));
+}
+
+void Overlay::show() const {
+    raise();
+    xcb_map_window(m_connection.xcb(), m_plate);
+}
+
+/// With the server grabbed, for others' paint must not be taken for ours.
+void Overlay::paint(const std::function<void()>& paintPanes) {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    xcb_grab_server(xcb);
+    paintPanes();
+    if (!std::exchange(m_isComplete, true)) {
+        const uint32_t black = m_connection.screen().black_pixel;
+        xcb_change_window_attributes(xcb, m_plate, XCB_CW_BACK_PIXEL, &black);
+        xcb_clear_area(xcb, false, m_plate, 0, 0, 0, 0); // What no monitor shows today.
+    }
+    m_paintedAt = xcb_damage_subtract(xcb, m_damage, XCB_NONE, XCB_NONE).sequence;
+    xcb_ungrab_server(xcb);
+    m_connection.flush();
+}
+
+std::vector<PixelRect> Overlay::update() {
+    auto areas = m_above.update();
+    if (std::exchange(m_isOverpainted, false)) areas = {everywhere};
+    return areas;
+}
+
+bool Overlay::handle(const xcb_generic_event_t& event) {
+    const int type = typeOf(event);
+    if (type == m_connection.events().damage + XCB_DAMAGE_NOTIFY &&
+        as<xcb_damage_notify_event_t>(event).damage == m_damage)
+        return handlePaint(event);
+    if (type == m_connection.events().shape + XCB_SHAPE_NOTIFY) {
+        const auto& notify = as<xcb_shape_notify_event_t>(event);
+        if (notify.affected_window == m_overlay || notify.affected_window == m_plate) keepShapes();
+    }
+    const xcb_window_t subject = subjectOf(event);
+    if (subject == m_connection.root() && type == XCB_CONFIGURE_NOTIFY)
+        follow(as<xcb_configure_notify_event_t>(event));
+    if (subject == m_overlay && type == XCB_UNMAP_NOTIFY)
+        xcb_map_window(m_connection.xcb(), m_overlay);
+    if (subject != XCB_NONE) keepOnTop(type, event);
+    return m_above.handle(event);
+}
+
+/// Compositors order their own windows within the overlay window as they like.
+void Overlay::keepOnTop(int type, const xcb_generic_event_t& event) {
+    // All events about a window begin alike: with the window that tells of it.
+    const xcb_window_t teller = as<xcb_map_notify_event_t>(event).event;
+    if (teller != m_overlay || subjectOf(event) == m_overlay) return;
+    const bool isOurs = subjectOf(event) == m_plate;
+    if (!isOurs) return raise();
+    const bool isTaken =
+        type == XCB_UNMAP_NOTIFY || type == XCB_DESTROY_NOTIFY ||
+        (type == XCB_REPARENT_NOTIFY && as<xcb_reparent_notify_event_t>(event).parent != m_overlay);
+    if (isTaken && onLost) onLost();
+    if (type != XCB_CONFIGURE_NOTIFY) return;
+    const auto& notify = as<xcb_configure_notify_event_t>(event);
+    if (PixelRect{notify.x, notify.y, notify.width, notify.height} != everywhere)
+        configure(m_connection.xcb(), m_plate, everywhere);
+}
+
+/// Another program's paint is painted over in its turn; only a compositor comes back with each
+/// frame.
+bool Overlay::handlePaint(const xcb_generic_event_t& event) {
+    constexpr int accidents = 2;
+    if (isBefore(event, m_paintedAt)) return false;
+    if (++m_foreignPaints <= accidents || !isDrawnOver()) return m_isOverpainted = true;
+    if (onDrawnOver) onDrawnOver();
+    return false;
+}
+
+/// One with a window of its own there cannot draw over that window's neighbours, and drawing by GL
+/// leaves out what stands in a window; drawing with Render does not have to.
+bool Overlay::isDrawnOver() const {
+    const auto tree =
+        m_connection.reply(xcb_query_tree_reply, xcb_query_tree(m_connection.xcb(), m_overlay));
+    return tree && tree->children_len == 1 && !hasContexts();
+}
+
+bool Overlay::hasContexts() const {
+    const auto* extension = xcb_get_extension_data(m_connection.xcb(), &xcb_res_id);
+    if (!extension || !extension->present) return false;
+    const auto reply = m_connection.reply(
+        xcb_res_query_client_resources_reply,
+        xcb_res_query_client_resources(m_connection.xcb(), m_compositor.owner()));
+    if (!reply) return false;
+    const auto* types = xcb_res_query_client_resources_types(reply.get());
+    const xcb_atom_t context = m_connection.atom("GLXContext");
+    return std::any_of(types, types + reply->num_types, [context](const xcb_res_type_t& type) {
+        return type.resource_type == context && type.count > 0;
+    });
+}
+
+/// A compositor cuts out full-screen windows that it leaves to the server, and one that ends takes
+/// back what let the input through.
+void Overlay::keepShapes() {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    const auto sizeAsked = xcb_get_geometry(xcb, m_overlay);
+    const auto boundsAsked = xcb_shape_get_rectangles(xcb, m_overlay, XCB_SHAPE_SK_BOUNDING);
+    const auto inputAsked = xcb_shape_get_rectangles(xcb, m_overlay, XCB_SHAPE_SK_INPUT);
+    const auto ownAsked = xcb_shape_query_extents(xcb, m_plate);
+    const auto ownInputAsked = xcb_shape_get_rectangles(xcb, m_plate, XCB_SHAPE_SK_INPUT);
+    const auto size = m_connection.reply(xcb_get_geometry_reply, sizeAsked);
+    const auto bounds = m_connection.reply(xcb_shape_get_rectangles_reply, boundsAsked);
+    const auto input = m_connection.reply(xcb_shape_get_rectangles_reply, inputAsked);
+    const auto own = m_connection.reply(xcb_shape_query_extents_reply, ownAsked);
+    const auto ownInput = m_connection.reply(xcb_shape_get_rectangles_reply, ownInputAsked);
+    if (size && bounds) {
+        const auto* first = xcb_shape_get_rectangles_rectangles(bounds.get());
+        const std::vector shape(first,
+                                first + xcb_shape_get_rectangles_rectangles_length(bounds.get()));
+        int64_t seen = 0;
+        for (const xcb_rectangle_t& part : shape)
+            seen += int64_t{part.width} * part.height;
+        if (seen < int64_t{size->width} * size->height) {
+            m_formerShape = shape;
+            makeWhole(m_overlay, XCB_SHAPE_SK_BOUNDING);
+        }
+    }
+    if (input && xcb_shape_get_rectangles_rectangles_length(input.get()) > 0)
+        dropInput(m_connection, m_overlay);
+    if (ownInput && xcb_shape_get_rectangles_rectangles_length(ownInput.get()) > 0)
+        dropInput(m_connection, m_plate);
+    if (own && own->bounding_shaped) makeWhole(m_plate, XCB_SHAPE_SK_BOUNDING);
+    if (own && own->clip_shaped) makeWhole(m_plate, XCB_SHAPE_SK_CLIP);
+    m_connection.flush();
+}
+
+void Overlay::makeWhole(xcb_window_t window, xcb_shape_kind_t kind) const {
+    xcb_shape_mask(m_connection.xcb(), XCB_SHAPE_SO_SET, kind, window, 0, 0, XCB_PIXMAP_NONE);
+}
+
+/// Compositors follow the screen's size in their own time.
+void Overlay::follow(const xcb_configure_notify_event_t& root) const {
+    const uint32_t size[] = {root.width, root.height};
+    xcb_configure_window(m_connection.xcb(), m_overlay,
+                         XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
+}
+
+void Overlay::raise() const {
+    const uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(m_connection.xcb(), m_plate, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+}
+
+} // namespace WindowServer

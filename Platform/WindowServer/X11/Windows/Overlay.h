@@ -1,0 +1,77 @@
+#pragma once
+
+#include "WindowServer/Session.h"
+#include "WindowServer/X11/Blur/WindowPictures.h"
+#include "WindowServer/X11/Windows/Pane.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <xcb/damage.h>
+#include <xcb/shape.h>
+#include <xcb/xcb.h>
+
+namespace WindowServer {
+
+class CompositorWatch;
+class Connection;
+
+/// A plate in front of all that a compositor shows, its own views among it: a child of the overlay
+/// window, which the server keeps above every other window, and which no compositor orders, fades
+/// or makes translucent. What of ours stands above the covers is shown there by its pictures; the
+/// real windows stay where they are beneath and take the input. Asked for only while covered, for
+/// it keeps full-screen programs from the screen.
+class Overlay {
+public:
+    /// `isAbove` tells the windows of ours that stand above the covers.
+    Overlay(Connection& connection, const CompositorWatch& compositor,
+            std::function<bool(xcb_window_t)> isAbove);
+    ~Overlay();
+    Overlay(const Overlay&) = delete;
+    Overlay& operator=(const Overlay&) = delete;
+
+    /// Whether the compositor draws into the overlay window itself, over all of its children, so
+    /// that a plate there serves for nothing. One that has only just begun may not tell yet.
+    bool isDrawnOver() const;
+    /// Called where a compositor that does so has drawn over the plate.
+    std::function<void()> onDrawnOver;
+    /// Called where another program took the plate away.
+    std::function<void()> onLost;
+
+    /// Dies before the overlay.
+    std::unique_ptr<Pane> makePane(const PixelRect& place, Pane::Ground ground) const;
+
+    /// To be called while panes are painted for the first time.
+    void show() const;
+    /// All painting of panes goes through here: whatever else is painted there is others' doing.
+    void paint(const std::function<void()>& paintPanes);
+
+    /// True where something is to be painted anew.
+    bool handle(const xcb_generic_event_t& event);
+    /// What is to be painted anew, in root pixels.
+    std::vector<PixelRect> update();
+
+private:
+    bool handlePaint(const xcb_generic_event_t& event);
+    void keepOnTop(int type, const xcb_generic_event_t& event);
+    void keepShapes();
+    bool hasContexts() const;
+    void makeWhole(xcb_window_t window, xcb_shape_kind_t kind) const;
+    void follow(const xcb_configure_notify_event_t& root) const;
+    void raise() const;
+
+    Connection& m_connection;
+    const CompositorWatch& m_compositor;
+    xcb_window_t m_overlay = XCB_NONE; ///< The server's.
+    xcb_window_t m_plate;
+    xcb_damage_damage_t m_damage;
+    WindowPictures m_above;
+    uint32_t m_paintedAt = 0;  ///< Paint from before this request is ours.
+    bool m_isComplete = false; ///< Whether all of it has been painted once.
+    bool m_isOverpainted = false;
+    int m_foreignPaints = 0;
+    std::vector<xcb_rectangle_t> m_formerShape; ///< Of the overlay window; empty where it is kept.
+};
+
+} // namespace WindowServer

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "WindowServer/Session.h"
+#include "WindowServer/X11/Blur/Canvas.h"
+
+#include <functional>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace WindowServer {
+
+class Connection;
+class WindowPictures;
+
+/// What a compositor's monitor shows while it is covered: the cover's picture, and over it the
+/// windows of ours that stand above the cover.
+class Pane {
+public:
+    /// Paints a part of the cover, in the cover's pixels.
+    using Ground = std::function<void(const Canvas& canvas, const PixelRect& area)>;
+
+    /// Stands in `parent`, whose pixels are the root's, once that is shown. `above` outlives it.
+    Pane(Connection& connection, xcb_window_t parent, const PixelRect& place,
+         const WindowPictures& above, Ground ground);
+    ~Pane();
+    Pane(const Pane&) = delete;
+    Pane& operator=(const Pane&) = delete;
+
+    xcb_window_t window() const { return m_window; }
+    const PixelRect& place() const { return m_place; }
+
+    /// Paints what of the area, in root pixels, is the pane's.
+    void paint(const PixelRect& area);
+    /// What shows from now on where the server has lost what was painted, until it is painted anew.
+    void setBackground(uint32_t pixel) const;
+
+private:
+    void leaveOut(const std::vector<PixelRect>& windows);
+    void compose(const PixelRect& area) const;
+
+    Connection& m_connection;
+    xcb_window_t m_window;
+    PixelRect m_place;
+    const WindowPictures& m_above;
+    Ground m_ground;
+    WindowCanvas m_bare; ///< Clipped to where no window stands.
+    WindowCanvas m_whole;
+    std::vector<PixelRect> m_leftOut; ///< In the pane's pixels.
+};
+
+} // namespace WindowServer

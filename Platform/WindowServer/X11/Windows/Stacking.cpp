@@ -1,0 +1,120 @@
+#include "WindowServer/X11/Windows/Stacking.h"
+
+#include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace WindowServer {
+
+namespace {
+
+// So many restackings in a second happen at once, more than popups ever need; past them one each
+// 8 ms, which a program that answers every restacking by raising itself cannot drive any higher.
+constexpr int atOncePerSecond = 250;
+constexpr int backOffMilliseconds = 8;
+
+} // namespace
+
+Stacking::Stacking(Connection& connection) : m_connection(connection) {
+    m_later.setSingleShot(true);
+    m_later.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_later, &QTimer::timeout, &m_later, [this] { restack(); });
+}
+
+void Stacking::add(xcb_window_t window, int level) {
+    const auto known = std::ranges::find(m_order, window, &Entry::window);
+    if (known != m_order.end() && known->level == level) return;
+    remove(window);
+    m_order.insert(std::ranges::upper_bound(m_order, level, {}, &Entry::level), {window, level});
+}
+
+void Stacking::remove(xcb_window_t window) {
+    std::erase_if(m_order, [window](const Entry& entry) { return entry.window == window; });
+}
+
+bool Stacking::holds(xcb_window_t window) const {
+    return std::ranges::find(m_order, window, &Entry::window) != m_order.end();
+}
+
+void Stacking::restack() {
+    const auto wanted = wantedTop(screenWindows());
+    // Each goes right below the one above it, so windows already in place do not move at all.
+    xcb_window_t above = XCB_NONE;
+    for (auto window = wanted.rbegin(); window != wanted.rend(); ++window) {
+        if (above == XCB_NONE) {
+            const uint32_t values[] = {XCB_STACK_MODE_ABOVE};
+            xcb_configure_window(m_connection.xcb(), *window, XCB_CONFIG_WINDOW_STACK_MODE, values);
+        } else {
+            const uint32_t values[] = {above, XCB_STACK_MODE_BELOW};
+            xcb_configure_window(m_connection.xcb(), *window,
+                                 XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values);
+        }
+        above = *window;
+    }
+    m_connection.flush();
+}
+
+/// Bottom to top.
+std::vector<xcb_window_t> Stacking::screenWindows() const {
+    const auto tree = m_connection.reply(xcb_query_tree_reply,
+                                         xcb_query_tree(m_connection.xcb(), m_connection.root()));
+    if (!tree) return {};
+    const xcb_window_t* const children = xcb_query_tree_children(tree.get());
+    return {children, children + tree->children_len};
+}
+
+/// Ours in their order. The toolkit's windows are made and destroyed on another connection: those
+/// that do not stand on the screen yet, or any more, would spoil the order of the others.
+std::vector<xcb_window_t> Stacking::wantedTop(const std::vector<xcb_window_t>& onScreen) const {
+    std::vector<xcb_window_t> wanted;
+    for (const Entry& entry : m_order)
+        if (std::ranges::find(onScreen, entry.window) != onScreen.end())
+            wanted.push_back(entry.window);
+    return wanted;
+}
+
+void Stacking::handle(const xcb_generic_event_t& event) {
+    if (!m_order.empty() && isIntrusion(event)) putBack();
+}
+
+bool Stacking::isIntrusion(const xcb_generic_event_t& event) const {
+    switch (typeOf(event)) {
+    case XCB_CREATE_NOTIFY:
+        return !holds(as<xcb_create_notify_event_t>(event).window) || !isInOrder();
+    case XCB_MAP_NOTIFY:
+        return !holds(as<xcb_map_notify_event_t>(event).window) || !isInOrder();
+    case XCB_REPARENT_NOTIFY:
+        return as<xcb_reparent_notify_event_t>(event).parent == m_connection.root();
+    case XCB_CIRCULATE_NOTIFY:
+        return true;
+    case XCB_CONFIGURE_NOTIFY: {
+        const auto& notify = as<xcb_configure_notify_event_t>(event);
+        // Ours moves when we restack it, and when someone else lowers it.
+        return holds(notify.window) ? !isInOrder() : holds(notify.above_sibling);
+    }
+    default:
+        return false;
+    }
+}
+
+bool Stacking::isInOrder() const {
+    const auto onScreen = screenWindows();
+    const auto wanted = wantedTop(onScreen);
+    return std::equal(wanted.rbegin(), wanted.rend(), onScreen.rbegin());
+}
+
+void Stacking::putBack() {
+    if (m_later.isActive()) return;
+    if (!m_spell.isValid() || m_spell.elapsed() >= 1000) {
+        m_spell.start();
+        m_count = 0;
+    }
+    if (++m_count <= atOncePerSecond)
+        restack();
+    else
+        m_later.start(backOffMilliseconds);
+}
+
+} // namespace WindowServer

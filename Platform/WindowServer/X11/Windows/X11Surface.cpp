@@ -1,0 +1,405 @@
+#include "WindowServer/X11/Windows/X11Surface.h"
+
+#include "WindowServer/X11/Blur/Scaling.h"
+#include "WindowServer/X11/Blur/ScreenGrab.h"
+#include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
+#include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/Windows/Overlay.h"
+#include "WindowServer/X11/Windows/Placement.h"
+#include "WindowServer/X11/X11Session.h"
+
+#include <cmath>
+#include <utility>
+
+#include <xcb/shape.h>
+
+namespace WindowServer {
+
+namespace {
+
+/// The material blurs as strongly as the strongest background blur that windows ask for.
+constexpr double materialDeviation = 84;
+
+constexpr uint32_t opaque = 0xffffffff;
+
+/// Beyond the screen, which compositors do not draw.
+constexpr PixelRect parking{-1, -1, 1, 1};
+
+void setText(Connection& connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+             const std::string& text) {
+    xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
+                        static_cast<uint32_t>(text.size()), text.data());
+}
+
+uint32_t pixelOf(const CGColor& color) {
+    const auto part = [&color](double value) {
+        return static_cast<uint32_t>(std::lround(value * color.alpha * 255));
+    };
+    return part(color.red) << 16 | part(color.green) << 8 | part(color.blue);
+}
+
+} // namespace
+
+X11Surface::X11Surface(X11Session& session, Connection& connection)
+    : m_session(session), m_connection(connection) {
+    create();
+}
+
+void X11Surface::create() {
+    m_sentinel.emplace(m_connection);
+    m_window = m_connection.newId();
+    xcb_connection_t* const xcb = m_connection.xcb();
+    const uint32_t values[] = {m_connection.screen().black_pixel, true};
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_window, m_connection.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
+    markForCompositors();
+    const uint32_t events = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(xcb, m_window, XCB_CW_EVENT_MASK, &events);
+    if (m_connection.hasShape()) xcb_shape_select_input(xcb, m_window, true);
+    m_canvas.emplace(m_connection, m_window);
+}
+
+/// A compositor's settings would make the cover translucent, dim it, round its corners or throw its
+/// shadow on the next monitor; and an opaque window as large as a monitor is no reason to stop
+/// compositing.
+void X11Surface::markForCompositors() {
+    const auto set = [this](const char* property, xcb_atom_t type, uint32_t value) {
+        xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_window,
+                            m_connection.atom(property), type, 32, 1, &value);
+    };
+    set("_NET_WM_WINDOW_OPACITY", XCB_ATOM_CARDINAL, opaque);
+    set("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
+        m_connection.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION"));
+    set("_NET_WM_STATE", XCB_ATOM_ATOM, m_connection.atom("_NET_WM_STATE_FULLSCREEN"));
+    set("_COMPTON_SHADOW", XCB_ATOM_CARDINAL, 0);
+    set("_NET_WM_BYPASS_COMPOSITOR", XCB_ATOM_CARDINAL, 2);
+}
+
+X11Surface::~X11Surface() {
+    m_pane.reset();
+    m_canvas.reset();
+    m_backdrop.reset();
+    m_session.forget(*this);
+    xcb_destroy_window(m_connection.xcb(), m_window);
+    m_connection.flush();
+}
+
+void X11Surface::changed() {
+    m_stale = true;
+    m_session.scheduleCommit();
+}
+
+void X11Surface::replace() {
+    m_session.forget(*this);
+    m_canvas.reset();
+    xcb_destroy_window(m_connection.xcb(), m_window); // It may live on in another one.
+    create();
+    m_connection.excuseRefusals();
+    writeTitle();
+    writeName();
+    if (m_ignoresMouse) dropInput(m_connection, m_window);
+    m_session.remember(*this);
+    m_parked = false;
+    if (m_mapped) showAgain();
+}
+
+/// What lies behind is bare meanwhile: a new picture of it, or even a look at the order of the
+/// windows, would take longer than what is at hand.
+void X11Surface::showAgain() {
+    configure(m_connection.xcb(), m_window, m_pixels);
+    m_sentinel->place(m_pixels);
+    setBackground(XCB_CW_BACK_PIXEL, m_backdrop ? m_backdrop->meanPixel() : plainPixel());
+    m_session.exempt(*this);
+    map();
+    if (m_backdrop && !m_pane) paintAll();
+    m_session.raise(*this);
+}
+
+void X11Surface::setTitle(const std::string& title) {
+    m_title = title;
+    writeTitle();
+}
+
+void X11Surface::writeTitle() {
+    setText(m_connection, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, m_title);
+    setText(m_connection, m_window, m_connection.atom("_NET_WM_NAME"),
+            m_connection.atom("UTF8_STRING"), m_title);
+}
+
+void X11Surface::writeName() {
+    if (m_name.empty()) return;
+    setText(m_connection, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
+            "cover:" + m_name + '\0' + "nimbrel-lite" + '\0');
+}
+
+void X11Surface::setFrame(const CGRect& frame) {
+    m_frame = frame;
+    place();
+}
+
+void X11Surface::place() {
+    const Display* display = m_session.displayAt(m_frame);
+    if (!display) return;
+    const PixelRect pixels = pixelsOf(m_frame, *display);
+    m_scale = display->scale;
+    if (m_frame == display->frame) {
+        m_name = display->name;
+        writeName();
+    }
+    if (pixels == m_pixels) return;
+    m_pixels = pixels;
+    changed();
+}
+
+void X11Surface::setLevel(int level) {
+    if (m_level == level) return;
+    m_level = level;
+    changed();
+}
+
+void X11Surface::setIgnoresMouseEvents(bool ignores) {
+    m_ignoresMouse = ignores;
+    if (ignores) dropInput(m_connection, m_window);
+}
+
+void X11Surface::setAlpha(double alpha) {
+    if (m_alpha == alpha) return;
+    m_alpha = alpha;
+    changed();
+}
+
+void X11Surface::setLook(const Look& look) {
+    if (m_look == look) return;
+    m_look = look;
+    changed();
+}
+
+void X11Surface::setRadius(int radius) {
+    if (m_radius == radius) return;
+    m_radius = radius;
+    changed();
+}
+
+void X11Surface::restingChanged() {
+    if (wantsToShow()) changed();
+}
+
+void X11Surface::orderFront() {
+    if (m_ordered) return;
+    m_ordered = true;
+    changed();
+}
+
+void X11Surface::orderOut() {
+    if (!m_ordered) return;
+    m_ordered = false;
+    changed();
+}
+
+bool X11Surface::wantsLiveBlur() const {
+    return wantsToShow() && m_radius > 1 && m_look.overlay.alpha < 1;
+}
+
+void X11Surface::prepare() {
+    m_stale = false;
+    m_live = wantsLiveBlur() && m_session.canBlurLive() && !m_session.isResting();
+    const bool still = !m_live && m_look.material && m_look.overlay.alpha < 1;
+    if (still) return prepareStill(materialDeviation * m_scale);
+    if (!m_live) {
+        m_backdrop.reset();
+        return;
+    }
+    m_backdrop = std::make_unique<Backdrop>(m_connection, m_pixels.width, m_pixels.height,
+                                            m_radius / 2.0 * m_scale);
+    m_awaitsSource = true;
+}
+
+/// A still picture can be taken only while nothing of ours lies over the screen; afterwards the one
+/// taken is kept, stretched where the size changes.
+void X11Surface::prepareStill(double deviation) {
+    const auto former = std::move(m_still ? m_still : m_backdrop);
+    auto next =
+        std::make_unique<Backdrop>(m_connection, m_pixels.width, m_pixels.height, deviation);
+    if (!m_mapped) {
+        if (!grabScreen(m_connection, m_pixels, next->plan().factor(), next->source())) return;
+    } else if (former) {
+        next->source() = resized(former->source(), next->source().width, next->source().height);
+    } else {
+        return;
+    }
+    next->develop(m_look.overlay);
+    m_backdrop = std::move(next);
+}
+
+void X11Surface::sourceArrived() {
+    m_awaitsSource = false;
+    m_backdrop->develop(m_look.overlay);
+}
+
+void X11Surface::refresh() {
+    const PixelRect area = m_backdrop->develop(m_look.overlay);
+    if (!isEmpty(area)) paint(area);
+}
+
+void X11Surface::setBackground(uint32_t mask, uint32_t value) {
+    xcb_change_window_attributes(m_connection.xcb(), m_window, mask, &value);
+}
+
+void X11Surface::show(const Overlay* overlay) {
+    if (m_session.isResting()) m_still = std::move(m_backdrop);
+    if (m_awaitsSource) m_backdrop.reset();
+    m_live = m_live && m_backdrop;
+    if (overlay) return showInPane(*overlay);
+    showInWindow();
+    m_pane.reset();
+}
+
+void X11Surface::showInPane(const Overlay& overlay) {
+    if (!m_pane || m_pane->place() != m_pixels)
+        m_pane = overlay.makePane(m_pixels, [this](const Canvas& canvas, const PixelRect& area) {
+            paintPicture(canvas, area);
+        });
+    paintAll();
+    m_pane->setBackground(m_backdrop ? m_backdrop->meanPixel() : plainPixel());
+    // What comes to light where the overlay is lost.
+    setBackground(XCB_CW_BACK_PIXEL, plainPixel());
+    configure(m_connection.xcb(), m_window, m_pixels);
+    map();
+}
+
+/// With no background the server leaves the old pixels until the picture is painted, so no plain
+/// frame is ever seen; later exposures start from the picture's mean.
+void X11Surface::showInWindow() {
+    configure(m_connection.xcb(), m_window, m_pixels);
+    m_sentinel->place(m_pixels);
+    if (!m_backdrop) return showPlain();
+    if (!m_mapped) setBackground(XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
+    map();
+    paintAll();
+    setBackground(XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
+}
+
+uint32_t X11Surface::plainPixel() const {
+    return m_connection.screen().root_depth == 24 ? pixelOf(m_look.overlay)
+                                                  : m_connection.screen().black_pixel;
+}
+
+void X11Surface::showPlain() {
+    m_backdrop.reset();
+    m_live = false;
+    setBackground(XCB_CW_BACK_PIXEL, plainPixel());
+    map();
+    xcb_clear_area(m_connection.xcb(), false, m_window, 0, 0, 0, 0);
+    if (m_pane) paintAll();
+}
+
+void X11Surface::hide(bool composited) {
+    m_stale = false;
+    m_live = false;
+    m_backdrop.reset();
+    m_still.reset();
+    const bool wasMapped = std::exchange(m_mapped, false);
+    const bool parks = composited && m_ordered;
+    if (!wasMapped && m_parked == parks) return;
+    m_parked = parks;
+    m_sentinel->hide();
+    m_pane.reset();
+    if (!parks) {
+        xcb_unmap_window(m_connection.xcb(), m_window);
+        return;
+    }
+    configure(m_connection.xcb(), m_window, parking);
+    const uint32_t below = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    xcb_map_window(m_connection.xcb(), m_window);
+}
+
+void X11Surface::map() {
+    m_mapped = true;
+    m_parked = false;
+    m_mappedAt = xcb_map_window(m_connection.xcb(), m_window).sequence;
+    m_session.isComposited() ? m_sentinel->hide() : m_sentinel->show();
+}
+
+void X11Surface::paintAll() {
+    m_paintedAt = xcb_no_operation(m_connection.xcb()).sequence;
+    paint(sized(m_pixels.width, m_pixels.height));
+}
+
+void X11Surface::paint(const PixelRect& area) {
+    if (m_pane)
+        m_pane->paint(translated(area, m_pixels.x, m_pixels.y));
+    else
+        paintPicture(*m_canvas, area);
+}
+
+void X11Surface::paintPicture(const Canvas& canvas, const PixelRect& area) const {
+    if (m_backdrop) return m_backdrop->paint(canvas, area);
+    const CGColor& colour = m_look.overlay;
+    const auto part = [&colour](double value) {
+        return static_cast<uint16_t>(std::lround(value * colour.alpha * 0xffff));
+    };
+    const xcb_rectangle_t rectangle = toX(translated(area, -canvas.originX, -canvas.originY));
+    xcb_render_fill_rectangles(m_connection.xcb(), XCB_RENDER_PICT_OP_SRC, canvas.picture,
+                               {part(colour.red), part(colour.green), part(colour.blue), 0xffff}, 1,
+                               &rectangle);
+}
+
+void X11Surface::expose(const xcb_expose_event_t& event) {
+    const bool isInPane = m_pane && event.window == m_pane->window();
+    if (isBefore(event, m_paintedAt) || isInPane != (m_pane != nullptr)) return;
+    if (!m_backdrop && !m_pane) return;
+    paint({event.x, event.y, event.width, event.height});
+    m_connection.flush();
+}
+
+void X11Surface::restore(const xcb_configure_notify_event_t& event) {
+    const PixelRect now{event.x, event.y, event.width, event.height};
+    if (!m_mapped || (now == m_pixels && event.border_width == 0)) return;
+    configure(m_connection.xcb(), m_window, m_pixels);
+    m_connection.flush();
+}
+
+void X11Surface::sentinelSeen() {
+    if (!m_mapped) return;
+    if (isRedirected(m_connection, m_window))
+        replace();
+    else
+        m_sentinel->place(m_pixels); // Someone may have moved it.
+}
+
+void X11Surface::restore(const xcb_unmap_notify_event_t& event) {
+    // Mapped again at once, it could stay off the screen for a compositor, which missed the moment.
+    if (m_mapped && !isBefore(event, m_mappedAt)) replace();
+}
+
+/// A hole in the cover would show what lies behind, and a region for input would keep it from
+/// there.
+void X11Surface::restore(const xcb_shape_notify_event_t& event) {
+    const bool isEmpty = event.shaped && event.extents_width == 0 && event.extents_height == 0;
+    if (event.shape_kind == XCB_SHAPE_SK_INPUT) {
+        if (m_ignoresMouse && !isEmpty) dropInput(m_connection, m_window);
+    } else if (event.shaped) {
+        xcb_shape_mask(m_connection.xcb(), XCB_SHAPE_SO_SET, event.shape_kind, m_window, 0, 0,
+                       XCB_PIXMAP_NONE);
+    }
+    m_connection.flush();
+}
+
+void X11Surface::restore(const xcb_property_notify_event_t& event) {
+    const xcb_atom_t opacity = m_connection.atom("_NET_WM_WINDOW_OPACITY");
+    if (event.atom != opacity) return;
+    const auto reply = m_connection.reply(
+        xcb_get_property_reply,
+        xcb_get_property(m_connection.xcb(), false, m_window, opacity, XCB_ATOM_CARDINAL, 0, 1));
+    const bool isOpaque =
+        reply && xcb_get_property_value_length(reply.get()) == sizeof opaque &&
+        *static_cast<const uint32_t*>(xcb_get_property_value(reply.get())) == opaque;
+    if (isOpaque) return;
+    markForCompositors();
+    m_connection.flush();
+}
+
+} // namespace WindowServer

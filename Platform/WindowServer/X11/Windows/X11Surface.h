@@ -1,0 +1,135 @@
+#pragma once
+
+#include "WindowServer/Session.h"
+#include "WindowServer/X11/Blur/Backdrop.h"
+#include "WindowServer/X11/Blur/Canvas.h"
+#include "WindowServer/X11/Windows/Pane.h"
+#include "WindowServer/X11/Windows/Sentinel.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <xcb/shape.h>
+#include <xcb/xcb.h>
+
+namespace WindowServer {
+
+class Connection;
+class Overlay;
+class X11Session;
+
+/// An override-redirect window without a frame: no window manager moves or decorates it. It keeps
+/// what it is told and reaches the screen when the session commits.
+class X11Surface : public Surface {
+public:
+    X11Surface(X11Session& session, Connection& connection);
+    ~X11Surface() override;
+
+    int number() const override { return static_cast<int>(m_window); }
+    void setTitle(const std::string& title) override;
+    void setFrame(const CGRect& frame) override;
+    void setLevel(int level) override;
+    void setIgnoresMouseEvents(bool ignores) override;
+    void setAlpha(double alpha) override;
+    void setLook(const Look& look) override;
+    void orderFront() override;
+    void orderOut() override;
+
+    void setRadius(int radius);
+
+    xcb_window_t window() const { return m_window; }
+    xcb_window_t sentinel() const { return m_sentinel->window(); }
+    bool owns(xcb_window_t window) const { return window == m_window || window == sentinel(); }
+    /// What the compositor's overlay shows of it; null where the window itself is seen.
+    Pane* pane() const { return m_pane.get(); }
+    const PixelRect& pixels() const { return m_pixels; }
+    int level() const { return m_level; }
+    Backdrop* backdrop() const { return m_backdrop.get(); }
+
+    bool wantsToShow() const { return m_ordered && m_alpha > 0 && m_pixels.width > 0; }
+    bool wantsLiveBlur() const;
+    bool isMapped() const { return m_mapped; }
+    bool isLive() const { return m_live; }
+
+    /// Whether a commit has anything to do here.
+    bool isStale() const { return m_stale; }
+
+    void restingChanged();
+    /// Puts the frame onto the displays as they are now.
+    void place();
+    /// Makes the picture to show anew, with its source still to be filled where the blur is live.
+    void prepare();
+    /// Whether `prepare` left a live source to be filled.
+    bool awaitsSource() const { return m_live && m_awaitsSource; }
+    void sourceArrived();
+    /// Blurs a source that changed, and paints what came to differ.
+    void refresh();
+    /// Puts the window and its whole picture on the screen, in a pane of the overlay where there is
+    /// one.
+    void show(const Overlay* overlay);
+    /// Takes it from the screen. Under a compositor it stays shown in a place that nobody sees:
+    /// some let windows that appear fade in.
+    void hide(bool composited);
+    void dropPane() { m_pane.reset(); }
+    /// Covers with a plain dark colour: the answer to everything that goes wrong.
+    void showPlain();
+    void expose(const xcb_expose_event_t& event);
+    /// Makes the window anew and shows in it at once what the old one, which another program took
+    /// away, showed.
+    void replace();
+    /// What lies right under the window has come to light.
+    void sentinelSeen();
+    /// Undoes what another program did to the window.
+    void restore(const xcb_configure_notify_event_t& event);
+    void restore(const xcb_unmap_notify_event_t& event);
+    void restore(const xcb_shape_notify_event_t& event);
+    void restore(const xcb_property_notify_event_t& event);
+
+private:
+    void create();
+    void writeTitle();
+    void writeName();
+    void changed();
+    void prepareStill(double deviation);
+    void setBackground(uint32_t mask, uint32_t value);
+    uint32_t plainPixel() const;
+    void map();
+    void showAgain();
+    void showInPane(const Overlay& overlay);
+    void showInWindow();
+    void paintAll();
+    void paint(const PixelRect& area);
+    void paintPicture(const Canvas& canvas, const PixelRect& area) const;
+    void markForCompositors();
+
+    X11Session& m_session;
+    Connection& m_connection;
+    std::optional<Sentinel> m_sentinel;
+    xcb_window_t m_window;
+    std::optional<WindowCanvas> m_canvas;
+    std::unique_ptr<Pane> m_pane;
+    std::string m_title;
+    std::string m_name; ///< Of the output it covers; empty where it covers none.
+    CGRect m_frame;
+    PixelRect m_pixels;
+    double m_scale = 1;
+    int m_level = 0;
+    double m_alpha = 1;
+    int m_radius = 0;
+    bool m_ignoresMouse = false;
+    Look m_look;
+    bool m_ordered = false;
+    bool m_mapped = false; ///< Stands on the screen, before everybody's eyes.
+    bool m_parked = false; ///< Stands where nobody sees it.
+    bool m_stale = false;
+    bool m_live = false;
+    bool m_awaitsSource = false;
+    // The requests that last mapped and painted it all: what was heard before them is dealt with.
+    uint32_t m_mappedAt = 0;
+    uint32_t m_paintedAt = 0;
+    std::unique_ptr<Backdrop> m_backdrop;
+    std::unique_ptr<Backdrop> m_still; ///< What a resting window shows again afterwards.
+};
+
+} // namespace WindowServer
