@@ -31,8 +31,8 @@ void click(QObject& item, NSStatusBarButton& button, NSEventType type,
 ///
 /// A tray on the X server comes first: there the clicks, the menu and the element that assistive
 /// technology finds are the program's own. Many a tray on the session bus draws menus itself, under
-/// the cover, or opens one at a click that should toggle. Plasma's leaves that to the program, and
-/// its tray on the X server is but a go-between to the other.
+/// the cover, or opens one at a click that should toggle. Those of Plasma and LXQt leave that to
+/// the program, and their trays on the X server are but go-betweens to them.
 class TrayIcon : public QObject {
     Q_OBJECT
 

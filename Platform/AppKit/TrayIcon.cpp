@@ -15,7 +15,11 @@ using WindowServer::Session;
 
 namespace {
 
-bool isPlasma() { return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':').contains(u"KDE"); }
+/// Whether the desktop's tray on the server only hands its icons on to the one on the bus.
+bool isServersTrayGoBetween() {
+    const auto desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':');
+    return desktops.contains(u"KDE") || desktops.contains(u"LXQt");
+}
 
 } // namespace
 
@@ -71,7 +75,7 @@ void TrayIcon::askForHost() {
 TrayIcon::Tray TrayIcon::best() const {
     if (!m_hasHost || !m_button.image()) return Tray::None;
     const bool onServer = Session::current().hasTray();
-    if (*m_hasHost && (!onServer || isPlasma())) return Tray::OnBus;
+    if (*m_hasHost && (!onServer || isServersTrayGoBetween())) return Tray::OnBus;
     return onServer ? Tray::OnServer : Tray::None;
 }
 
