@@ -9,7 +9,6 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QGuiApplication>
-#include <QPalette>
 #include <QtEndian>
 
 const QString NotifierItem::watcherService = "org.kde.StatusNotifierWatcher";
@@ -104,7 +103,7 @@ QString NotifierItem::iconName() const {
 NotifierPictures NotifierItem::iconPixmap() const {
     NotifierPictures pictures;
     if (!m_button.image()) return pictures;
-    const QColor ink = QGuiApplication::palette().color(QPalette::WindowText);
+    const QColor ink(0x76, 0x76, 0x76); // Stands out from light grounds and dark ones alike.
     for (const int side : {16, 22, 24, 32, 44, 48, 64}) // The usual ones, and twice those.
         pictures.append(pictureFrom(pictureOf(*m_button.image(), side, ink)));
     return pictures;

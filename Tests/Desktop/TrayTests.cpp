@@ -86,6 +86,9 @@ TEST(TrayOnTheBus, HasTheItemEachTimeThatItComes) {
             EXPECT_TRUE(await([&] { return tray.property("Title") == title; })) << state.next;
             EXPECT_EQ(tray.property("IconAccessibleDesc").toString(), state.next);
             EXPECT_EQ(isCrossedOut(iconOf(tray)), state.crossedOut) << state.next;
+            if (state.crossedOut) {
+                EXPECT_EQ(iconOf(tray)[24].sliced((4 * 24 + 4) * 4, 4).toHex(), "ff767676");
+            }
             tray.click(1000, 10);
             EXPECT_TRUE(await([&] { return agent.isCovered() == state.crossedOut; })) << i;
         }
