@@ -60,8 +60,8 @@ void ButtonWidget::setKeyboardShortcut(const std::optional<KeyboardShortcut>& sh
 int ButtonWidget::margin() const { return m_look.plain ? 4 + focusRingMargin : focusRingMargin; }
 
 bool ButtonWidget::hitButton(const QPoint& position) const {
-    if (!m_look.plain) return chrome().contains(position);
-    return m_hasContentShape || childAt(position);
+    if (!chrome().contains(position)) return false;
+    return !m_look.plain || m_hasContentShape || childAt(position);
 }
 
 void ButtonWidget::paintEvent(QPaintEvent*) {

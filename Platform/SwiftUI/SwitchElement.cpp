@@ -16,6 +16,7 @@ class SwitchWidget : public QCheckBox {
 public:
     explicit SwitchWidget(QWidget* parent) : QCheckBox(parent) {
         setFocusPolicy(Qt::TabFocus);
+        setAttribute(Qt::WA_Hover);
         // Assistive technology turns it over without a click.
         connect(this, &QAbstractButton::toggled, this, [this](bool on) {
             if (m_isOn && m_isOn->wrappedValue() != on) m_isOn->setWrappedValue(on);
@@ -55,9 +56,10 @@ private:
     }
 
     void paintSwitch(QPainter& painter, const QRectF& track) const {
-        const QColor off = faintText(palette(), isDown() ? 0.34 : 0.24);
+        const QColor off = faintText(palette(), isDown() ? 0.34 : underMouse() ? 0.29 : 0.24);
+        const QColor on = m_tint.darker(isDown() ? 115 : underMouse() ? 106 : 100);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(!isChecked() ? off : isDown() ? m_tint.darker(115) : m_tint);
+        painter.setBrush(isChecked() ? on : off);
         painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
         constexpr double inset = 2;
         const double side = track.height() - 2 * inset;

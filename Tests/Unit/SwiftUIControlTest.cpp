@@ -91,12 +91,37 @@ TEST(SwiftUIControl, AContentShapeMakesTheEmptyMiddleCount) {
         QAbstractButton& button = buttonIn(shown.host, "Left, Right");
         QTest::mouseClick(&button, Qt::LeftButton, {}, button.rect().center());
         EXPECT_EQ(presses, hasShape ? 1 : 0);
+        // Dragged off, it is let go without a press.
+        for (const QPoint aside : {QPoint(-40, 5), QPoint(5, button.height() + 40)}) {
+            QTest::mousePress(&button, Qt::LeftButton, {}, button.rect().center());
+            QTest::mouseMove(&button, aside);
+            EXPECT_FALSE(button.isDown());
+            QTest::mouseRelease(&button, Qt::LeftButton, {}, aside);
+            EXPECT_EQ(presses, hasShape ? 1 : 0);
+        }
     }
     const Shown shown(
         Button({.action = [&] { presses = -1; }, .label = label}).buttonStyle(ButtonStyle::plain));
     QAbstractButton& button = buttonIn(shown.host, "Left, Right");
     QTest::mouseClick(&button, Qt::LeftButton, {}, {8, button.height() / 2});
     EXPECT_EQ(presses, -1);
+}
+
+TEST(SwiftUIControl, EachControlShowsThatThePointerIsOnIt) {
+    const auto object = std::make_shared<Switch>();
+    const Button button("Press", [] {});
+    Shown shown(
+        VStack({}, {Toggle("Turn", {.isOn = ObservedObject(object).projectedValue(&Switch::on)}),
+                    button, View(button).buttonStyle(ButtonStyle::plain)}));
+    for (auto* const control : shown.host.findChildren<QAbstractButton*>())
+        for (const bool on : {false, true}) {
+            control->setChecked(on);
+            const QImage before = control->grab().toImage();
+            EXPECT_TRUE(control->testAttribute(Qt::WA_Hover));
+            control->setAttribute(Qt::WA_UnderMouse);
+            EXPECT_NE(control->grab().toImage(), before) << control->text().toStdString() << on;
+            control->setAttribute(Qt::WA_UnderMouse, false);
+        }
 }
 
 TEST(SwiftUIControl, DrawnAnewItKeepsFocusAndScrollPosition) {
