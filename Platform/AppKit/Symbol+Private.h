@@ -14,10 +14,14 @@ QString symbolFile(const std::string& name);
 QString traySymbolName(const std::string& name);
 QString traySymbolFile(const std::string& name, int side);
 
+/// How wide a symbol's strokes are.
+enum class SymbolWeight { semibold, bold };
+
 /// Draws the ink alone, black, and clears the gap. The painter's y axis points up.
-void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect);
+void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect,
+                   SymbolWeight weight = SymbolWeight::semibold);
 
 /// Draws the ink in one colour, on the device's own pixels whatever its scale. The painter's y axis
 /// points down.
 void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
-                      const QColor& color);
+                      const QColor& color, SymbolWeight weight = SymbolWeight::semibold);

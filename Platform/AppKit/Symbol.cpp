@@ -1,5 +1,6 @@
 #include "AppKit/Symbol+Private.h"
 
+#include <QFile>
 #include <QImage>
 #include <QSvgRenderer>
 
@@ -14,6 +15,16 @@ QRectF placeOf(const QRectF& part, const QRectF& drawing, const QRectF& rect) {
     return {rect.x() + (part.x() - drawing.x()) * scale,
             rect.y() + (part.y() - drawing.y()) * scale, part.width() * scale,
             part.height() * scale};
+}
+
+/// All symbols are drawn with strokes of the same width.
+QByteArray drawingOf(const std::string& name, SymbolWeight weight) {
+    QFile file(symbolFile(name));
+    if (!file.open(QFile::ReadOnly)) return {};
+    QByteArray drawing = file.readAll();
+    if (weight == SymbolWeight::bold)
+        drawing.replace(R"(stroke-width="2")", R"(stroke-width="2.8")");
+    return drawing;
 }
 
 } // namespace
@@ -33,8 +44,9 @@ QString traySymbolFile(const std::string& name, int side) {
     return QString(":/Icons/status/%1/%2.svg").arg(drawn).arg(traySymbolName(name));
 }
 
-void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect) {
-    QSvgRenderer renderer(symbolFile(name));
+void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect,
+                   SymbolWeight weight) {
+    QSvgRenderer renderer(drawingOf(name, weight));
     painter.save();
     painter.translate(0, 2 * rect.center().y());
     painter.scale(1, -1);
@@ -50,7 +62,7 @@ void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rec
 }
 
 void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
-                      const QColor& color) {
+                      const QColor& color, SymbolWeight weight) {
     const QTransform toDevice = painter.deviceTransform();
     const QRect area = toDevice.mapRect(rect).toAlignedRect();
     QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
@@ -59,7 +71,7 @@ void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& 
     ink.setRenderHint(QPainter::Antialiasing);
     const QTransform upright = QTransform::fromTranslate(0, 2 * rect.center().y()).scale(1, -1);
     ink.setTransform(upright * toDevice * QTransform::fromTranslate(-area.x(), -area.y()));
-    drawSymbolInk(ink, name, rect);
+    drawSymbolInk(ink, name, rect, weight);
     ink.resetTransform();
     ink.setCompositionMode(QPainter::CompositionMode_SourceIn);
     ink.fillRect(layer.rect(), color);

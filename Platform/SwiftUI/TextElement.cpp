@@ -30,6 +30,8 @@ ElementPointer makeText(const std::string& text, const Environment& environment,
     auto& label = place.take<QLabel>();
     label.setTextFormat(Qt::PlainText);
     label.setWordWrap(true);
+    // What the whole points of its height add stands above: capitals are in the middle then.
+    label.setAlignment(Qt::AlignLeft | Qt::AlignBottom);
     label.setForegroundRole(QPalette::WindowText); // A label in a button would take the button's.
     label.setFont(fontOf(environment));
     label.setText(QString::fromStdString(text));

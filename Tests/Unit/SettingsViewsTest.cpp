@@ -6,7 +6,9 @@
 #include "Cover.h"
 #include "GeneralSettings.h"
 #include "SettingsHeader.h"
+#include "SummitTag.h"
 #include "SupportSettings.h"
+#include "Theme.h"
 
 #include "SwiftUI/HostView+Private.h"
 
@@ -80,6 +82,37 @@ TEST(SettingsViews, TheHeadersSecondButtonOpensTheEditionWindow) {
         if (window->isVisible() && window->windowTitle() == "Nimbrel SUMMIT") summit = window;
     ASSERT_TRUE(summit);
     summit->close();
+}
+
+TEST(SettingsViews, TheTagsTextAndItsBoldLockStandInItsMiddle) {
+    const auto drawn = [](const View& view) {
+        HostView host(view);
+        host.resize(host.sizeHint());
+        return host.grab().toImage();
+    };
+    const auto inkOf = [](const QImage& image, int left, int right) {
+        std::pair rows{image.height(), 0};
+        int share = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = left; x < right; ++x) {
+                if (image.pixelColor(x, y).red() > 130) continue; // The capsule is far lighter.
+                rows = {std::min(rows.first, y), std::max(rows.second, y + 1)};
+                ++share;
+            }
+        return std::pair{rows, share};
+    };
+    const QImage tag = drawn(SummitTag());
+    for (const auto& [left, right] : {std::pair{0, 22}, {22, tag.width()}}) {
+        const auto [first, last] = inkOf(tag, left, right).first;
+        EXPECT_NEAR(first + last, tag.height(), 1) << left;
+    }
+    const auto lock = [&](Font::Weight weight) {
+        const QImage image = drawn(Image({.systemName = "lock.fill"})
+                                       .font(Font::system({.size = 40, .weight = weight}))
+                                       .foregroundStyle(Theme::blue));
+        return inkOf(image, 0, image.width()).second;
+    };
+    EXPECT_GT(lock(Font::Weight::bold), lock(Font::Weight::regular));
 }
 
 TEST(SettingsViews, BlurNowCoversAndNeverUncovers) {
