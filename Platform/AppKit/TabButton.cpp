@@ -14,6 +14,16 @@ constexpr int sideEdge = 10;
 constexpr int upperEdge = 5;
 constexpr double corner = 6;
 
+/// The accent with enough of the text's colour to read small print by on the chosen tab's ground.
+QColor deepAccent(const QPalette& palette) {
+    constexpr float share = 0.4F;
+    const QColor accent = palette.color(QPalette::Highlight);
+    const QColor text = palette.color(QPalette::WindowText);
+    const auto mix = [](float a, float b) { return a + (b - a) * share; };
+    return QColor::fromRgbF(mix(accent.redF(), text.redF()), mix(accent.greenF(), text.greenF()),
+                            mix(accent.blueF(), text.blueF()));
+}
+
 } // namespace
 
 TabButton::TabButton(const QString& label, const QIcon& icon) {
@@ -44,7 +54,7 @@ void TabButton::paintEvent(QPaintEvent*) {
     painter.setBrush(ground);
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), corner, corner);
 
-    const QColor ink = isChecked() ? accent : palette().color(QPalette::WindowText);
+    const QColor ink = isChecked() ? deepAccent(palette()) : palette().color(QPalette::WindowText);
     const QRect symbol((width() - symbolSize) / 2, upperEdge, symbolSize, symbolSize);
     painter.setPen(ink);
     icon().paint(&painter, symbol);

@@ -75,5 +75,11 @@ void TabContent::fillToolbar() {
 void TabContent::showSelected() {
     const auto selected = static_cast<int>(m_controller.selectedTabViewItemIndex());
     m_views->setCurrentIndex(selected);
-    if (selected >= 0) m_buttons.at(static_cast<size_t>(selected))->setChecked(true);
+    // The keyboard enters the row at the chosen tab, whatever chose it.
+    for (TabButton* button : m_buttons)
+        button->setFocusPolicy(Qt::NoFocus);
+    if (selected < 0) return;
+    TabButton* const chosen = m_buttons.at(static_cast<size_t>(selected));
+    chosen->setChecked(true);
+    chosen->setFocusPolicy(Qt::TabFocus);
 }
