@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppKit/NativeWindow+Private.h"
+#include "WindowServer/Session.h"
 
 #include <QObject>
 
@@ -17,6 +18,8 @@ public:
 
     /// A compositor has come or gone: every window takes on the form that suits.
     static void compositingChanged();
+    /// Another program took that window off the screen: whatever of ours stood there comes again.
+    static void windowGone(WindowServer::ToolkitWindow gone);
     /// The program has become the active one: windows that left because it was not come back, and
     /// the frontmost takes the keyboard.
     static void activate();
@@ -29,6 +32,7 @@ public:
     void setModal(bool modal) { m_modal = modal; }
 
     NSInteger number() const override;
+    NSRect frameAround(const NSRect& content) const override;
     void setTitle(const std::string& title) override;
     void setFrame(const NSRect& frame) override;
     void makeKey() override;

@@ -33,6 +33,11 @@ void ContentWindow::compositingChanged() {
         if (window->m_frame) window->m_frame->checkForm();
 }
 
+void ContentWindow::windowGone(WindowServer::ToolkitWindow gone) {
+    for (const ContentWindow* window : windows())
+        if (window->m_frame && window->m_frame->internalWinId() == gone) window->m_frame->renew();
+}
+
 void ContentWindow::activate() {
     FrameWidget* front = nullptr;
     for (const ContentWindow* window : windows()) {
@@ -59,6 +64,10 @@ NSInteger ContentWindow::number() const {
     return m_frame && m_frame->isVisible() ? static_cast<NSInteger>(m_frame->winId()) : 0;
 }
 
+NSRect ContentWindow::frameAround(const NSRect& content) const {
+    return m_frame ? frameOf(m_frame->around(rectOf(content))) : content;
+}
+
 void ContentWindow::setTitle(const std::string& title) {
     if (m_frame) m_frame->setWindowTitle(QString::fromStdString(title));
 }
@@ -73,7 +82,10 @@ void ContentWindow::makeKey() {
 }
 
 void ContentWindow::orderFront() {
-    if (!m_frame) makeFrame(m_window.contentViewController()->loadView());
+    if (!m_frame) {
+        makeFrame(m_window.contentViewController()->loadView());
+        m_window.setContentSize(m_window.frame().size); // Known by now, as is all around it.
+    }
     // Modal to no window as the toolkit sees it: ModalInput says which take no input meanwhile.
     m_frame->setWindowModality(m_modal ? Qt::WindowModal : Qt::NonModal);
     m_frame->enter();

@@ -14,6 +14,7 @@ public:
     void checkForm() override;
 
 protected:
+    bool eventFilter(QObject* native, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

@@ -1,5 +1,6 @@
 #include "AppKit/FloatingFrame+Private.h"
 
+#include "AppKit/SoftShadow+Private.h"
 #include "AppKit/TitleBar+Private.h"
 #include "AppKit/ViewContent+Private.h"
 #include "WindowServer/Session.h"
@@ -7,7 +8,10 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPixmapCache>
 #include <QScreen>
+#include <QWindow>
+#include <qdrawutil.h>
 
 #include <algorithm>
 #include <cmath>
@@ -17,8 +21,6 @@ using WindowServer::Session;
 namespace {
 
 // In points.
-constexpr int shadowReach = 24;
-constexpr int shadowDrop = 6;
 constexpr double corner = 10;
 constexpr int leastOnScreen = 60; ///< Of a window that is dragged off a screen.
 
@@ -28,29 +30,40 @@ bool hasTitleBar(const NSWindow& window) {
     return !window.title().empty() || (window.styleMask() & NSWindowStyleMaskClosable);
 }
 
-QMargins chromeOf(const NSWindow& window) {
-    const int margin = isComposited() ? shadowReach : 0;
-    const int bar = hasTitleBar(window) ? TitleBar::height : 0;
-    return {margin, margin + bar, margin, margin};
+/// A ground with its outline and shadow, in pixels, as small as it can be: a pixel wide and high
+/// between its corners.
+QPixmap groundOf(double scale, const QColor& fill, const QColor& line) {
+    const double margin = std::lround(softShadowMargin * scale);
+    const int side = 2 * static_cast<int>(std::lround(corner * scale + margin)) + 1;
+    QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(line, scale));
+    painter.setBrush(fill);
+    const double inset = scale / 2;
+    painter.drawRoundedRect(QRectF(picture.rect()).adjusted(inset, inset, -inset, -inset),
+                            corner * scale, corner * scale);
+    painter.end();
+    return QPixmap::fromImage(withShadow(picture, margin, scale));
 }
 
-/// Many faint outlines, each a little larger, add up to a soft edge.
-void paintShadow(QPainter& painter, const QRectF& body) {
-    constexpr double darkest = 0.025;
-    painter.setPen(Qt::NoPen);
-    for (int reach = shadowReach; reach > 0; --reach) {
-        const double near = 1.0 - static_cast<double>(reach) / shadowReach;
-        painter.setBrush(QColor::fromRgbF(0, 0, 0, static_cast<float>(darkest * near)));
-        painter.drawRoundedRect(body.adjusted(-reach, -reach + shadowDrop, reach,
-                                              std::min(reach + shadowDrop, shadowReach)),
-                                corner + reach, corner + reach);
-    }
+/// The same, drawn once.
+QPixmap cachedGround(double scale, const QColor& fill, const QColor& line) {
+    const QString key = QString("ground %1 %2").arg(scale).arg(fill.name());
+    QPixmap ground;
+    if (QPixmapCache::find(key, &ground)) return ground;
+    ground = groundOf(scale, fill, line);
+    QPixmapCache::insert(key, ground);
+    return ground;
 }
 
 } // namespace
 
 FloatingFrame::FloatingFrame(NSWindow& window, std::unique_ptr<ViewContent> content)
-    : FrameWidget(window, std::move(content), chromeOf(window),
+    : FrameWidget(window, std::move(content),
+                  {.titleBar = hasTitleBar(window) ? TitleBar::height : 0,
+                   .shadow = isComposited() ? softShadowMargin : 0},
                   Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
       m_translucent(isComposited()) {
     connect(qApp, &QGuiApplication::screenRemoved, this, &FloatingFrame::returnToScreen,
@@ -62,10 +75,7 @@ FloatingFrame::FloatingFrame(NSWindow& window, std::unique_ptr<ViewContent> cont
     bar->setGeometry(place.left(), place.top(), place.width(), TitleBar::height);
 }
 
-QRect FloatingFrame::body() const {
-    const int margin = m_translucent ? shadowReach : 0;
-    return rect().adjusted(margin, margin, -margin, -margin);
-}
+QRect FloatingFrame::body() const { return rect().marginsRemoved(QMargins() + shadow()); }
 
 /// To the main screen's middle, from a screen that is no more.
 void FloatingFrame::returnToScreen() {
@@ -82,10 +92,11 @@ void FloatingFrame::returnToScreen() {
 
 void FloatingFrame::enter() {
     FrameWidget::enter();
+    windowHandle()->installEventFilter(this);
     Session::current().setName(winId(), hasTitleBar(window()) ? "window" : "alert");
     if (m_translucent)
         Session::current().setShadowMargin(
-            winId(), static_cast<int>(std::lround(shadowReach * devicePixelRatioF())));
+            winId(), static_cast<int>(std::lround(shadow() * devicePixelRatioF())));
     Session::current().setLevel(winId(), static_cast<int>(window().level()));
 }
 
@@ -102,15 +113,27 @@ void FloatingFrame::checkForm() {
 
 void FloatingFrame::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF outline = QRectF(body()).adjusted(0.5, 0.5, -0.5, -0.5);
-    const double radius = m_translucent ? corner : 0; // Only a compositor rounds off smoothly.
-    if (m_translucent) paintShadow(painter, outline);
+    const QColor fill = palette().color(QPalette::Window);
     QColor line = palette().color(QPalette::WindowText);
+    if (!m_translucent) {
+        // Nothing but the outline parts it from a window behind it.
+        line.setAlphaF(0.5F);
+        painter.setPen(line);
+        painter.setBrush(fill);
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        return;
+    }
     line.setAlphaF(0.2F);
-    painter.setPen(line);
-    painter.setBrush(palette().color(QPalette::Window));
-    painter.drawRoundedRect(outline, radius, radius);
+    const double scale = devicePixelRatioF();
+    const QPixmap ground = cachedGround(scale, fill, line);
+    painter.scale(1 / scale, 1 / scale);
+    qDrawBorderPixmap(&painter, {{}, size() * scale}, QMargins() + ground.width() / 2, ground);
+}
+
+/// Whatever in the window is pressed: no window manager gives it the keyboard for that.
+bool FloatingFrame::eventFilter(QObject* native, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress) takeKeyboard();
+    return FrameWidget::eventFilter(native, event);
 }
 
 void FloatingFrame::mousePressEvent(QMouseEvent* event) {

@@ -9,15 +9,18 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
+#include <utility>
 
 using WindowServer::Session;
 
 namespace {
 
-/// While the keyboard goes from one of the program's windows to another, none may have it.
-constexpr int settlingMilliseconds = 100;
+/// While the keyboard goes from one of the program's windows to another, none may have it; nor
+/// while the pointer passes another window where the keyboard follows it.
+constexpr int settlingMilliseconds = 200;
 
 // What window managers lay around a window, in points. Theirs is told only once it is there.
 constexpr int usualTitleBar = 32;
@@ -52,12 +55,14 @@ std::unique_ptr<FrameWidget> FrameWidget::make(NSWindow& window,
 }
 
 FrameWidget::FrameWidget(NSWindow& window, std::unique_ptr<ViewContent> content,
-                         const QMargins& chrome, Qt::WindowFlags flags)
+                         const Chrome& chrome, Qt::WindowFlags flags)
     : QWidget(nullptr, flags), m_window(window), m_content(content.release()),
-      m_chrome(chrome + QMargins(0, m_content->toolbarHeight(), 0, 0)) {
+      m_shadow(chrome.shadow),
+      m_chrome(m_shadow, m_shadow + chrome.titleBar + m_content->toolbarHeight(), m_shadow,
+               m_shadow) {
     setWindowTitle(QString::fromStdString(window.title()));
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(chrome);
+    layout->setContentsMargins(m_chrome - QMargins(0, m_content->toolbarHeight(), 0, 0));
     layout->setSpacing(0);
     layout->addWidget(m_content);
     if (window.frame().size.width <= 0)
@@ -66,9 +71,11 @@ FrameWidget::FrameWidget(NSWindow& window, std::unique_ptr<ViewContent> content,
     place(rectOf(window.frame()));
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingMilliseconds);
-    connect(&m_settling, &QTimer::timeout, this, &FrameWidget::leaveIfInactive);
-    connect(qApp, &QGuiApplication::applicationStateChanged, &m_settling,
-            qOverload<>(&QTimer::start));
+    connect(&m_settling, &QTimer::timeout, this, &FrameWidget::followActivation);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this] {
+        m_pointer = QCursor::pos();
+        m_settling.start();
+    });
 }
 
 std::unique_ptr<ViewContent> FrameWidget::takeContent() {
@@ -77,7 +84,7 @@ std::unique_ptr<ViewContent> FrameWidget::takeContent() {
 }
 
 void FrameWidget::place(const QRect& content) {
-    const QRect whole = keptOnScreen(content.marginsAdded(m_chrome));
+    const QRect whole = keptOnScreen(content).marginsAdded(m_chrome);
     if (hasStyle(NSWindowStyleMaskResizable))
         resize(whole.size());
     else
@@ -85,28 +92,58 @@ void FrameWidget::place(const QRect& content) {
     setGeometry(whole);
 }
 
+bool FrameWidget::isManaged() const {
+    return m_window.level() < firstOwnLevel && Session::current().hasWindowManager();
+}
+
+QRect FrameWidget::around(const QRect& content) const {
+    const QMargins theirs(usualBorder, usualTitleBar, usualBorder, usualBorder);
+    const QMargins ours = m_chrome - m_shadow;
+    return content.marginsAdded(isManaged() ? ours + theirs : ours);
+}
+
 /// A screen may be lower than the window: what is at its top stays in reach, and what scrolls in it
 /// gives way.
-QRect FrameWidget::keptOnScreen(QRect whole) const {
-    QRect room = roomAround(whole);
-    const bool isManaged =
-        m_window.level() < firstOwnLevel && Session::current().hasWindowManager();
-    if (isManaged) room.adjust(0, usualTitleBar, 0, -usualBorder);
-    room.setHeight(room.height() - 1); // It may be rounded up to whole pixels.
-    whole.setHeight(std::min(whole.height(), room.height()));
-    whole.moveTop(std::max(whole.top(), room.top()));
-    return whole;
+QRect FrameWidget::keptOnScreen(QRect content) const {
+    const QRect whole = around(content);
+    const QRect room = roomAround(whole);
+    const int tooHigh = whole.height() - (room.height() - 1); // May be rounded up to whole pixels.
+    content.setHeight(content.height() - std::max(tooHigh, 0));
+    content.translate(0, std::max(room.top() - whole.top(), 0));
+    return content;
 }
 
 void FrameWidget::enter() {
     static unsigned lastOrder = 0;
     m_order = ++lastOrder;
     m_away = false;
+    if (isPutAway()) {
+        leave();
+        destroy();
+    }
     // Window managers put a window that comes back where they like, unless it asks for a place.
     if (!isVisible()) place(rectOf(m_window.frame()));
     Session::current().setName(winId(), "nimbrel-lite");
     show();
     raise();
+    m_isEntering = true;
+    QMetaObject::invokeMethod(
+        this, [this] { m_isEntering = false; }, Qt::QueuedConnection);
+}
+
+/// A window manager may have minimised or shaded it, or left it on another workspace, and another
+/// program have destroyed it. Each is undone by a new window, which comes to the front of the
+/// workspace at hand.
+bool FrameWidget::isPutAway() const {
+    if (!isVisible() || m_isEntering) return false;
+    return !windowHandle()->isExposed() || (isManaged() && !isActiveWindow());
+}
+
+void FrameWidget::renew() {
+    leave();
+    destroy();
+    enter();
+    takeKeyboard();
 }
 
 void FrameWidget::leave() {
@@ -127,9 +164,17 @@ void FrameWidget::comeBack() {
     if (m_away) enter();
 }
 
-void FrameWidget::leaveIfInactive() {
-    const bool isActive = QGuiApplication::applicationState() == Qt::ApplicationActive;
-    if (!isVisible() || isActive || !m_window.hidesOnDeactivate()) return;
+void FrameWidget::followActivation() {
+    if (QGuiApplication::applicationState() == Qt::ApplicationActive) return comeBack();
+    if (!isVisible() || !m_window.hidesOnDeactivate()) return;
+    // A pointer on its way here, which takes the keyboard along, is no sign of another program
+    // being wanted.
+    const QPoint pointer = QCursor::pos();
+    const QPoint before = std::exchange(m_pointer, pointer);
+    if (pointer != before) {
+        const bool hasCome = geometry().contains(pointer) && !geometry().contains(before);
+        return hasCome ? takeKeyboard() : m_settling.start();
+    }
     leave();
     m_away = true;
 }

@@ -110,6 +110,7 @@ NSApplication::NSApplication() {
     Session::current().onCovered = [sleep](bool covered) { sleep->setWanted(covered); };
     Session::current().onWindowGone = [](WindowServer::ToolkitWindow window) {
         PanelWindow::windowGone(window);
+        ContentWindow::windowGone(window);
     };
     watchQuitSignals([this] { terminate(nullptr); });
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
@@ -169,6 +170,9 @@ void NSApplication::orderFrontStandardAboutPanelWithOptions(const AboutPanelOpti
             NSBundle::mainBundle().objectForInfoDictionaryKey("CFBundleName").value_or(""));
         m_aboutPanel = NSWindow::windowWithContentViewController(m_about);
         m_aboutPanel->setStyleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
+        // A menu that stands above the covers asks for it, and gets an answer that is seen.
+        m_aboutPanel->setLevel(NSScreenSaverWindowLevel + 2);
+        m_aboutPanel->setHidesOnDeactivate(true);
     }
     const auto credits = options.find(NSAboutPanelOptionCredits);
     m_about->setCredits(credits == options.end()

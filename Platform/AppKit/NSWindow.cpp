@@ -76,9 +76,12 @@ void NSWindow::center() {
     const auto screen = screenAt(NSEvent::mouseLocation());
     if (!screen) return;
     const NSRect& room = screen->visibleFrame();
-    const double left = room.size.width - m_frame.size.width;
-    const double under = (room.size.height - m_frame.size.height) * (1 - above);
-    setFrameOrigin({std::round(room.origin.x + left / 2), std::round(room.origin.y + under)});
+    const NSRect whole = m_native->frameAround(m_frame);
+    const double left = (room.size.width - whole.size.width) / 2;
+    const double under = (room.size.height - whole.size.height) * (1 - above);
+    const NSPoint& content = m_frame.origin;
+    setFrameOrigin({std::round(room.origin.x + left + content.x - whole.origin.x),
+                    std::round(room.origin.y + under + content.y - whole.origin.y)});
     m_isCentered = true;
 }
 

@@ -83,7 +83,7 @@ public:
     void setFrameOrigin(const NSPoint& origin);
     /// The upper left corner stays where it is.
     void setContentSize(const NSSize& size);
-    /// In the middle of the screen where the pointer is, and a little above.
+    /// With its title bar in the middle of the screen where the pointer is, and a little above.
     void center();
 
     NSInteger level() const { return m_level; }

@@ -12,6 +12,8 @@ public:
     virtual ~NativeWindow() = default;
 
     virtual NSInteger number() const = 0;
+    /// The content with its title bar and all else that stands around it.
+    virtual NSRect frameAround(const NSRect& content) const { return content; }
     virtual void setTitle(const std::string& title) = 0;
     virtual void setFrame(const NSRect& frame) = 0;
     virtual void setLevel(NSInteger) {}

@@ -14,9 +14,6 @@ QImage pictureOf(NSView& view, const NSSize& size, double scale);
 /// The rectangles that hold all of the picture that is not clear, and nothing else.
 std::vector<WindowServer::PixelRect> inkOf(const QImage& picture);
 
-/// The picture with so many pixels around it on each side, and a soft shadow there.
-QImage withShadow(const QImage& picture, double margin, double scale);
-
 /// What may well lie behind the ink, as its surroundings have it, but for what something in front
 /// hides of them. Empty where these are not known.
 QImage estimateBehind(const QImage& picture, const WindowServer::Snapshot& surroundings,

@@ -4,6 +4,7 @@
 #include "AppKit/MenuPopup+Private.h"
 #include "AppKit/NSApplication+Private.h"
 #include "AppKit/PanelPicture+Private.h"
+#include "AppKit/SoftShadow+Private.h"
 #include "WindowServer/Session.h"
 
 #include <QApplication>
@@ -19,8 +20,6 @@
 using WindowServer::Session;
 
 namespace {
-
-constexpr int shadowMargin = 12; ///< In points.
 
 /// The windows behind take their time to redraw what has come to light.
 constexpr int lookAfterMilliseconds = 60;
@@ -47,7 +46,7 @@ PanelWidget::PanelWidget(NSWindow& window)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint |
                            Qt::WindowDoesNotAcceptFocus),
       m_window(&window), m_translucent(Session::current().isComposited()),
-      m_margin(m_translucent && window.hasShadow() ? shadowMargin : 0),
+      m_margin(m_translucent && window.hasShadow() ? softShadowMargin : 0),
       m_alpha(window.alphaValue()) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);

@@ -224,6 +224,64 @@ TEST_F(Alerts, TheEditionWindowHidesWhileAnotherProgramIsActive) {
     }
 }
 
+TEST_F(Alerts, AClickOnThemBringsTheKeyboardBack) {
+    TestWindow other(desktop.display(), {700, 700, 100, 100});
+    other.show();
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_NO_FATAL_FAILURE(openAlert());
+    const ScreenWindow alert = panels().at(0);
+    other.takeFocus();
+    ASSERT_TRUE(await([&] { return desktop.screen.focus() == other.number(); }));
+    click(alert.area);
+    EXPECT_TRUE(await([&] { return desktop.screen.focus() == alert.number; }));
+    strike({escapeKey});
+    expectClosed();
+    EXPECT_TRUE(await([&] { return desktop.screen.focus() == other.number(); }));
+}
+
+TEST_F(Alerts, TheEditionWindowReturnsWithTheProgram) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    agent->choose(5); // The settings.
+    ASSERT_TRUE(await([&] { return agent->windows().size() == 1; }));
+    const xcb_window_t settings = agent->windows()[0].number;
+    ASSERT_NO_FATAL_FAILURE(openSummit());
+    paper.takeFocus();
+    expectClosed();
+    xcb_set_input_focus(paper.client(), XCB_INPUT_FOCUS_PARENT, settings, XCB_CURRENT_TIME);
+    paper.client().settle();
+    EXPECT_TRUE(await([&] { return panels().size() == 1 && isOnTop(); }));
+    EXPECT_EQ(desktop.screen.focus(), settings);
+}
+
+TEST_F(Alerts, TheEditionWindowOutlivesAPointerThatTakesTheKeyboardOnItsWayThere) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_NO_FATAL_FAILURE(openSummit());
+    const ScreenWindow summit = panels().at(0);
+    int step = 0;
+    const auto stepAside = [&] { desktop.input.move(300 + ++step % 50, 300); };
+    stepAside();
+    paper.takeFocus();
+    EXPECT_TRUE(holdsFor(1s, [&] {
+        stepAside();
+        return panels().size() == 1;
+    }));
+    desktop.input.move(summit.area.x + 200, summit.area.y + 200);
+    EXPECT_TRUE(await([&] { return desktop.screen.focus() == summit.number; }));
+    EXPECT_EQ(panels().size(), 1u);
+}
+
+TEST_F(Alerts, ComeAgainWhereTheyAreDestroyed) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_NO_FATAL_FAILURE(openAlert());
+    const xcb_window_t first = panels().at(0).number;
+    xcb_destroy_window(paper.client(), first);
+    paper.client().settle();
+    ASSERT_NO_FATAL_FAILURE(expectPanel());
+    EXPECT_NE(panels().at(0).number, first);
+    strike({escapeKey});
+    expectClosed();
+}
+
 TEST_F(Alerts, TheEditionWindowIsOneAndStaysWhereItWasLeft) {
     ASSERT_NO_FATAL_FAILURE(start());
     agent->cover();

@@ -118,6 +118,63 @@ TEST_F(Settings, LiesUnderTheCoverAndOutlivesEscape) {
     EXPECT_EQ(windows().size(), 1u);
 }
 
+TEST_F(Settings, ComeToTheFrontFromWhereverTheyWerePutAway) {
+    const auto manager = desktop.startWindowManager();
+    agent.emplace(desktop);
+    const XClient& client = paper.client();
+    const auto askManager = [&](xcb_window_t about, const char* type, uint32_t first,
+                                uint32_t second = 0) {
+        xcb_client_message_event_t message = {};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = about;
+        message.type = client.atom(type);
+        message.data.data32[0] = first;
+        message.data.data32[1] = second;
+        xcb_send_event(client, 0, client.root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                       reinterpret_cast<const char*>(&message));
+        client.settle();
+    };
+    const auto hasKeyboard = [&] {
+        const auto place =
+            client.ask(xcb_get_geometry_reply, xcb_get_geometry(client, desktop.screen.focus()));
+        return place && place->width == contentWidth;
+    };
+    reopen();
+    ASSERT_TRUE(await(hasKeyboard));
+    const std::pair<const char*, std::function<void(xcb_window_t)>> ways[] = {
+        {"minimised", [&](xcb_window_t window) { askManager(window, "WM_CHANGE_STATE", 3); }},
+        {"shaded",
+         [&](xcb_window_t window) {
+             askManager(window, "_NET_WM_STATE", 1, client.atom("_NET_WM_STATE_SHADED"));
+             paper.takeFocus();
+         }},
+        {"on another workspace",
+         [&](xcb_window_t) { askManager(client.root(), "_NET_CURRENT_DESKTOP", 1); }},
+        {"destroyed",
+         [&](xcb_window_t window) {
+             xcb_destroy_window(client, window);
+             client.settle();
+         }},
+    };
+    for (const auto& [way, putAway] : ways) {
+        SCOPED_TRACE(way);
+        putAway(desktop.screen.focus());
+        ASSERT_TRUE(await([&] { return !hasKeyboard(); }));
+        const auto isBack = [&] {
+            const auto shown =
+                client.ask(xcb_get_window_attributes_reply,
+                           xcb_get_window_attributes(client, desktop.screen.focus()));
+            return hasKeyboard() && shown && shown->map_state == XCB_MAP_STATE_VIEWABLE;
+        };
+        reopen();
+        // The program may hear of this before it hears of what was done to its window.
+        if (!await(isBack, 2s)) reopen();
+        EXPECT_TRUE(await(isBack));
+    }
+    EXPECT_EQ(agent->process().errors(), "");
+}
+
 TEST_F(Settings, KeepsItsPlaceUnderAWindowManager) {
     const auto manager = desktop.startWindowManager();
     agent.emplace(desktop);

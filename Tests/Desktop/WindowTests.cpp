@@ -40,6 +40,15 @@ struct Windows : OnDesktop {
         return {place->dst_x, place->dst_y, geometry->width, geometry->height};
     }
 
+    /// The child of the root that the window stands in.
+    Area frameAround(xcb_window_t window) const {
+        for (;;) {
+            const auto tree = client.ask(xcb_query_tree_reply, xcb_query_tree(client, window));
+            if (!tree || tree->parent == client.root()) return area(window);
+            window = tree->parent;
+        }
+    }
+
     /// What stands there once it has been drawn and has come to rest.
     Picture drawn(const Area& area) const {
         Picture picture = desktop.screen.grab(area);
@@ -77,6 +86,52 @@ TEST_F(Windows, GiveTheKeyboardBackToWhoHadIt) {
         }
         agent.reset();
     }
+}
+
+TEST_F(Windows, TheWholeFrameStandsInTheMiddleAndALittleAbove) {
+    for (const bool managed : {false, true}) {
+        const auto manager = managed ? desktop.startWindowManager() : nullptr;
+        ASSERT_NO_FATAL_FAILURE(start());
+        desktop.input.move(960, 300);
+        for (const Row row : {summit, about, settings}) {
+            open(row);
+            const Area frame = frameAround(desktop.screen.focus());
+            const int below = Desktop::left.height - frame.bottom();
+            EXPECT_NEAR(frame.y * 3, below * 2, managed ? 40 : 6) << row << managed << frame;
+            EXPECT_NEAR(2 * frame.x + frame.width, Desktop::left.width, 2) << row;
+            if (row != settings) desktop.input.strike(escapeKey);
+        }
+        agent.reset();
+    }
+}
+
+TEST_F(Windows, AboutIsSeenThoughEverythingIsCovered) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    agent->cover();
+    drawn(area(open(about)));
+    desktop.input.strike(escapeKey);
+    EXPECT_TRUE(await([&] { return agent->panels().empty(); }));
+}
+
+TEST_F(Windows, ThrowAShadowThatFadesAllTheWay) {
+    const auto compositor = desktop.startCompositor();
+    TestWindow paper(desktop.display(), Desktop::left);
+    paper.paint(white);
+    paper.show();
+    ASSERT_NO_FATAL_FAILURE(start());
+    const Area all = area(open(summit));
+    const auto levelsUnder = [&] {
+        const Area column = {all.x + all.width / 2, all.bottom() - 12, 1, 14};
+        const Picture picture = desktop.screen.grab(column);
+        std::vector<int> levels;
+        for (int y = column.y; y < column.bottom(); ++y)
+            levels.push_back(static_cast<int>(picture.at(column.x, y) & 0xff));
+        return levels;
+    };
+    EXPECT_TRUE(await([&] { return levelsUnder().front() < 210; }));
+    const std::vector<int> levels = levelsUnder();
+    for (size_t i = 1; i < levels.size(); ++i)
+        EXPECT_TRUE(levels[i] > levels[i - 1] || levels[i] > 250) << i << " " << levels[i];
 }
 
 TEST_F(Windows, TheListOfTheEditionWindowScrollsBetweenItsHeaderAndFooter) {

@@ -8,7 +8,7 @@ namespace WindowServer {
 void KeyboardFocus::take(xcb_window_t window) {
     const xcb_window_t former = owner();
     if (former == window) return;
-    if (!m_lent.contains(window)) m_lent[window] = former;
+    if (!m_lent.contains(window) || !m_lent.contains(former)) m_lent[window] = former;
     focusToolkit(window);
 }
 

@@ -1,4 +1,4 @@
-#include "AppKit/PanelPicture+Private.h"
+#include "AppKit/SoftShadow+Private.h"
 
 #include <QPainter>
 
