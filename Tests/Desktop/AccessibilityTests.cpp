@@ -208,6 +208,7 @@ TEST_F(Accessibility, ReadsTheWindowsAboveTheOthers) {
   label "Version 1.0.0"
   label "One click blurs every screen.
 Free edition · Support VARDEK from the Nimbrel Lite menu"
+  push button "Close"
 )");
 }
 

@@ -147,7 +147,11 @@ TEST_F(Settings, ComeToTheFrontFromWhereverTheyWerePutAway) {
         {"shaded",
          [&](xcb_window_t window) {
              askManager(window, "_NET_WM_STATE", 1, client.atom("_NET_WM_STATE_SHADED"));
-             paper.takeFocus();
+             // The manager hands the keyboard round when it has done so.
+             await([&] {
+                 paper.takeFocus();
+                 return holdsFor(200ms, [&] { return !hasKeyboard(); });
+             });
          }},
         {"on another workspace",
          [&](xcb_window_t) { askManager(client.root(), "_NET_CURRENT_DESKTOP", 1); }},

@@ -1,6 +1,7 @@
 #include "Harness/Desktop.h"
 
 #include "Harness/Await.h"
+#include "Harness/TestWindow.h"
 
 #include <stdexcept>
 
@@ -38,7 +39,15 @@ std::unique_ptr<Process> Desktop::startOwner(const std::string& selection,
 }
 
 std::unique_ptr<Process> Desktop::startWindowManager() const {
-    return startOwner("WM_S0", {"openbox", "--sm-disable"});
+    auto manager = startOwner("WM_S0", {"openbox", "--sm-disable"});
+    // While it starts, a window that asks to be shown may be overlooked.
+    TestWindow probe(display(), {0, 0, 100, 100}, TestWindow::Kind::Managed);
+    const bool ready = await([&] {
+        probe.show();
+        return probe.isViewable();
+    });
+    if (!ready) throw std::runtime_error("The window manager shows no window.");
+    return manager;
 }
 
 std::unique_ptr<Process> Desktop::startCompositor() const {
