@@ -9,8 +9,6 @@ class NSHostingController : public NSViewController {
 public:
     explicit NSHostingController(View rootView) : m_rootView(std::move(rootView)) {}
 
-    const View& rootView() const { return m_rootView; }
-
     std::unique_ptr<ViewContent> loadView() override;
 
 private:

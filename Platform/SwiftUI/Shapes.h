@@ -3,38 +3,32 @@
 
 #include "SwiftUI/View.h"
 
+#include <limits>
+
 class Shape {
 public:
-    enum class Kind { rectangle, roundedRectangle, capsule };
-
     View fill(const Color& color) const;
 
-    Kind kind() const { return m_kind; }
-    /// Of the rounded rectangle.
-    double cornerRadius() const { return m_cornerRadius; }
-
 protected:
-    explicit Shape(Kind kind, double cornerRadius = 0)
-        : m_kind(kind), m_cornerRadius(cornerRadius) {}
+    /// A corner bends no further than to the middle of the shorter side.
+    explicit Shape(double cornerRadius) : m_cornerRadius(cornerRadius) {}
 
 private:
-    Kind m_kind;
     double m_cornerRadius;
 };
 
 struct Rectangle : Shape {
-    Rectangle() : Shape(Kind::rectangle) {}
+    Rectangle() : Shape(0) {}
 };
 
 struct RoundedRectangle : Shape {
     struct Options {
         double cornerRadius;
     };
-    explicit RoundedRectangle(const Options& options)
-        : Shape(Kind::roundedRectangle, options.cornerRadius) {}
+    explicit RoundedRectangle(const Options& options) : Shape(options.cornerRadius) {}
 };
 
 /// Its ends are round.
 struct Capsule : Shape {
-    Capsule() : Shape(Kind::capsule) {}
+    Capsule() : Shape(std::numeric_limits<double>::infinity()) {}
 };

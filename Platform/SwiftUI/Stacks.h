@@ -46,26 +46,20 @@ struct ScrollView : View {
     explicit ScrollView(const View& content);
 };
 
-/// One view for each element, known by its `id`, for the stack or section around.
+/// One view for each element, for the stack or section around. Drawn anew, views are known again by
+/// their order, not by their `id`.
 struct ForEach : View {
     template <class Range, class Id, class Content>
-    ForEach(const Range& range, Id identify, Content content)
-        : ForEach(rows(range, identify, content)) {}
+    ForEach(const Range& range, Id, Content content) : ForEach(views(range, content)) {}
 
 private:
-    struct Rows {
-        std::vector<std::string> ids;
-        std::vector<View> views;
-    };
-    explicit ForEach(Rows rows);
+    explicit ForEach(std::vector<View> views);
 
-    template <class Range, class Id, class Content>
-    static Rows rows(const Range& range, Id identify, Content content) {
-        Rows rows;
-        for (const auto& element : range) {
-            rows.ids.push_back(std::invoke(identify, element));
-            rows.views.push_back(content(element));
-        }
-        return rows;
+    template <class Range, class Content>
+    static std::vector<View> views(const Range& range, Content content) {
+        std::vector<View> views;
+        for (const auto& element : range)
+            views.push_back(content(element));
+        return views;
     }
 };

@@ -7,13 +7,9 @@
 
 /// Wraps where it is wider than its room.
 struct Text : View {
-    /// The English text, which is the key of its translations.
-    explicit Text(const std::string& key);
-    /// Shown as it stands.
-    static Text verbatim(const std::string& text);
-
-private:
-    using View::View;
+    /// In English, as everything here is.
+    explicit Text(const std::string& text);
+    static Text verbatim(const std::string& text) { return Text(text); }
 };
 
 /// A symbol as large as the text around it. One that the platform lacks takes its room and shows

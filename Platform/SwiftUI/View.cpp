@@ -1,55 +1,136 @@
 #include "SwiftUI/View.h"
 
-#include "SwiftUI/ViewNode+Private.h"
+#include "SwiftUI/Qt/Accessibility.h"
+#include "SwiftUI/Qt/ButtonWidget.h"
+#include "SwiftUI/Qt/ViewNode.h"
 
 namespace {
 
-View modified(const View& view, Modifier modifier) {
-    return View(ViewNode{ModifiedNode{view, std::move(modifier)}});
+class BodyNode : public ViewNode {
+public:
+    explicit BodyNode(std::function<View()> body) : m_body(std::move(body)) {}
+
+    std::string accessibleText() const override { return m_body().node().accessibleText(); }
+
+    void realise(Element& element, const Surroundings& surroundings) const override {
+        element.add(m_body(), surroundings);
+    }
+
+private:
+    const std::function<View()> m_body;
+};
+
+/// A view within other surroundings.
+class SurroundedNode : public ViewNode {
+public:
+    using Change = std::function<void(Surroundings&)>;
+    SurroundedNode(const View& content, Change change)
+        : ViewNode({content}), m_change(std::move(change)) {}
+
+    void realise(Element& element, const Surroundings& surroundings) const override {
+        Surroundings changed = surroundings;
+        m_change(changed);
+        ViewNode::realise(element, changed);
+    }
+
+private:
+    const Change m_change;
+};
+
+class LabelledNode : public ViewNode {
+public:
+    LabelledNode(const View& content, std::string label)
+        : ViewNode({content}), m_label(std::move(label)) {}
+
+    std::string accessibleText() const override { return m_label; }
+
+    void realise(Element& element, const Surroundings& surroundings) const override {
+        Surroundings changed = surroundings;
+        changed.environment.accessibilityLabel = m_label;
+        ViewNode::realise(element, changed);
+    }
+
+private:
+    const std::string m_label;
+};
+
+/// One element to assistive technology. It reads as nothing unless a label stands outside.
+class AccessibleNode : public ViewNode {
+public:
+    explicit AccessibleNode(const View& content) : ViewNode({content}) {}
+
+    std::string accessibleText() const override { return {}; }
+
+    void realise(Element& element, const Surroundings& surroundings) const override {
+        Surroundings within = surroundings;
+        within.parent = &element.take<AccessibleGroup>(surroundings);
+        within.environment.accessibilityLabel.clear();
+        within.environment.accessibilityHint.clear();
+        ViewNode::realise(element, within);
+    }
+};
+
+View surrounded(const View& view, SurroundedNode::Change change) {
+    return makeView<SurroundedNode>(view, std::move(change));
+}
+
+/// With a value that the views within take over.
+template <class Value, class Given>
+View inherited(const View& view, Value Environment::*member, const Given& value) {
+    return surrounded(view, [member, value](Surroundings& surroundings) {
+        surroundings.environment.*member = value;
+    });
 }
 
 } // namespace
 
-View::View(ViewNode node) : m_node(std::make_shared<const ViewNode>(std::move(node))) {}
+View::View(std::function<View()> body) : View(std::make_shared<BodyNode>(std::move(body))) {}
 
-View::View(std::function<View()> body) : View(ViewNode{BodyNode{std::move(body)}}) {}
+View View::font(const Font& font) const { return inherited(*this, &Environment::font, font); }
 
-View View::font(const Font& font) const { return modified(*this, font); }
-View View::tracking(double tracking) const { return modified(*this, Tracking{tracking}); }
-View View::foregroundStyle(const ShapeStyle& style) const { return modified(*this, style); }
-View View::tint(const Color& color) const { return modified(*this, Tint{color}); }
-
-View View::padding(Edge::Set edges, double length) const {
-    return modified(*this, Padding{edges, length});
+View View::tracking(double tracking) const {
+    return inherited(*this, &Environment::tracking, tracking);
 }
 
-View View::frame(const FixedFrame& frame) const { return modified(*this, frame); }
-View View::frame(const FlexibleFrame& frame) const { return modified(*this, frame); }
-View View::fixedSize(const FixedAxes& axes) const { return modified(*this, axes); }
-
-View View::background(const View& background) const {
-    return modified(*this, Background{background});
+View View::foregroundStyle(const ShapeStyle& style) const {
+    return inherited(*this, &Environment::foregroundStyle, style);
 }
 
-View View::contentShape(const Shape& shape) const { return modified(*this, shape); }
-View View::controlSize(ControlSize size) const { return modified(*this, size); }
-View View::buttonStyle(ButtonStyle style) const { return modified(*this, style); }
-View View::formStyle(FormStyle style) const { return modified(*this, style); }
+View View::tint(const Color& color) const { return inherited(*this, &Environment::tint, color); }
 
-View View::keyboardShortcut(KeyboardShortcut shortcut) const { return modified(*this, shortcut); }
+View View::contentShape(const Shape&) const {
+    return surrounded(*this, [](Surroundings& surroundings) {
+        if (auto* const button = dynamic_cast<ButtonWidget*>(surroundings.parent))
+            button->setHasContentShape(true);
+    });
+}
 
-View View::accessibilityElement(const ElementOptions& options) const {
-    return modified(*this, options);
+View View::controlSize(ControlSize size) const {
+    return inherited(*this, &Environment::controlSize, size);
+}
+
+View View::buttonStyle(ButtonStyle style) const {
+    return inherited(*this, &Environment::buttonStyle, style);
+}
+
+View View::keyboardShortcut(KeyboardShortcut shortcut) const {
+    return inherited(*this, &Environment::keyboardShortcut, shortcut);
+}
+
+View View::accessibilityElement(const ElementOptions&) const {
+    return makeView<AccessibleNode>(*this);
 }
 
 View View::accessibilityLabel(const std::string& label) const {
-    return modified(*this, AccessibilityLabel{label});
+    return makeView<LabelledNode>(*this, label);
 }
 
 View View::accessibilityHint(const std::string& hint) const {
-    return modified(*this, AccessibilityHint{hint});
+    return inherited(*this, &Environment::accessibilityHint, hint);
 }
 
 View View::onAppear(std::function<void()> action) const {
-    return modified(*this, OnAppear{std::move(action)});
+    return surrounded(*this, [action = std::move(action)](Surroundings& surroundings) {
+        surroundings.appearActions.push_back(action);
+    });
 }

@@ -10,7 +10,7 @@
 #include <string>
 
 class Shape;
-struct ViewNode;
+class ViewNode;
 
 /// What is to be shown, as a value: it may be copied freely and never changes. A modifier gives a
 /// new view that wraps this one, so their order counts. Lengths are in points.
@@ -21,7 +21,7 @@ public:
     requires requires(const T& view) { view.body(); }
     View(T view) : View(std::function<View()>([view = std::move(view)] { return view.body(); })) {}
 
-    explicit View(ViewNode node);
+    explicit View(std::shared_ptr<const ViewNode> node) : m_node(std::move(node)) {}
 
     const ViewNode& node() const { return *m_node; }
 
@@ -59,12 +59,12 @@ public:
 
     /// The background is offered the view's size and stands in its middle.
     View background(const View& background) const;
-    /// Where within the view a click counts.
+    /// In a plain button a click counts all over the view, not only on what it shows.
     View contentShape(const Shape& shape) const;
 
     View controlSize(ControlSize size) const;
     View buttonStyle(ButtonStyle style) const;
-    View formStyle(FormStyle style) const;
+    View formStyle(FormStyle) const { return *this; } ///< There is only the one.
     View keyboardShortcut(KeyboardShortcut shortcut) const;
 
     struct ElementOptions {

@@ -10,7 +10,7 @@
 #include "SupportSettings.h"
 #include "Theme.h"
 
-#include "SwiftUI/HostView+Private.h"
+#include "SwiftUI/Qt/HostView.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "HostedButtons.h"
 
-#include "SwiftUI/HostView+Private.h"
+#include "SwiftUI/Qt/HostView.h"
 #include "SwiftUI/SwiftUI.h"
 
 #include <gmock/gmock.h>

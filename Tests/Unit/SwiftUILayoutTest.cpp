@@ -1,4 +1,4 @@
-#include "SwiftUI/HostView+Private.h"
+#include "SwiftUI/Qt/HostView.h"
 #include "SwiftUI/SwiftUI.h"
 
 #include <gmock/gmock.h>

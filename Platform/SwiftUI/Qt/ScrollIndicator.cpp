@@ -1,6 +1,6 @@
-#include "SwiftUI/ScrollIndicator+Private.h"
+#include "SwiftUI/Qt/ScrollIndicator.h"
 
-#include "SwiftUI/Environment+Private.h"
+#include "SwiftUI/Qt/Environment.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "SwiftUI/WidgetPool+Private.h"
+#include "SwiftUI/Qt/WidgetPool.h"
 
 #include <utility>
 

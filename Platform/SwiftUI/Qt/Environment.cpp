@@ -1,4 +1,4 @@
-#include "SwiftUI/Environment+Private.h"
+#include "SwiftUI/Qt/Environment.h"
 
 namespace {
 
@@ -39,7 +39,6 @@ QFont::Weight weightOf(Font::Weight weight) {
 
 } // namespace
 
-// A desktop has one family of letters: no rounded one, and its digits are all of one width.
 QFont fontOf(const Environment& environment) {
     QFont font = environment.systemFont;
     font.setPixelSize(qRound(environment.font.size()));
@@ -61,17 +60,12 @@ QColor tintOf(const Environment& environment) {
 }
 
 QColor colorOf(const Color& color, const Environment& environment) {
-    const QColor base =
-        std::visit(Overloaded{
-                       [](const Color::Components& components) {
-                           return QColor::fromRgbF(static_cast<float>(components.red),
-                                                   static_cast<float>(components.green),
-                                                   static_cast<float>(components.blue));
-                       },
-                       [&](Color::Name name) { return named(name, environment); },
-                   },
-                   color.base());
-    return thinned(base, color.opacity());
+    if (const auto* const name = std::get_if<Color::Name>(&color.base()))
+        return thinned(named(*name, environment), color.opacity());
+    const auto& components = std::get<Color::Components>(color.base());
+    return QColor::fromRgbF(
+        static_cast<float>(components.red), static_cast<float>(components.green),
+        static_cast<float>(components.blue), static_cast<float>(color.opacity()));
 }
 
 bool isDark(const QPalette& palette) {

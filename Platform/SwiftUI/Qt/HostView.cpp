@@ -1,8 +1,7 @@
-#include "SwiftUI/HostView+Private.h"
+#include "SwiftUI/Qt/HostView.h"
 
-#include "SwiftUI/AccessibleElement+Private.h"
 #include "SwiftUI/ObservedObject.h"
-#include "SwiftUI/Realisation+Private.h"
+#include "SwiftUI/Qt/Accessibility.h"
 
 #include <QShowEvent>
 #include <QTimer>
@@ -41,15 +40,14 @@ void HostView::showEvent(QShowEvent* event) {
 void HostView::draw() {
     m_drawsAtNextTurn = false;
     const ObservationScope scope;
-    Realisation realisation(m_pool);
     Environment environment;
     environment.palette = palette();
     environment.systemFont = font();
     environment.primary = palette().color(QPalette::WindowText);
+    m_appearActions.clear();
     m_pool.begin();
-    m_element = realisation.realise(m_root, environment, *this);
+    m_element.emplace(m_root, Surroundings{environment, this, m_pool, m_appearActions});
     m_pool.end();
-    m_appearActions = realisation.appearActions();
     m_observations.clear();
     for (const auto& object : scope.objects())
         m_observations.push_back(object->objectWillChange.sink([this] { drawAtNextTurn(); }));

@@ -1,7 +1,6 @@
-#include "SwiftUI/AccessibleElement+Private.h"
+#include "SwiftUI/Qt/Accessibility.h"
 
-#include "SwiftUI/ButtonWidget+Private.h"
-#include "SwiftUI/ContainerElements+Private.h"
+#include "SwiftUI/Qt/ButtonWidget.h"
 
 #include <QAccessibleWidget>
 #include <QScrollArea>
@@ -20,9 +19,9 @@ public:
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
 };
 
-class ButtonElement : public SingleElement {
+class PressedElement : public SingleElement {
 public:
-    explicit ButtonElement(ButtonWidget& button)
+    explicit PressedElement(ButtonWidget& button)
         : SingleElement(&button, QAccessible::Button), m_button(button) {}
 
     QStringList actionNames() const override {
@@ -40,7 +39,8 @@ private:
 };
 
 QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
-    if (auto* const button = dynamic_cast<ButtonWidget*>(object)) return new ButtonElement(*button);
+    if (auto* const button = dynamic_cast<ButtonWidget*>(object))
+        return new PressedElement(*button);
     if (auto* const group = dynamic_cast<AccessibleGroup*>(object))
         return new SingleElement(group, QAccessible::StaticText);
     if (auto* const scroll = qobject_cast<QScrollArea*>(object))
@@ -48,36 +48,6 @@ QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
     return nullptr;
 }
 
-class GroupElement : public Element {
-public:
-    GroupElement(QWidget& group, ElementPointer content)
-        : m_group(group), m_content(std::move(content)) {}
-
-    void place(const QRectF& rect) override {
-        m_group.setGeometry(wholePoints(rect));
-        m_content->place({{}, rect.size()});
-    }
-
-protected:
-    QSizeF measure(const Proposal& proposal) const override {
-        return m_content->sizeThatFits(proposal);
-    }
-
-private:
-    QWidget& m_group;
-    const ElementPointer m_content;
-};
-
 } // namespace
 
 void offerElementsToAssistiveTechnology() { QAccessible::installFactory(interfaceOf); }
-
-QWidget& takeGroup(const Environment& environment, const WidgetPlace& place) {
-    auto& group = place.take<AccessibleGroup>();
-    group.setAccessibleName(QString::fromStdString(environment.accessibilityLabel));
-    return group;
-}
-
-ElementPointer makeGroup(QWidget& group, ElementPointer content) {
-    return std::make_unique<GroupElement>(group, std::move(content));
-}

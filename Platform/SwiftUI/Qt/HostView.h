@@ -2,9 +2,8 @@
 
 #include "AppKit/ViewContent+Private.h"
 #include "Combine/ObservableObject.h"
-#include "SwiftUI/Element+Private.h"
+#include "SwiftUI/Qt/Element.h"
 #include "SwiftUI/View.h"
-#include "SwiftUI/WidgetPool+Private.h"
 
 /// A view tree on the screen.
 class HostView : public ViewContent {
@@ -25,7 +24,7 @@ private:
 
     const View m_root;
     WidgetPool m_pool;
-    ElementPointer m_element;
+    std::optional<Element> m_element;
     std::vector<std::function<void()>> m_appearActions;
     std::vector<AnyCancellable> m_observations;
     bool m_drawsAtNextTurn = false;

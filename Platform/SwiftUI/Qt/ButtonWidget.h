@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SwiftUI/Environment+Private.h"
+#include "SwiftUI/Qt/Environment.h"
 
 #include <QAbstractButton>
 #include <QShortcut>
@@ -12,19 +12,21 @@ class ButtonWidget : public QAbstractButton {
 public:
     explicit ButtonWidget(QWidget* parent);
 
-    /// How a button is drawn, apart from its label.
-    struct Look {
-        bool plain = false;     ///< Nothing but the label.
-        bool prominent = false; ///< Filled with the tint.
-        double radius = 0;
-        QColor tint;
+    void setButton(std::function<void()> action, const Environment& environment);
+    /// What the label takes over.
+    Environment labelEnvironment() const;
+
+    /// Nothing but the label.
+    bool isPlain() const { return m_environment.buttonStyle == ButtonStyle::plain; }
+    struct Chrome {
+        double height;
+        double sides; ///< Between the label and either end.
+        double radius;
     };
-    void setLook(const Look& look);
+    Chrome chrome() const;
     /// How far the widget reaches beyond the button, for the focus ring; around a plain one also
     /// for the ground that it gets under the pointer.
     int margin() const;
-    void setAction(std::function<void()> action) { m_action = std::move(action); }
-    void setKeyboardShortcut(const std::optional<KeyboardShortcut>& shortcut);
     /// Without a content shape a plain button is pressed only on what its label shows.
     void setHasContentShape(bool has) { m_hasContentShape = has; }
 
@@ -33,9 +35,11 @@ protected:
     void paintEvent(QPaintEvent*) override;
 
 private:
-    QRectF chrome() const;
+    /// Filled with the tint.
+    bool isProminent() const;
+    QRectF area() const;
 
-    Look m_look;
+    Environment m_environment;
     std::function<void()> m_action;
     QShortcut m_shortcut;
     bool m_hasContentShape = false;

@@ -1,9 +1,14 @@
 #pragma once
 
-#include "SwiftUI/ViewNode+Private.h"
+#include "SwiftUI/Color.h"
+#include "SwiftUI/Font.h"
+#include "SwiftUI/Styles.h"
 
 #include <QFont>
 #include <QPalette>
+
+#include <optional>
+#include <string>
 
 /// What a view takes over from those around it.
 struct Environment {

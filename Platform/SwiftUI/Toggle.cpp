@@ -1,6 +1,6 @@
 #include "AppKit/FocusRing+Private.h"
-#include "SwiftUI/WidgetElement+Private.h"
-#include "SwiftUI/WidgetElements+Private.h"
+#include "SwiftUI/Controls.h"
+#include "SwiftUI/Qt/ViewNode.h"
 
 #include <QCheckBox>
 
@@ -23,14 +23,14 @@ public:
         });
     }
 
-    void setToggle(const ToggleNode& toggle, const Environment& environment) {
-        m_isOn = toggle.isOn;
+    void setToggle(const std::string& title, const Binding<bool>& isOn,
+                   const Environment& environment) {
+        m_isOn = isOn;
         m_tint = tintOf(environment);
         m_textColor = foregroundOf(environment);
         setFont(fontOf(environment));
-        setText(QString::fromStdString(toggle.title).replace('&', "&&"));
-        setChecked(toggle.isOn.wrappedValue());
-        setAccessibleDescription(QString::fromStdString(environment.accessibilityHint));
+        setText(QString::fromStdString(title).replace('&', "&&"));
+        setChecked(isOn.wrappedValue());
         update();
     }
 
@@ -76,32 +76,37 @@ private:
 };
 
 /// The widget stands around the element by the ring's margin.
-class SwitchElement : public Element {
+class ToggleNode : public ViewNode {
 public:
-    explicit SwitchElement(SwitchWidget& widget) : m_widget(widget) {}
+    ToggleNode(std::string title, Binding<bool> isOn)
+        : m_title(std::move(title)), m_isOn(std::move(isOn)) {}
 
-    void place(const QRectF& rect) override {
-        constexpr int ring = focusRingMargin;
-        m_widget.setGeometry(wholePoints(rect).adjusted(-ring, -ring, ring, ring));
+    std::string accessibleText() const override { return m_title; }
+
+    void realise(Element& element, const Surroundings& surroundings) const override {
+        element.take<SwitchWidget>(surroundings)
+            .setToggle(m_title, m_isOn, surroundings.environment);
     }
 
-protected:
-    QSizeF measure(const Proposal& proposal) const override {
-        const QSizeF title = m_widget.fontMetrics().size(Qt::TextShowMnemonic, m_widget.text());
+    QSizeF measure(const Element& element, const Proposal& proposal) const override {
+        const auto& widget = element.widget<SwitchWidget>();
+        const QSizeF title = widget.fontMetrics().size(Qt::TextShowMnemonic, widget.text());
         const double least = title.width() + gap + switchSize.width();
         return {std::max(least, proposal.width.value_or(least)),
                 std::max(title.height(), switchSize.height())};
     }
 
+    void place(const Element& element, const QRectF& rect) const override {
+        constexpr int ring = focusRingMargin;
+        element.widget().setGeometry(wholePoints(rect).adjusted(-ring, -ring, ring, ring));
+    }
+
 private:
-    SwitchWidget& m_widget;
+    const std::string m_title;
+    const Binding<bool> m_isOn;
 };
 
 } // namespace
 
-ElementPointer makeSwitch(const ToggleNode& toggle, const Environment& environment,
-                          const WidgetPlace& place) {
-    auto& widget = place.take<SwitchWidget>();
-    widget.setToggle(toggle, environment);
-    return std::make_unique<SwitchElement>(widget);
-}
+Toggle::Toggle(const std::string& title, const Options& options)
+    : View(makeView<ToggleNode>(title, options.isOn)) {}

@@ -1,9 +1,12 @@
-#include "SwiftUI/ContainerElements+Private.h"
-#include "SwiftUI/ScrollIndicator+Private.h"
+#include "SwiftUI/Qt/ScrollIndicator.h"
+#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Stacks.h"
 
 #include <QScrollArea>
 
 #include <algorithm>
+
+namespace {
 
 class ScrollWidget : public QScrollArea {
 public:
@@ -39,45 +42,36 @@ private:
     ScrollIndicator& m_indicator;
 };
 
-namespace {
-
-class ScrollElement : public Element {
+class ScrollNode : public ViewNode {
 public:
-    ScrollElement(ScrollWidget& scroll, ElementPointer content)
-        : m_scroll(scroll), m_content(std::move(content)) {}
+    explicit ScrollNode(const View& content) : ViewNode({content}) {}
 
-    void place(const QRectF& rect) override {
-        const QRect area = wholePoints(rect);
-        const double width = area.width();
-        const QSizeF size(width, m_content->sizeThatFits({width, std::nullopt}).height());
-        m_scroll.setOverflows(size.height() > area.height());
-        m_scroll.setGeometry(area);
-        m_scroll.widget()->resize(size.toSize());
-        m_content->place({{}, size});
+    void realise(Element& element, const Surroundings& surroundings) const override {
+        auto& scroll = element.take<ScrollWidget>(surroundings);
+        scroll.setTint(tintOf(surroundings.environment));
+        Surroundings within = surroundings;
+        within.parent = scroll.widget();
+        ViewNode::realise(element, within);
     }
 
-protected:
-    QSizeF measure(const Proposal& proposal) const override {
-        const QSizeF content = m_content->sizeThatFits({proposal.width, std::nullopt});
+    QSizeF measure(const Element& element, const Proposal& proposal) const override {
+        const QSizeF content = ViewNode::measure(element, {proposal.width, std::nullopt});
         return {std::max(content.width(), proposal.width.value_or(0)),
                 proposal.height.value_or(content.height())};
     }
 
-private:
-    ScrollWidget& m_scroll;
-    const ElementPointer m_content;
+    void place(const Element& element, const QRectF& rect) const override {
+        auto& scroll = element.widget<ScrollWidget>();
+        const QRect area = wholePoints(rect);
+        const double width = area.width();
+        const QSizeF size(width, ViewNode::measure(element, {width, std::nullopt}).height());
+        scroll.setOverflows(size.height() > area.height());
+        scroll.setGeometry(area);
+        scroll.widget()->resize(size.toSize());
+        element.parts().front().place({{}, size});
+    }
 };
 
 } // namespace
 
-ScrollWidget& takeScroll(const Environment& environment, const WidgetPlace& place) {
-    auto& scroll = place.take<ScrollWidget>();
-    scroll.setTint(tintOf(environment));
-    return scroll;
-}
-
-QWidget& contentOf(ScrollWidget& scroll) { return *scroll.widget(); }
-
-ElementPointer makeScroll(ScrollWidget& scroll, ElementPointer content) {
-    return std::make_unique<ScrollElement>(scroll, std::move(content));
-}
+ScrollView::ScrollView(const View& content) : View(makeView<ScrollNode>(content)) {}

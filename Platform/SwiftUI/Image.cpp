@@ -1,0 +1,57 @@
+#include "AppKit/Symbol+Private.h"
+#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Text.h"
+
+#include <QFile>
+
+namespace {
+
+class SymbolWidget : public QWidget {
+public:
+    using QWidget::QWidget;
+
+    void setSymbol(const std::string& name, const Environment& environment) {
+        constexpr double sidePerPoint = 1.3; // A little larger than the letters beside it.
+        m_name = name;
+        m_color = foregroundOf(environment);
+        m_weight = environment.font.weight() == Font::Weight::bold ? SymbolWeight::bold
+                                                                   : SymbolWeight::semibold;
+        m_side = qRound(environment.font.size() * sidePerPoint);
+        update();
+    }
+
+    QSize sizeHint() const override { return {m_side, m_side}; }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        if (!QFile::exists(symbolFile(m_name))) return;
+        QPainter painter(this);
+        drawTintedSymbol(painter, m_name, rect(), m_color, m_weight);
+    }
+
+private:
+    std::string m_name;
+    QColor m_color;
+    SymbolWeight m_weight = SymbolWeight::semibold;
+    int m_side = 0;
+};
+
+class ImageNode : public ViewNode {
+public:
+    explicit ImageNode(std::string name) : m_name(std::move(name)) {}
+
+    void realise(Element& element, const Surroundings& surroundings) const override {
+        element.take<SymbolWidget>(surroundings).setSymbol(m_name, surroundings.environment);
+    }
+
+    QSizeF measure(const Element& element, const Proposal&) const override {
+        return element.widget().sizeHint();
+    }
+
+private:
+    const std::string m_name;
+};
+
+} // namespace
+
+Image::Image(const Options& options) : View(makeView<ImageNode>(options.systemName)) {}
