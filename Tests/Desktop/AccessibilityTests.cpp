@@ -1,4 +1,5 @@
 // What assistive technology finds in the program's windows, and where the keyboard goes in them.
+#include "Harness/Browser.h"
 #include "Harness/Keys.h"
 #include "Harness/OnDesktop.h"
 #include "Harness/ScreenReader.h"
@@ -150,6 +151,8 @@ TEST_F(Accessibility, ReadsTheButtonsOnTheScreensAndPressesThem) {
 TEST_F(Accessibility, ReadsTheSettingsAndWorksThem) {
     const auto entry = std::filesystem::path(desktop.environment().at("XDG_CONFIG_HOME")) /
                        "autostart" / "com.vardek.NimbrelLite.desktop";
+    const Browser browser(desktop);
+    browser.install();
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(agent->choose(settingsRow));
     expectLines("General", general(ours));
@@ -158,6 +161,8 @@ TEST_F(Accessibility, ReadsTheSettingsAndWorksThem) {
         EXPECT_TRUE(await([&] { return std::filesystem::exists(entry) == on; }));
         expectLines("General", general(ours, on));
     }
+    for (int i = 0; i < 2; ++i) // Once more changes nothing.
+        press("General", "Blur Every Screen Now");
     press("General", "Support");
     expectLines("Support", R"(frame "Support"
   page tab list ""
@@ -173,6 +178,17 @@ TEST_F(Accessibility, ReadsTheSettingsAndWorksThem) {
                                features() + R"(    push button "Buy Nimbrel SUMMIT…"
     scroll bar ""
 )");
+    EXPECT_TRUE(agent->isCovered());
+    std::string visited;
+    for (const auto& [button, page] : {std::pair{"Support VARDEK", "support-vardek/"},
+                                       {"Support VARDEK…", "support-vardek/"},
+                                       {"Buy Nimbrel SUMMIT…", "buy/nimbrel/"}}) {
+        press("Support", button);
+        visited += "https://vardek.example/" + std::string(page) + '\n';
+        EXPECT_TRUE(await([&] { return browser.visited() == visited; })) << browser.visited();
+    }
+    press("Support", "Buy SUMMIT");
+    EXPECT_TRUE(isOpen("Nimbrel SUMMIT"));
 }
 
 TEST_F(Accessibility, ReadsThatAnotherProgramHasTheKey) {
