@@ -119,7 +119,7 @@ public:
 
     /// Takes a window that the toolkit shows off the screen and asks the tray to show it in itself.
     /// Calls back when it has. One is docked at a time.
-    virtual void dock(ToolkitWindow, std::function<void()>) {}
+    virtual void dock(ToolkitWindow, const std::function<void()>&) {}
 
     /// What the tray shows beneath a window that it took in, in the place of what the window
     /// showed. Empty where it does not tell.

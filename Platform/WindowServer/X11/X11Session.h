@@ -37,8 +37,8 @@ public:
     const std::vector<Display>& displays() const override { return m_displays; }
     bool hasTray() const override { return m_tray.isPresent(); }
     TrayLook trayLook() const override { return lookOfTray(*m_connection, m_tray.owner()); }
-    void dock(ToolkitWindow window, std::function<void()> docked) override {
-        m_tray.dock(window, std::move(docked));
+    void dock(ToolkitWindow window, const std::function<void()>& docked) override {
+        m_tray.dock(window, docked);
     }
     Snapshot groundOfDocked(ToolkitWindow window) override {
         return WindowServer::groundOfDocked(*m_connection, window);

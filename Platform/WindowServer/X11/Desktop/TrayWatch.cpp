@@ -5,7 +5,6 @@
 #include "WindowServer/X11/Event.h"
 
 #include <string>
-#include <utility>
 
 namespace WindowServer {
 
@@ -52,9 +51,9 @@ bool TrayWatch::concerns(const xcb_generic_event_t& event) {
     }
 }
 
-void TrayWatch::dock(ToolkitWindow icon, std::function<void()> docked) {
+void TrayWatch::dock(ToolkitWindow icon, const std::function<void()>& docked) {
     m_icon = static_cast<xcb_window_t>(icon);
-    m_docked = std::move(docked);
+    m_docked = docked;
     dockToolkit(m_connection, m_owner, icon);
 }
 

@@ -25,7 +25,7 @@ public:
     /// Called as a panel comes or goes, hands over to another, or tells other colours.
     std::function<void()> onChanged;
 
-    void dock(ToolkitWindow icon, std::function<void()> docked);
+    void dock(ToolkitWindow icon, const std::function<void()>& docked);
 
     void handle(const xcb_generic_event_t& event);
 
