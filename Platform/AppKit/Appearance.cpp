@@ -1,6 +1,7 @@
 #include "AppKit/Appearance+Private.h"
 
 #include "AppKit/ControlStyle+Private.h"
+#include "AppKit/Qt/ControlDrawing.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -58,11 +59,6 @@ QPalette paletteOf(const Tones& tones) {
     for (const Role role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, tones.faintText);
     return palette;
-}
-
-bool isDark(const QPalette& palette) {
-    return palette.color(QPalette::Window).lightness() <
-           palette.color(QPalette::WindowText).lightness();
 }
 
 } // namespace

@@ -1,14 +1,12 @@
 #include "AppKit/ControlStyle+Private.h"
 
-#include "AppKit/FocusRing+Private.h"
+#include "AppKit/Qt/ControlDrawing.h"
 
-#include <QPainter>
 #include <QStyleOptionButton>
 
 namespace {
 
 // In points.
-constexpr double corner = 6;
 constexpr int leastWidth = 84;
 constexpr int height = 26;
 constexpr int sidePadding = 14;
@@ -17,28 +15,16 @@ bool isDefault(const QStyleOptionButton& button) {
     return button.features & QStyleOptionButton::DefaultButton;
 }
 
-QColor fillOf(const QStyleOptionButton& button) {
-    const QColor fill =
-        button.palette.color(isDefault(button) ? QPalette::Highlight : QPalette::Button);
-    if (button.state & QStyle::State_Sunken) return fill.darker(115);
-    return button.state & QStyle::State_MouseOver ? fill.darker(105) : fill;
-}
-
 void drawBevel(QPainter& painter, const QStyleOptionButton& button) {
     constexpr int ring = focusRingMargin;
-    const QRectF body = button.rect.adjusted(ring, ring, -ring, -ring);
     painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(fillOf(button));
-    if (isDefault(button)) {
-        painter.setPen(Qt::NoPen);
-        painter.drawRoundedRect(body, corner, corner);
-    } else {
-        painter.setPen(button.palette.color(QPalette::Mid));
-        painter.drawRoundedRect(body.adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
-    }
-    if (button.state & QStyle::State_HasFocus)
-        drawFocusRing(painter, body, corner, button.palette.color(QPalette::Highlight));
+    drawPushButton(painter, button.rect.adjusted(ring, ring, -ring, -ring), button.palette,
+                   {.radius = 6,
+                    .prominent = isDefault(button),
+                    .tint = button.palette.color(QPalette::Highlight),
+                    .down = bool(button.state & QStyle::State_Sunken),
+                    .hovered = bool(button.state & QStyle::State_MouseOver),
+                    .focused = bool(button.state & QStyle::State_HasFocus)});
     painter.restore();
 }
 

@@ -1,9 +1,9 @@
 #include "AppKit/NSColor.h"
 
 #include "AppKit/NSGraphicsContext+Private.h"
+#include "AppKit/Qt/ControlDrawing.h"
 
 #include <QGuiApplication>
-#include <QPalette>
 
 namespace {
 
@@ -15,8 +15,7 @@ constexpr ::CGColor lightSecondary = {1, 1, 1, 0.6};
 
 ::CGColor NSColor::CGColor() const {
     if (!m_secondaryLabel) return m_color;
-    const bool isDark = QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
-    return isDark ? lightSecondary : darkSecondary;
+    return isDark(QGuiApplication::palette()) ? lightSecondary : darkSecondary;
 }
 
 void NSColor::setFill() const {

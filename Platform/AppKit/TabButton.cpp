@@ -1,6 +1,6 @@
 #include "AppKit/TabButton+Private.h"
 
-#include <QPainter>
+#include "AppKit/Qt/ControlDrawing.h"
 
 #include <algorithm>
 
@@ -48,10 +48,10 @@ void TabButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor accent = palette().color(QPalette::Highlight);
-    QColor ground = palette().color(QPalette::WindowText);
-    ground.setAlphaF(isChecked() ? 0.09F : isDown() || underMouse() ? 0.05F : 0.0F);
     painter.setPen(hasFocus() ? QPen(accent, 2) : Qt::NoPen);
-    painter.setBrush(ground);
+    painter.setBrush(faintText(palette(), isChecked()                ? 0.09
+                                          : isDown() || underMouse() ? 0.05
+                                                                     : 0));
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), corner, corner);
 
     const QColor ink = isChecked() ? deepAccent(palette()) : palette().color(QPalette::WindowText);

@@ -2,10 +2,10 @@
 
 #include "AppKit/NSImage+Private.h"
 #include "AppKit/NSTabViewController.h"
+#include "AppKit/Qt/ControlDrawing.h"
 #include "AppKit/TabButton+Private.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QStackedWidget>
 
 namespace {
@@ -22,9 +22,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent*) override {
-        QColor line = palette().color(QPalette::WindowText);
-        line.setAlphaF(0.15F);
-        QPainter(this).fillRect(rect(), line);
+        QPainter(this).fillRect(rect(), faintText(palette(), 0.15));
     }
 };
 

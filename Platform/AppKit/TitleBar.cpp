@@ -1,8 +1,9 @@
 #include "AppKit/TitleBar+Private.h"
 
+#include "AppKit/Qt/ControlDrawing.h"
+
 #include <QAbstractButton>
 #include <QHBoxLayout>
-#include <QPainter>
 
 namespace {
 
@@ -25,14 +26,12 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        QColor ink = palette().color(QPalette::WindowText);
-        QColor disc = ink;
-        disc.setAlphaF(isDown() ? 0.25F : underMouse() || hasFocus() ? 0.15F : 0.08F);
         painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), 2) : Qt::NoPen);
-        painter.setBrush(disc);
+        painter.setBrush(faintText(palette(), isDown()                     ? 0.25
+                                              : underMouse() || hasFocus() ? 0.15
+                                                                           : 0.08));
         painter.drawEllipse(QRectF(rect()).adjusted(1, 1, -1, -1));
-        ink.setAlphaF(0.75F);
-        painter.setPen(QPen(ink, 1.4, Qt::SolidLine, Qt::RoundCap));
+        painter.setPen(QPen(faintText(palette(), 0.75), 1.4, Qt::SolidLine, Qt::RoundCap));
         painter.translate(QRectF(rect()).center());
         painter.drawLine(QPointF(-crossReach, -crossReach), QPointF(crossReach, crossReach));
         painter.drawLine(QPointF(-crossReach, crossReach), QPointF(crossReach, -crossReach));

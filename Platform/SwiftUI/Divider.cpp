@@ -1,8 +1,7 @@
 #include "SwiftUI/Stacks.h"
 
+#include "AppKit/Qt/ControlDrawing.h"
 #include "SwiftUI/Qt/Painted.h"
-
-#include <QPainter>
 
 Divider::Divider()
     : View(painted(

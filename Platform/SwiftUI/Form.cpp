@@ -1,11 +1,10 @@
 #include "SwiftUI/Form.h"
 
+#include "AppKit/Qt/ControlDrawing.h"
 #include "SwiftUI/Qt/Painted.h"
 #include "SwiftUI/Qt/ViewNode.h"
 #include "SwiftUI/Stacks.h"
 #include "SwiftUI/Text.h"
-
-#include <QPainter>
 
 #include <limits>
 

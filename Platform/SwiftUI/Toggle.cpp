@@ -1,4 +1,4 @@
-#include "AppKit/FocusRing+Private.h"
+#include "AppKit/Qt/ControlDrawing.h"
 #include "SwiftUI/Controls.h"
 #include "SwiftUI/Qt/ViewNode.h"
 

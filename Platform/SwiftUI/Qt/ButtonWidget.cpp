@@ -1,29 +1,6 @@
 #include "SwiftUI/Qt/ButtonWidget.h"
 
-#include "AppKit/FocusRing+Private.h"
-
-namespace {
-
-void paintFilled(QPainter& painter, const QRectF& rect, double radius, const QColor& fill) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(fill);
-    painter.drawRoundedRect(rect, radius, radius);
-}
-
-void paintBordered(QPainter& painter, const QRectF& rect, double radius, const QPalette& palette,
-                   bool down, bool hovered) {
-    const bool dark = isDark(palette);
-    const QRectF outline = rect.adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setPen(faintText(palette, dark ? 0.16 : 0.2));
-    const int light = dark ? (down ? 60 : hovered ? 45 : 34) : 255;
-    painter.setBrush(QColor(255, 255, 255, light));
-    painter.drawRoundedRect(outline, radius - 0.5, radius - 0.5);
-    if (dark || !(down || hovered)) return;
-    painter.setBrush(QColor(0, 0, 0, down ? 30 : 10));
-    painter.drawRoundedRect(outline, radius - 0.5, radius - 0.5);
-}
-
-} // namespace
+#include "AppKit/Qt/ControlDrawing.h"
 
 ButtonWidget::ButtonWidget(QWidget* parent) : QAbstractButton(parent), m_shortcut(this) {
     setFocusPolicy(Qt::TabFocus);
@@ -77,18 +54,15 @@ bool ButtonWidget::hitButton(const QPoint& position) const {
 
 void ButtonWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     const double radius = chrome().radius;
     const QColor tint = tintOf(m_environment);
-    if (isPlain()) {
-        if (isDown() || underMouse())
-            paintFilled(painter, area(), radius, faintText(palette(), isDown() ? 0.1 : 0.045));
-    } else if (isProminent()) {
-        const int darker = isDown() ? 118 : underMouse() ? 106 : 100;
-        paintFilled(painter, area(), radius, tint.darker(darker));
-    } else {
-        paintBordered(painter, area(), radius, palette(), isDown(), underMouse());
-    }
+    if (!isPlain())
+        return drawPushButton(painter, area(), palette(),
+                              {radius, isProminent(), tint, isDown(), underMouse(), hasFocus()});
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(faintText(palette(), isDown() ? 0.1 : underMouse() ? 0.045 : 0));
+    painter.drawRoundedRect(area(), radius, radius);
     if (hasFocus()) drawFocusRing(painter, area(), radius, tint);
 }
 

@@ -1,5 +1,7 @@
 #include "SwiftUI/Qt/Environment.h"
 
+#include "AppKit/Qt/ControlDrawing.h"
+
 namespace {
 
 /// Enough to read small print by on any window.
@@ -66,13 +68,4 @@ QColor colorOf(const Color& color, const Environment& environment) {
     return QColor::fromRgbF(
         static_cast<float>(components.red), static_cast<float>(components.green),
         static_cast<float>(components.blue), static_cast<float>(color.opacity()));
-}
-
-bool isDark(const QPalette& palette) {
-    return palette.color(QPalette::Window).lightness() <
-           palette.color(QPalette::WindowText).lightness();
-}
-
-QColor faintText(const QPalette& palette, double opacity) {
-    return thinned(palette.color(QPalette::WindowText), opacity);
 }

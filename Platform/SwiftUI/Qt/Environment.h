@@ -35,7 +35,3 @@ QColor foregroundOf(const Environment& environment);
 /// The colour that marks what is on or important; the desktop's where no tint is set.
 QColor tintOf(const Environment& environment);
 QColor colorOf(const Color& color, const Environment& environment);
-
-bool isDark(const QPalette& palette);
-/// The text's colour, thinned: 0 is invisible.
-QColor faintText(const QPalette& palette, double opacity);

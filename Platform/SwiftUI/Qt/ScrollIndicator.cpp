@@ -1,9 +1,8 @@
 #include "SwiftUI/Qt/ScrollIndicator.h"
 
-#include "SwiftUI/Qt/Environment.h"
+#include "AppKit/Qt/ControlDrawing.h"
 
 #include <QMouseEvent>
-#include <QPainter>
 
 #include <algorithm>
 

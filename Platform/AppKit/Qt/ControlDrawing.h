@@ -1,0 +1,26 @@
+// How the parts of windows are drawn that more than one kind of window has.
+#pragma once
+
+#include <QPainter>
+#include <QPalette>
+
+bool isDark(const QPalette& palette);
+/// The text's colour, thinned: 0 is invisible.
+QColor faintText(const QPalette& palette, double opacity);
+
+struct PushButton {
+    double radius;
+    bool prominent; ///< Filled with the tint.
+    QColor tint;
+    bool down;
+    bool hovered;
+    bool focused;
+};
+void drawPushButton(QPainter& painter, const QRectF& body, const QPalette& palette,
+                    const PushButton& button);
+
+/// How far a control's widget reaches beyond the control, so that the ring finds room around it.
+inline constexpr int focusRingMargin = 3;
+
+/// Around a control with such corners, a point away from it.
+void drawFocusRing(QPainter& painter, const QRectF& control, double radius, const QColor& color);
