@@ -4,6 +4,7 @@
 #include "WindowServer/X11/Event.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace WindowServer {
@@ -27,7 +28,20 @@ void Stacking::add(xcb_window_t window, int level) {
     const auto known = std::ranges::find(m_order, window, &Entry::window);
     if (known != m_order.end() && known->level == level) return;
     remove(window);
+    m_stale = true;
     m_order.insert(std::ranges::upper_bound(m_order, level, {}, &Entry::level), {window, level});
+}
+
+void Stacking::listen(bool covered) {
+    uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    if (covered || !m_order.empty())
+        mask |= XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    if (std::exchange(m_heard, mask) == mask) return;
+    xcb_change_window_attributes(m_connection.xcb(), m_connection.root(), XCB_CW_EVENT_MASK, &mask);
+}
+
+void Stacking::restackIfStale() {
+    if (m_stale) restack();
 }
 
 void Stacking::remove(xcb_window_t window) {
@@ -39,6 +53,7 @@ bool Stacking::holds(xcb_window_t window) const {
 }
 
 void Stacking::restack() {
+    m_stale = false;
     const auto wanted = wantedTop(screenWindows());
     // Each goes right below the one above it, so windows already in place do not move at all.
     xcb_window_t above = XCB_NONE;

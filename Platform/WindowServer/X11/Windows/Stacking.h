@@ -21,10 +21,15 @@ public:
     void add(xcb_window_t window, int level);
     void remove(xcb_window_t window);
     bool holds(xcb_window_t window) const;
-    bool isEmpty() const { return m_order.empty(); }
+
+    /// Hears what happens among the screen's windows while one of ours has to stay above them, or
+    /// covers do. The root's own structure is heard of in any case.
+    void listen(bool covered);
 
     /// Puts all windows in their order on top of the screen.
     void restack();
+    /// The same, where one has come since the last time.
+    void restackIfStale();
 
     /// Restacks where the event tells of another program's window above ours: at once, but in small
     /// steps of time against a program that keeps raising itself.
@@ -46,6 +51,8 @@ private:
     std::vector<Entry> m_order; ///< Bottom to top.
     QElapsedTimer m_spell;      ///< Since the current count of restackings began.
     int m_count = 0;
+    bool m_stale = false;
+    uint32_t m_heard = 0; ///< The root's events, as they are asked for.
     QTimer m_later;
 };
 

@@ -3,11 +3,11 @@
 #include "WindowServer/X11/Blur/Scaling.h"
 #include "WindowServer/X11/Blur/ScreenGrab.h"
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Desktop/DisplayList.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Windows/Overlay.h"
 #include "WindowServer/X11/Windows/Placement.h"
-#include "WindowServer/X11/X11Session.h"
 
 #include <cmath>
 #include <utility>
@@ -41,8 +41,8 @@ uint32_t pixelOf(const CGColor& color) {
 
 } // namespace
 
-X11Surface::X11Surface(X11Session& session, Connection& connection)
-    : m_session(session), m_connection(connection) {
+X11Surface::X11Surface(Connection& connection, const DisplayList& displays)
+    : m_connection(connection), m_displays(displays) {
     create();
 }
 
@@ -81,18 +81,17 @@ X11Surface::~X11Surface() {
     m_pane.reset();
     m_canvas.reset();
     m_backdrop.reset();
-    m_session.forget(*this);
+    if (onGone) onGone(*this);
     xcb_destroy_window(m_connection.xcb(), m_window);
     m_connection.flush();
 }
 
 void X11Surface::changed() {
     m_stale = true;
-    m_session.scheduleCommit();
+    if (onChanged) onChanged();
 }
 
-void X11Surface::replace() {
-    m_session.forget(*this);
+void X11Surface::makeAnew() {
     m_canvas.reset();
     xcb_destroy_window(m_connection.xcb(), m_window); // It may live on in another one.
     create();
@@ -100,21 +99,15 @@ void X11Surface::replace() {
     writeTitle();
     writeName();
     if (m_ignoresMouse) dropInput(m_connection, m_window);
-    m_session.remember(*this);
     m_parked = false;
-    if (m_mapped) showAgain();
 }
 
-/// What lies behind is bare meanwhile: a new picture of it, or even a look at the order of the
-/// windows, would take longer than what is at hand.
-void X11Surface::showAgain() {
+void X11Surface::showAgain(bool composited) {
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
     setBackground(XCB_CW_BACK_PIXEL, m_backdrop ? m_backdrop->meanPixel() : plainPixel());
-    m_session.exempt(*this);
-    map();
+    map(composited);
     if (m_backdrop && !m_pane) paintAll();
-    m_session.raise(*this);
 }
 
 void X11Surface::setTitle(const std::string& title) {
@@ -140,7 +133,7 @@ void X11Surface::setFrame(const CGRect& frame) {
 }
 
 void X11Surface::place() {
-    const Display* display = m_session.displayAt(m_frame);
+    const Display* display = m_displays.at(m_frame);
     if (!display) return;
     const PixelRect pixels = pixelsOf(m_frame, *display);
     m_scale = display->scale;
@@ -202,9 +195,10 @@ bool X11Surface::wantsLiveBlur() const {
     return wantsToShow() && m_radius > 1 && m_look.overlay.alpha < 1;
 }
 
-void X11Surface::prepare() {
+void X11Surface::prepare(bool resting) {
     m_stale = false;
-    m_live = wantsLiveBlur() && m_session.canBlurLive() && !m_session.isResting();
+    m_resting = resting;
+    m_live = wantsLiveBlur() && m_connection.canBlurLive() && !resting;
     const bool still = !m_live && m_look.material && m_look.overlay.alpha < 1;
     if (still) return prepareStill(materialDeviation * m_scale);
     if (!m_live) {
@@ -247,13 +241,16 @@ void X11Surface::setBackground(uint32_t mask, uint32_t value) {
     xcb_change_window_attributes(m_connection.xcb(), m_window, mask, &value);
 }
 
-void X11Surface::show(const Overlay* overlay) {
-    if (m_session.isResting()) m_still = std::move(m_backdrop);
+void X11Surface::show(const Overlay* overlay, bool composited) {
+    if (m_resting && m_backdrop) m_still = std::move(m_backdrop);
     if (m_awaitsSource) m_backdrop.reset();
     m_live = m_live && m_backdrop;
-    if (overlay) return showInPane(*overlay);
-    showInWindow();
-    m_pane.reset();
+    std::unique_ptr<Pane> former; // Seen until the window itself is painted.
+    if (overlay)
+        showInPane(*overlay);
+    else
+        former = std::move(m_pane);
+    showInWindow(composited);
 }
 
 void X11Surface::showInPane(const Overlay& overlay) {
@@ -263,20 +260,21 @@ void X11Surface::showInPane(const Overlay& overlay) {
         });
     paintAll();
     m_pane->setBackground(m_backdrop ? m_backdrop->meanPixel() : plainPixel());
-    // What comes to light where the overlay is lost.
-    setBackground(XCB_CW_BACK_PIXEL, plainPixel());
-    configure(m_connection.xcb(), m_window, m_pixels);
-    map();
 }
 
 /// With no background the server leaves the old pixels until the picture is painted, so no plain
-/// frame is ever seen; later exposures start from the picture's mean.
-void X11Surface::showInWindow() {
+/// frame is ever seen; later exposures start from the picture's mean. Under a pane it is plain:
+/// what comes to light where the overlay is lost.
+void X11Surface::showInWindow(bool composited) {
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
-    if (!m_backdrop) return showPlain();
+    if (m_pane) {
+        setBackground(XCB_CW_BACK_PIXEL, plainPixel());
+        return map(composited);
+    }
+    if (!m_backdrop) return showPlain(composited);
     if (!m_mapped) setBackground(XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
-    map();
+    map(composited);
     paintAll();
     setBackground(XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
 }
@@ -286,11 +284,11 @@ uint32_t X11Surface::plainPixel() const {
                                                   : m_connection.screen().black_pixel;
 }
 
-void X11Surface::showPlain() {
+void X11Surface::showPlain(bool composited) {
     m_backdrop.reset();
     m_live = false;
     setBackground(XCB_CW_BACK_PIXEL, plainPixel());
-    map();
+    map(composited);
     xcb_clear_area(m_connection.xcb(), false, m_window, 0, 0, 0, 0);
     if (m_pane) paintAll();
 }
@@ -316,11 +314,12 @@ void X11Surface::hide(bool composited) {
     xcb_map_window(m_connection.xcb(), m_window);
 }
 
-void X11Surface::map() {
+void X11Surface::map(bool composited) {
     m_mapped = true;
     m_parked = false;
+    if (composited) m_sentinel->hide();
     m_mappedAt = xcb_map_window(m_connection.xcb(), m_window).sequence;
-    m_session.isComposited() ? m_sentinel->hide() : m_sentinel->show();
+    if (!composited) m_sentinel->show();
 }
 
 void X11Surface::paintAll() {
@@ -333,6 +332,12 @@ void X11Surface::paint(const PixelRect& area) {
         m_pane->paint(translated(area, m_pixels.x, m_pixels.y));
     else
         paintPicture(*m_canvas, area);
+}
+
+void X11Surface::paintAbove(const std::vector<PixelRect>& areas) {
+    if (!m_pane) return;
+    for (const PixelRect& area : areas)
+        m_pane->paint(area);
 }
 
 void X11Surface::paintPicture(const Canvas& canvas, const PixelRect& area) const {
@@ -348,36 +353,59 @@ void X11Surface::paintPicture(const Canvas& canvas, const PixelRect& area) const
 }
 
 void X11Surface::expose(const xcb_expose_event_t& event) {
-    const bool isInPane = m_pane && event.window == m_pane->window();
-    if (isBefore(event, m_paintedAt) || isInPane != (m_pane != nullptr)) return;
-    if (!m_backdrop && !m_pane) return;
-    paint({event.x, event.y, event.width, event.height});
-    m_connection.flush();
+    const bool isPainted = m_backdrop || m_pane;
+    if (isPainted && !isBefore(event, m_paintedAt))
+        paint({event.x, event.y, event.width, event.height});
+}
+
+bool X11Surface::shows(xcb_window_t window) const {
+    return window == (m_pane ? m_pane->window() : m_window);
+}
+
+bool X11Surface::mend(const xcb_generic_event_t& event, bool composited) {
+    const int type = typeOf(event);
+    if (type == XCB_VISIBILITY_NOTIFY) {
+        const auto& notify = as<xcb_visibility_notify_event_t>(event);
+        const bool isBared = notify.window == sentinel() && m_mapped && !composited &&
+                             notify.state != XCB_VISIBILITY_FULLY_OBSCURED;
+        if (isBared) m_sentinel->place(m_pixels); // Someone may have moved it.
+        return isBared && isRedirected(m_connection, m_window);
+    }
+    if (type == XCB_PROPERTY_NOTIFY) {
+        restore(as<xcb_property_notify_event_t>(event));
+    } else if (m_connection.hasShape() && type == m_connection.events().shape + XCB_SHAPE_NOTIFY) {
+        restore(as<xcb_shape_notify_event_t>(event));
+    }
+    if (!owns(subjectOf(event))) return false;
+    switch (type) {
+    case XCB_CONFIGURE_NOTIFY:
+        restore(as<xcb_configure_notify_event_t>(event));
+        return false;
+    case XCB_UNMAP_NOTIFY:
+        // Mapped again at once, it could stay off the screen for a compositor, which missed the
+        // moment.
+        return m_mapped && !isBefore(event, m_mappedAt);
+    case XCB_DESTROY_NOTIFY:
+        return true;
+    case XCB_REPARENT_NOTIFY:
+        return as<xcb_reparent_notify_event_t>(event).parent != m_connection.root();
+    default:
+        return false;
+    }
 }
 
 void X11Surface::restore(const xcb_configure_notify_event_t& event) {
     const PixelRect now{event.x, event.y, event.width, event.height};
-    if (!m_mapped || (now == m_pixels && event.border_width == 0)) return;
+    if (event.window != m_window || !m_mapped || (now == m_pixels && event.border_width == 0))
+        return;
     configure(m_connection.xcb(), m_window, m_pixels);
     m_connection.flush();
-}
-
-void X11Surface::sentinelSeen() {
-    if (!m_mapped) return;
-    if (isRedirected(m_connection, m_window))
-        replace();
-    else
-        m_sentinel->place(m_pixels); // Someone may have moved it.
-}
-
-void X11Surface::restore(const xcb_unmap_notify_event_t& event) {
-    // Mapped again at once, it could stay off the screen for a compositor, which missed the moment.
-    if (m_mapped && !isBefore(event, m_mappedAt)) replace();
 }
 
 /// A hole in the cover would show what lies behind, and a region for input would keep it from
 /// there.
 void X11Surface::restore(const xcb_shape_notify_event_t& event) {
+    if (event.affected_window != m_window) return;
     const bool isEmpty = event.shaped && event.extents_width == 0 && event.extents_height == 0;
     if (event.shape_kind == XCB_SHAPE_SK_INPUT) {
         if (m_ignoresMouse && !isEmpty) dropInput(m_connection, m_window);
@@ -390,7 +418,7 @@ void X11Surface::restore(const xcb_shape_notify_event_t& event) {
 
 void X11Surface::restore(const xcb_property_notify_event_t& event) {
     const xcb_atom_t opacity = m_connection.atom("_NET_WM_WINDOW_OPACITY");
-    if (event.atom != opacity) return;
+    if (event.window != m_window || event.atom != opacity) return;
     const auto reply = m_connection.reply(
         xcb_get_property_reply,
         xcb_get_property(m_connection.xcb(), false, m_window, opacity, XCB_ATOM_CARDINAL, 0, 1));

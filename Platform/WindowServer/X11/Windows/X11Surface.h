@@ -6,9 +6,11 @@
 #include "WindowServer/X11/Windows/Pane.h"
 #include "WindowServer/X11/Windows/Sentinel.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
@@ -16,14 +18,14 @@
 namespace WindowServer {
 
 class Connection;
+class DisplayList;
 class Overlay;
-class X11Session;
 
 /// An override-redirect window without a frame: no window manager moves or decorates it. It keeps
 /// what it is told and reaches the screen when the session commits.
 class X11Surface : public Surface {
 public:
-    X11Surface(X11Session& session, Connection& connection);
+    X11Surface(Connection& connection, const DisplayList& displays);
     ~X11Surface() override;
 
     int number() const override { return static_cast<int>(m_window); }
@@ -38,11 +40,16 @@ public:
 
     void setRadius(int radius);
 
+    /// Called where a commit has something to do here.
+    std::function<void()> onChanged;
+    /// Called at the end of its life.
+    std::function<void(X11Surface&)> onGone;
+
     xcb_window_t window() const { return m_window; }
     xcb_window_t sentinel() const { return m_sentinel->window(); }
     bool owns(xcb_window_t window) const { return window == m_window || window == sentinel(); }
-    /// What the compositor's overlay shows of it; null where the window itself is seen.
-    Pane* pane() const { return m_pane.get(); }
+    /// Whether it is this window that shows the cover's picture.
+    bool shows(xcb_window_t window) const;
     const PixelRect& pixels() const { return m_pixels; }
     int level() const { return m_level; }
     Backdrop* backdrop() const { return m_backdrop.get(); }
@@ -59,32 +66,33 @@ public:
     /// Puts the frame onto the displays as they are now.
     void place();
     /// Makes the picture to show anew, with its source still to be filled where the blur is live.
-    void prepare();
+    void prepare(bool resting);
     /// Whether `prepare` left a live source to be filled.
     bool awaitsSource() const { return m_live && m_awaitsSource; }
     void sourceArrived();
     /// Blurs a source that changed, and paints what came to differ.
     void refresh();
+    /// Paints what the windows above it have changed in these areas, in root pixels.
+    void paintAbove(const std::vector<PixelRect>& areas);
+
     /// Puts the window and its whole picture on the screen, in a pane of the overlay where there is
     /// one.
-    void show(const Overlay* overlay);
+    void show(const Overlay* overlay, bool composited);
+    /// Covers with a plain dark colour: the answer to everything that goes wrong.
+    void showPlain(bool composited);
     /// Takes it from the screen. Under a compositor it stays shown in a place that nobody sees:
     /// some let windows that appear fade in.
     void hide(bool composited);
     void dropPane() { m_pane.reset(); }
-    /// Covers with a plain dark colour: the answer to everything that goes wrong.
-    void showPlain();
     void expose(const xcb_expose_event_t& event);
-    /// Makes the window anew and shows in it at once what the old one, which another program took
-    /// away, showed.
-    void replace();
-    /// What lies right under the window has come to light.
-    void sentinelSeen();
-    /// Undoes what another program did to the window.
-    void restore(const xcb_configure_notify_event_t& event);
-    void restore(const xcb_unmap_notify_event_t& event);
-    void restore(const xcb_shape_notify_event_t& event);
-    void restore(const xcb_property_notify_event_t& event);
+
+    /// Undoes what the event tells that another program did to the window. True where that takes
+    /// another window.
+    bool mend(const xcb_generic_event_t& event, bool composited);
+    /// Another window in the place of the one that was taken away.
+    void makeAnew();
+    /// Shows in it at once what the former one showed.
+    void showAgain(bool composited);
 
 private:
     void create();
@@ -94,17 +102,19 @@ private:
     void prepareStill(double deviation);
     void setBackground(uint32_t mask, uint32_t value);
     uint32_t plainPixel() const;
-    void map();
-    void showAgain();
+    void map(bool composited);
+    void restore(const xcb_configure_notify_event_t& event);
+    void restore(const xcb_shape_notify_event_t& event);
+    void restore(const xcb_property_notify_event_t& event);
     void showInPane(const Overlay& overlay);
-    void showInWindow();
+    void showInWindow(bool composited);
     void paintAll();
     void paint(const PixelRect& area);
     void paintPicture(const Canvas& canvas, const PixelRect& area) const;
     void markForCompositors();
 
-    X11Session& m_session;
     Connection& m_connection;
+    const DisplayList& m_displays;
     std::optional<Sentinel> m_sentinel;
     xcb_window_t m_window;
     std::optional<WindowCanvas> m_canvas;
@@ -125,6 +135,7 @@ private:
     bool m_stale = false;
     bool m_live = false;
     bool m_awaitsSource = false;
+    bool m_resting = false;
     // The requests that last mapped and painted it all: what was heard before them is dealt with.
     uint32_t m_mappedAt = 0;
     uint32_t m_paintedAt = 0;

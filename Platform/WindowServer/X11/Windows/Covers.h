@@ -1,0 +1,98 @@
+#pragma once
+
+#include "WindowServer/Session.h"
+#include "WindowServer/X11/Blur/LiveBlur.h"
+#include "WindowServer/X11/Windows/Overlay.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace WindowServer {
+
+class CompositorWatch;
+class Connection;
+class DisplayList;
+class Stacking;
+class X11Surface;
+
+/// Carries out at the end of each turn of the event loop what the surfaces were told in it, and
+/// keeps their blur current and other programs' hands off them.
+class Covers {
+public:
+    Covers(Connection& connection, const DisplayList& displays, const CompositorWatch& compositor,
+           Stacking& stacking);
+    ~Covers();
+
+    std::unique_ptr<Surface> makeSurface();
+    /// As the session's call of that name.
+    int setBackgroundBlurRadius(int surfaceNumber, int radius);
+    void setResting(bool rests);
+
+    /// Called with true as the first surface comes to stand on the screen, with false as the last
+    /// one has gone.
+    std::function<void(bool)> onCovered;
+    /// Called at the end of each turn in which anything has changed.
+    std::function<void()> onCommitted;
+
+    void scheduleCommit() { m_commit.start(0); }
+
+    void displaysChanged();
+    void compositorChanged();
+    void handle(const xcb_generic_event_t& event);
+
+    /// Plain and dark, until they are shown anew.
+    void coverPlainly();
+    /// Returns when the server has cleared the screen.
+    void leaveScreen();
+
+private:
+    void commit();
+    bool wantToShow() const;
+    void hideUnwanted();
+    void prepare(const std::vector<X11Surface*>& surfaces);
+    void captureSources(const std::vector<X11Surface*>& surfaces);
+    void followDesktop();
+    void showAll(const std::vector<X11Surface*>& surfaces);
+    void stack(const X11Surface& surface);
+    void unstack(const X11Surface& surface);
+    void forget(X11Surface& surface);
+    void replace(X11Surface& surface);
+
+    bool wantsOverlay() const;
+    void holdOverlay();
+    void dropOverlay();
+
+    void scheduleFrame();
+    void drawFrame();
+    void drawAbove();
+    void paint(const std::function<void()>& paintCovers);
+
+    void settle() const;
+    X11Surface* surfaceOf(xcb_window_t window) const;
+
+    Connection& m_connection;
+    const DisplayList& m_displays;
+    const CompositorWatch& m_compositor;
+    Stacking& m_stacking;
+    std::vector<X11Surface*> m_surfaces;
+    std::unique_ptr<LiveBlur> m_live;
+    /// Only while covered, and where a compositor leaves it be.
+    std::unique_ptr<Overlay> m_overlay;
+    bool m_overlayLost = false;
+    xcb_window_t m_overpainter = XCB_WINDOW_NONE; ///< A compositor that draws over the overlay.
+    bool m_covered = false;                       ///< As it was told last.
+    bool m_resting = false;
+    QTimer m_commit;
+    QTimer m_frame;
+    QTimer m_above; ///< What stands above the covers waits for no frame.
+    QTimer m_afterCompositor;
+    QElapsedTimer m_sinceFrame;
+};
+
+} // namespace WindowServer
