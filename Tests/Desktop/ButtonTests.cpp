@@ -31,6 +31,18 @@ struct Buttons : OnDesktop {
     }
 
     bool areThere(size_t count = 2) const { return agent->buttons().size() == count; }
+    /// Changes the monitors and waits until so many buttons have been made anew for them.
+    bool areMadeAnew(const std::vector<std::string>& change, size_t count) const {
+        const auto before = agent->buttons();
+        desktop.server->xrandr(change);
+        return await([&] {
+            const auto now = agent->buttons();
+            return now.size() == count && std::ranges::none_of(now, [&](const auto& button) {
+                       return std::ranges::find(before, button.number, &ScreenWindow::number) !=
+                              before.end();
+                   });
+        });
+    }
     /// Empty for a moment in which the buttons are made anew.
     Area area(size_t which) const {
         const auto buttons = agent->buttons();
@@ -280,12 +292,10 @@ TEST_F(Buttons, LeaveNothingBehindOnAMonitorThatGoes) {
     ASSERT_NO_FATAL_FAILURE(start());
     for (const char* theme : {"two", "three", "four"}) {
         openMenuAndClose(1, false);
-        desktop.server->xrandr({"--delmonitor", "B"});
-        EXPECT_TRUE(await([&] { return areThere(1); }));
+        EXPECT_TRUE(areMadeAnew({"--delmonitor", "B"}, 1));
         manager.tell({{"Gtk/CursorThemeName", theme}});
         expectToggles(0, theme);
-        desktop.server->xrandr({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"});
-        ASSERT_TRUE(await([&] { return areThere(); }));
+        ASSERT_TRUE(areMadeAnew({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"}, 2));
     }
 }
 
