@@ -1,7 +1,5 @@
 #pragma once
 
-#include "AppKit/CALayer.h"
-#include "AppKit/CAMediaTimingFunction.h"
 #include "AppKit/NSAccessibility.h"
 #include "AppKit/NSAlert.h"
 #include "AppKit/NSAnimationContext.h"
@@ -31,3 +29,5 @@
 #include "AppKit/NSWindow.h"
 #include "AppKit/NSWindowController.h"
 #include "AppKit/NSWorkspace.h"
+#include "QuartzCore/CALayer.h"
+#include "QuartzCore/CAMediaTimingFunction.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AppKit/CAMediaTimingFunction.h"
 #include "Foundation/NSObject.h"
+#include "QuartzCore/CAMediaTimingFunction.h"
 
 #include <functional>
 #include <memory>

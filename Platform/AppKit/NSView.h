@@ -1,12 +1,12 @@
 #pragma once
 
-#include "AppKit/CALayer.h"
 #include "AppKit/NSAccessibility.h"
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSTrackingArea.h"
 #include "Foundation/NSGeometry.h"
 #include "Foundation/NSObjCRuntime.h"
 #include "Foundation/NSObject.h"
+#include "QuartzCore/CALayer.h"
 
 #include <memory>
 #include <optional>

@@ -1,10 +1,11 @@
 #include "AppKit/NSWindow.h"
 
-#include "AppKit/Animation+Private.h"
 #include "AppKit/ContentWindow+Private.h"
+#include "AppKit/NSAnimationContext.h"
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSScreen.h"
 #include "AppKit/NSViewController.h"
+#include "QuartzCore/Animation+Private.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,6 +20,13 @@ std::shared_ptr<NSScreen> screenAt(const NSPoint& point) {
         screens, [&](const auto& screen) { return CGRectContainsPoint(screen->frame(), point); });
     if (holder != screens.end()) return *holder;
     return screens.empty() ? nullptr : screens.front();
+}
+
+/// As the current group of animations runs.
+std::unique_ptr<Animation> animate(std::function<void(double)> apply) {
+    const auto& context = NSAnimationContext::currentContext();
+    return std::make_unique<Animation>(context.duration(), context.timingFunction(),
+                                       std::move(apply));
 }
 
 } // namespace
@@ -118,8 +126,7 @@ void NSWindow::fadeTo(double alpha) {
 
 void NSWindow::Animator::setFrameOrigin(const NSPoint& origin) {
     NSWindow& window = m_window;
-    window.m_move = std::make_unique<Animation>([&window, from = window.m_frame.origin,
-                                                 origin](double progress) {
+    window.m_move = animate([&window, from = window.m_frame.origin, origin](double progress) {
         const auto between = [progress](double a, double b) { return a + (b - a) * progress; };
         const NSPoint point =
             progress < 1 ? NSPoint{between(from.x, origin.x), between(from.y, origin.y)} : origin;
@@ -129,10 +136,9 @@ void NSWindow::Animator::setFrameOrigin(const NSPoint& origin) {
 
 void NSWindow::Animator::setAlphaValue(double alpha) {
     NSWindow& window = m_window;
-    window.m_fade =
-        std::make_unique<Animation>([&window, from = window.m_alphaValue, alpha](double progress) {
-            window.fadeTo(progress < 1 ? from + (alpha - from) * progress : alpha);
-        });
+    window.m_fade = animate([&window, from = window.m_alphaValue, alpha](double progress) {
+        window.fadeTo(progress < 1 ? from + (alpha - from) * progress : alpha);
+    });
 }
 
 void NSWindow::setIgnoresMouseEvents(bool ignores) {

@@ -2,7 +2,8 @@
 file(GLOB program ${ROOT}/Sources/*.h ${ROOT}/Sources/*.cpp)
 file(GLOB headers ${ROOT}/Platform/CoreGraphics/*.h ${ROOT}/Platform/Foundation/*.h
      ${ROOT}/Platform/AppKit/*.h ${ROOT}/Platform/Carbon/*.h ${ROOT}/Platform/Combine/*.h
-     ${ROOT}/Platform/ServiceManagement/*.h ${ROOT}/Platform/SwiftUI/*.h)
+     ${ROOT}/Platform/QuartzCore/*.h ${ROOT}/Platform/ServiceManagement/*.h
+     ${ROOT}/Platform/SwiftUI/*.h)
 list(FILTER headers EXCLUDE REGEX "[+]Private[.]h$")
 list(LENGTH program count)
 if(count EQUAL 0)

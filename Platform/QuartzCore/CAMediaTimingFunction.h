@@ -2,8 +2,6 @@
 
 #include "Foundation/NSObject.h"
 
-#include <array>
-#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -12,20 +10,16 @@ using CAMediaTimingFunctionName = std::string;
 /// Quick at first, slower and slower towards the end.
 inline const CAMediaTimingFunctionName kCAMediaTimingFunctionEaseOut = "easeOut";
 
-/// The pace of an animation: a cubic Bezier curve from (0, 0) to (1, 1) of progress over time.
+/// The pace of an animation.
 class CAMediaTimingFunction : public NSObject {
 public:
     /// Null for a name that the platform does not have.
     static std::shared_ptr<CAMediaTimingFunction>
     functionWithName(const CAMediaTimingFunctionName& name);
 
-    /// The points are 0 to 3, the curve's start and end included.
-    void getControlPointAtIndex(size_t index, float (&values)[2]) const;
+    /// The progress, from 0 to 1, at a part of the time, from 0 to 1.
+    double progressAt(double time) const;
 
 private:
-    using Points = std::array<std::array<float, 2>, 4>;
-
-    explicit CAMediaTimingFunction(const Points& points) : m_points(points) {}
-
-    Points m_points;
+    CAMediaTimingFunction() = default;
 };

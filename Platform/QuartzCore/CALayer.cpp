@@ -1,4 +1,4 @@
-#include "AppKit/CALayer.h"
+#include "QuartzCore/CALayer.h"
 
 void CALayer::setBackgroundColor(const CGColor& color) {
     if (m_backgroundColor == color) return;
