@@ -59,7 +59,10 @@ Connection::Connection(xcb_connection_t* connection, int screenNumber)
     findExtensions();
 }
 
-Connection::~Connection() { xcb_disconnect(m_xcb); }
+Connection::~Connection() {
+    xcb_render_util_disconnect(m_xcb);
+    xcb_disconnect(m_xcb);
+}
 
 void Connection::findExtensions() {
     for (auto* extension : {&xcb_composite_id, &xcb_damage_id, &xcb_render_id, &xcb_xfixes_id,
@@ -86,8 +89,9 @@ void Connection::findExtensions() {
     if (xfixes) xcb_xfixes_query_version(m_xcb, 5, 0);
     if (randr) xcb_randr_query_version(m_xcb, 1, 5);
     if (render) {
-        xcb_render_query_version(m_xcb, 0, 11);
-        findFormats();
+        m_formats = xcb_render_util_query_formats(m_xcb); // It agrees on the version as well.
+        const auto* rgb = xcb_render_util_find_standard_format(m_formats, XCB_PICT_STANDARD_RGB_24);
+        if (rgb) m_rgbFormat = rgb->id;
     }
     m_hasComposite = composite != nullptr;
     const bool knowsScreen = !render || formatOf(m_screen->root_visual) != 0;
@@ -109,18 +113,6 @@ void Connection::findExtensions() {
     if (m_isXwayland) NSLog("X11: this is a Wayland session, which cannot be covered.");
 }
 
-void Connection::findFormats() {
-    m_formats = reply(xcb_render_query_pict_formats_reply, xcb_render_query_pict_formats(m_xcb));
-    if (!m_formats) return;
-    auto it = xcb_render_query_pict_formats_formats_iterator(m_formats.get());
-    for (; it.rem; xcb_render_pictforminfo_next(&it)) {
-        const auto& direct = it.data->direct;
-        if (it.data->depth == 24 && it.data->type == XCB_RENDER_PICT_TYPE_DIRECT &&
-            direct.red_shift == 16 && direct.green_shift == 8 && direct.blue_shift == 0)
-            m_rgbFormat = it.data->id;
-    }
-}
-
 bool Connection::hasPlainPixels() const {
     const auto* setup = xcb_get_setup(m_xcb);
     const bool serverIsLittle = setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
@@ -133,24 +125,15 @@ bool Connection::hasPlainPixels() const {
 bool Connection::canBlurStill() const { return hasPlainPixels() && m_screen->root_depth == 24; }
 
 xcb_render_pictformat_t Connection::formatOf(xcb_visualid_t visual) const {
-    if (!m_formats) return 0;
-    auto screens = xcb_render_query_pict_formats_screens_iterator(m_formats.get());
-    for (; screens.rem; xcb_render_pictscreen_next(&screens)) {
-        auto depths = xcb_render_pictscreen_depths_iterator(screens.data);
-        for (; depths.rem; xcb_render_pictdepth_next(&depths)) {
-            auto visuals = xcb_render_pictdepth_visuals_iterator(depths.data);
-            for (; visuals.rem; xcb_render_pictvisual_next(&visuals))
-                if (visuals.data->visual == visual) return visuals.data->format;
-        }
-    }
-    return 0;
+    const auto* found = xcb_render_util_find_visual_format(m_formats, visual);
+    return found ? found->format : 0;
 }
 
 bool Connection::hasAlpha(xcb_render_pictformat_t format) const {
-    auto it = xcb_render_query_pict_formats_formats_iterator(m_formats.get());
-    for (; it.rem; xcb_render_pictforminfo_next(&it))
-        if (it.data->id == format) return it.data->direct.alpha_mask != 0;
-    return false;
+    xcb_render_pictforminfo_t wanted = {};
+    wanted.id = format;
+    const auto* found = xcb_render_util_find_format(m_formats, XCB_PICT_FORMAT_ID, &wanted, 0);
+    return found && found->direct.alpha_mask != 0;
 }
 
 xcb_atom_t Connection::atom(const char* name) {

@@ -12,8 +12,8 @@
 #include <optional>
 #include <string>
 
-#include <xcb/render.h>
 #include <xcb/xcb.h>
+#include <xcb/xcb_renderutil.h>
 
 namespace WindowServer {
 
@@ -83,7 +83,6 @@ private:
     Connection(xcb_connection_t* connection, int screenNumber);
 
     void findExtensions();
-    void findFormats();
     void dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*));
     Owned<xcb_generic_event_t> nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const;
     bool isRace(const xcb_generic_error_t& error) const;
@@ -99,7 +98,7 @@ private:
     bool m_isXwayland = false;
     bool m_hasComposite = false;
     bool m_canBlurLive = false;
-    Owned<xcb_render_query_pict_formats_reply_t> m_formats;
+    const xcb_render_query_pict_formats_reply_t* m_formats = nullptr;
     xcb_render_pictformat_t m_rgbFormat = 0;
 };
 
