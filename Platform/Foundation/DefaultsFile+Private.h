@@ -21,9 +21,6 @@ public:
     void set(const std::string& key, const std::optional<std::string>& value);
 
 private:
-    /// An empty text where there is no file; nothing where there is one that must be left alone.
-    std::optional<std::string> read() const;
-
     const QString m_path;
     std::map<std::string, std::optional<std::string>> m_unwritten;
 };

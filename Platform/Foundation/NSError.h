@@ -12,9 +12,6 @@ class NSError : public NSObject {
 public:
     NSError(NSErrorDomain domain, NSInteger code, std::string localizedDescription);
 
-    const NSErrorDomain& domain() const { return m_domain; }
-    NSInteger code() const { return m_code; }
-
     /// A sentence for people.
     const std::string& localizedDescription() const { return m_localizedDescription; }
 

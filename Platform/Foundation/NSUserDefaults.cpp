@@ -15,7 +15,7 @@ namespace {
 // are the shortest that read back as the same, in no one's language.
 
 QString path() {
-    const auto identifier = NSBundle::mainBundle().bundleIdentifier().value_or("nimbrel-lite");
+    const auto identifier = NSBundle::mainBundle().bundleIdentifier().value_or("");
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/" +
            QString::fromStdString(identifier) + ".ini";
 }

@@ -1,6 +1,7 @@
 #include "QuartzCore/CAMediaTimingFunction.h"
 
 #include <QEasingCurve>
+#include <QPointF>
 
 namespace {
 

@@ -1,83 +1,61 @@
 #include "ServiceManagement/LoginEntry+Private.h"
 
-#include "Foundation/ReplaceFile+Private.h"
+#include "Foundation/TextFile+Private.h"
 #include "ServiceManagement/DesktopEntry+Private.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
 #include <functional>
-#include <stdexcept>
-#include <system_error>
-#include <vector>
-
-#include <unistd.h>
 
 namespace {
 
-namespace files = std::filesystem;
-
-/// Says which file could not be read or written, and why.
-struct Refusal : std::runtime_error {
-    Refusal(const files::path& path, const std::string& reason)
-        : std::runtime_error(path.string() + ": " + reason) {}
-    Refusal(const files::path& path, int code)
-        : Refusal(path, std::generic_category().message(code)) {}
-};
-
 /// Where the entry may stand: the user's own place, then the system's, the first one that holds a
 /// file counts.
-std::vector<files::path> placesOf(const std::string& identifier) {
-    std::vector<files::path> places;
+QStringList placesOf(const std::string& identifier) {
+    QStringList places;
     for (const auto& folder :
          QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation))
-        places.push_back(files::path(folder.toStdString()) / "autostart" /
-                         (identifier + ".desktop"));
+        places.append(folder + "/autostart/" + QString::fromStdString(identifier) + ".desktop");
     return places;
 }
 
-bool isFile(const files::path& path) {
-    std::error_code ignored;
-    return files::is_regular_file(path, ignored);
+bool isFile(const QString& path) { return QFileInfo(path).isFile(); }
+
+/// The first place where there is no file.
+QString countingOf(const QStringList& places) {
+    const auto counting = std::ranges::find_if(places, isFile);
+    return counting == places.end() ? places.front() : *counting;
 }
 
-std::string readFile(const files::path& path) {
-    constexpr qint64 maximumSize = 1 << 20; // An entry in every language takes a hundredth.
-    QFile file(QString::fromStdString(path.string()));
-    if (!file.open(QIODevice::ReadOnly)) throw Refusal(path, file.errorString().toStdString());
-    if (file.size() > maximumSize) throw Refusal(path, EFBIG);
-    return file.readAll().toStdString();
-}
-
-void removeFile(const files::path& path) {
-    const bool isGone = ::unlink(path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR;
-    if (!isGone) throw Refusal(path, errno);
+/// Says which file could not be read or written, and why.
+std::shared_ptr<NSError> errorOf(const QString& path, const QString& reason) {
+    return std::make_shared<NSError>(SMAppServiceErrorDomain, kSMErrorInternalFailure,
+                                     (path + ": " + reason).toStdString());
 }
 
 /// Gives the user an entry that is the one that counts, changed. Where that changes nothing, the
-/// one that counts will do.
-template <typename Edit> void change(const std::vector<files::path>& places, const Edit& edit) {
-    const auto counting = std::ranges::find_if(places, isFile);
-    const DesktopEntry before(counting == places.end() ? "" : readFile(*counting));
+/// one that counts will do. Null for no error.
+std::shared_ptr<NSError> change(const QStringList& places,
+                                const std::function<void(DesktopEntry&)>& edit) {
+    TextFile found(countingOf(places));
+    const auto text = found.read();
+    if (!text) return errorOf(found.path(), found.refusal());
+    const DesktopEntry before(*text);
     DesktopEntry after = before;
-    std::invoke(edit, after);
-    if (after == before) return;
-    if (const auto error = replaceFile(places.front(), after.text()))
-        throw Refusal(places.front(), error.message());
+    edit(after);
+    TextFile own(places.front());
+    if (after == before || own.replace(after.text())) return nullptr;
+    return errorOf(own.path(), own.refusal());
 }
 
-template <typename Work> bool attempt(std::shared_ptr<NSError>& error, const Work& work) {
-    try {
-        work();
-        return true;
-    } catch (const Refusal& refusal) {
-        error = std::make_shared<NSError>(SMAppServiceErrorDomain, kSMErrorInternalFailure,
-                                          refusal.what());
-        return false;
-    }
+std::shared_ptr<NSError> remove(const QString& path) {
+    const QFileInfo info(path);
+    QFile file(path);
+    if ((!info.exists() && !info.isSymLink()) || file.remove()) return nullptr;
+    return errorOf(path, file.errorString());
 }
 
 } // namespace
@@ -85,35 +63,24 @@ template <typename Work> bool attempt(std::shared_ptr<NSError>& error, const Wor
 LoginEntry::LoginEntry(Application application) : m_application(std::move(application)) {}
 
 SMAppServiceStatus LoginEntry::status() const {
-    const auto places = placesOf(m_application.identifier);
-    const auto counting = std::ranges::find_if(places, isFile);
-    if (counting == places.end()) return SMAppServiceStatusNotRegistered;
-    try {
-        const DesktopEntry entry(readFile(*counting));
-        if (entry.isDisabled()) return SMAppServiceStatusRequiresApproval;
-        if (entry.isStartable()) return SMAppServiceStatusEnabled;
-    } catch (const Refusal&) { // The desktop cannot read it either.
-    }
-    return SMAppServiceStatusNotFound;
+    const auto counting = countingOf(placesOf(m_application.identifier));
+    if (!isFile(counting)) return SMAppServiceStatusNotRegistered;
+    // What cannot be read here cannot be by the desktop either.
+    const DesktopEntry entry(TextFile(counting).read().value_or(""));
+    if (entry.isDisabled()) return SMAppServiceStatusRequiresApproval;
+    return entry.isStartable() ? SMAppServiceStatusEnabled : SMAppServiceStatusNotFound;
 }
 
 bool LoginEntry::registerAndReturnError(std::shared_ptr<NSError>& error) {
-    return attempt(error, [this] {
-        change(placesOf(m_application.identifier), [this](DesktopEntry& entry) {
-            entry.enable(m_application.program, m_application.name, m_application.identifier);
-        });
+    error = change(placesOf(m_application.identifier), [this](DesktopEntry& entry) {
+        entry.enable(m_application.program, m_application.name, m_application.identifier);
     });
+    return !error;
 }
 
 bool LoginEntry::unregisterAndReturnError(std::shared_ptr<NSError>& error) {
-    return attempt(error, [this] {
-        const auto places = placesOf(m_application.identifier);
-        const auto& own = places.front();
-        const bool isOfSystem = std::ranges::any_of(
-            places, [&](const auto& place) { return place != own && isFile(place); });
-        if (isOfSystem)
-            change(places, &DesktopEntry::hide);
-        else
-            removeFile(own);
-    });
+    const auto places = placesOf(m_application.identifier);
+    const bool isOfSystem = std::any_of(places.begin() + 1, places.end(), isFile);
+    error = isOfSystem ? change(places, &DesktopEntry::hide) : remove(places.front());
+    return !error;
 }
