@@ -6,63 +6,60 @@
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
-#include <QRegularExpression>
-
-#include <algorithm>
-#include <utility>
+#include <QDBusReply>
 
 namespace {
 
-// Each instance owns a name under its bundle identifier that ends in its number on the bus: the
-// unique name ":1.42" gives "com.vardek.NimbrelLite.Instance1_42". The bus counts up and gives no
-// number twice, so the numbers tell which instance is older.
-
-const QString objectPath = "/com/vardek/NimbrelLite/Instance";
-const QString interfaceName = "com.vardek.NimbrelLite.Instance";
+const QString objectPath = "/Instance";
 constexpr int busPatience = 500; // Milliseconds; a sound bus answers within one.
 
-QString instancePrefix(const std::string& bundleIdentifier) {
-    return QString::fromStdString(bundleIdentifier) + ".Instance";
+/// What all instances ask to own. The first one does, and the others stand in the bus's queue.
+QString queueName(const std::string& bundleIdentifier) {
+    return QString::fromStdString(bundleIdentifier) + ".Instances";
 }
 
-QString instanceName(const std::string& bundleIdentifier, const QString& uniqueName) {
-    return instancePrefix(bundleIdentifier) + uniqueName.mid(1).replace('.', '_');
-}
-
-/// Grows with the time at which the owner of a unique or an instance name came to the bus.
-std::pair<quint64, quint64> birth(const QString& name) {
-    static const QRegularExpression numbers("([0-9]+)[._]([0-9]+)$");
-    const auto match = numbers.match(name);
-    return {match.captured(1).toULongLong(), match.captured(2).toULongLong()};
-}
-
-QDBusMessage busCall(const char* method) {
+QDBusMessage busCall(const char* method, const std::string& bundleIdentifier) {
     return QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                          "org.freedesktop.DBus", method);
+                                          "org.freedesktop.DBus", method)
+           << queueName(bundleIdentifier);
 }
 
-bool sendTerminate(const QString& busName) {
-    auto request = QDBusMessage::createMethodCall(busName, objectPath, interfaceName, "Terminate");
-    request.setAutoStartService(false);
-    return QDBusConnection::sessionBus().send(request);
+/// By their own names on the bus, oldest first.
+QStringList instancesOf(const std::string& bundleIdentifier) {
+    const QDBusReply<QStringList> queue = QDBusConnection::sessionBus().call(
+        busCall("ListQueuedOwners", bundleIdentifier), QDBus::Block, busPatience);
+    return queue.value();
+}
+
+bool sendTerminate(const QString& instance) {
+    return QDBusConnection::sessionBus().send(
+        QDBusMessage::createMethodCall(instance, objectPath, {}, "Terminate"));
 }
 
 /// This process as the others see it.
 class Instance : public QObject, protected QDBusContext {
     Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "com.vardek.NimbrelLite.Instance")
+
+public:
+    explicit Instance(std::string bundleIdentifier)
+        : m_bundleIdentifier(std::move(bundleIdentifier)) {}
 
 public slots:
     // Of two instances that start at once and ask each other, the older one goes.
     void Terminate() {
+        const QStringList instances = instancesOf(m_bundleIdentifier);
         const QString sender = message().service();
-        if (birth(sender) < birth(connection().baseService())) {
+        const auto place = instances.indexOf(sender);
+        if (place >= 0 && place < instances.indexOf(connection().baseService())) {
             sendErrorReply(QDBusError::AccessDenied, "A newer instance stays.");
             sendTerminate(sender);
             return;
         }
         NSApp->terminate(nullptr);
     }
+
+private:
+    const std::string m_bundleIdentifier;
 };
 
 /// Makes this process known. Empty where there is no bus, or no identifier to be known by.
@@ -70,13 +67,12 @@ std::string joinBus() {
     const auto identifier = NSBundle::mainBundle().bundleIdentifier();
     auto bus = QDBusConnection::sessionBus();
     if (!identifier || !bus.isConnected()) return {};
-    auto* const instance = new Instance; // For as long as the process runs.
+    auto* const instance = new Instance(*identifier); // For as long as the process runs.
     bus.registerObject(objectPath, instance, QDBusConnection::ExportAllSlots);
     // Not waited for: the bus works through our messages in order.
-    const QString name = instanceName(*identifier, bus.baseService());
-    constexpr uint doNotQueue = 4;
-    bus.send(busCall("RequestName") << name << doNotQueue);
-    return name.toStdString();
+    constexpr uint queued = 0;
+    bus.send(busCall("RequestName", *identifier) << queued);
+    return bus.baseService().toStdString();
 }
 
 } // namespace
@@ -88,23 +84,13 @@ std::shared_ptr<NSRunningApplication> NSRunningApplication::currentApplication()
 
 std::vector<std::shared_ptr<NSRunningApplication>>
 NSRunningApplication::runningApplicationsWithBundleIdentifier(const std::string& bundleIdentifier) {
-    const auto current = currentApplication();
-    auto bus = QDBusConnection::sessionBus();
+    const QString own = QString::fromStdString(currentApplication()->m_busName);
+    QStringList instances = instancesOf(bundleIdentifier);
     const bool isOwn = NSBundle::mainBundle().bundleIdentifier() == bundleIdentifier;
-    QStringList names;
-    if (bus.isConnected()) {
-        const auto reply = bus.call(busCall("ListNames"), QDBus::Block, busPatience);
-        const QString prefix = instancePrefix(bundleIdentifier);
-        for (const QString& name : reply.arguments().value(0).toStringList())
-            if (name.startsWith(prefix)) names.append(name);
-    }
-    const QString own = QString::fromStdString(current->m_busName);
-    if (isOwn && !names.contains(own)) names.append(own);
-    std::sort(names.begin(), names.end(),
-              [](const QString& a, const QString& b) { return birth(a) < birth(b); });
+    if (isOwn && !instances.contains(own)) instances.append(own);
 
     std::vector<std::shared_ptr<NSRunningApplication>> applications;
-    for (const QString& name : names)
+    for (const QString& name : instances)
         applications.emplace_back(new NSRunningApplication(name.toStdString()));
     return applications;
 }
