@@ -3,10 +3,10 @@
 #include "AppKit/NSColor.h"
 #include "AppKit/NSFont.h"
 #include "AppKit/NSGraphicsContext+Private.h"
-#include "AppKit/ProgramIcon+Private.h"
 #include "AppKit/ViewContent+Private.h"
 #include "Foundation/NSBundle.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QLabel>
 #include <QShortcut>
@@ -43,7 +43,7 @@ public:
         all->setContentsMargins(sideEdge, 12, sideEdge, lowerEdge);
         all->setSpacing(4);
         auto* icon = new QLabel;
-        icon->setPixmap(programIcon().pixmap(iconSize));
+        icon->setPixmap(QApplication::windowIcon().pixmap(iconSize));
         icon->setAccessibleName(information("CFBundleName"));
         all->addWidget(icon, 0, Qt::AlignCenter);
         all->addSpacing(8);

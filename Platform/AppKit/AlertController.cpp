@@ -2,9 +2,9 @@
 
 #include "AppKit/NSAlert.h"
 #include "AppKit/NSApplication.h"
-#include "AppKit/ProgramIcon+Private.h"
 #include "AppKit/ViewContent+Private.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -60,7 +60,7 @@ public:
         auto* top = new QHBoxLayout;
         top->setSpacing(iconGap);
         auto* icon = new QLabel;
-        icon->setPixmap(programIcon().pixmap(iconSize));
+        icon->setPixmap(QApplication::windowIcon().pixmap(iconSize));
         icon->setAccessibleName(QCoreApplication::applicationName());
         top->addWidget(icon, 0, Qt::AlignTop);
         top->addLayout(texts);

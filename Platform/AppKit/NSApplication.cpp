@@ -1,6 +1,7 @@
 #include "AppKit/AboutController+Private.h"
 #include "AppKit/AccessibleWidgets+Private.h"
 #include "AppKit/Appearance+Private.h"
+#include "AppKit/BusProbe+Private.h"
 #include "AppKit/ContentWindow+Private.h"
 #include "AppKit/ModalInput+Private.h"
 #include "AppKit/NSAlert.h"
@@ -8,10 +9,6 @@
 #include "AppKit/NSRunningApplication.h"
 #include "AppKit/PanelWindow+Private.h"
 #include "AppKit/PopupOrder+Private.h"
-#include "AppKit/ProgramIcon+Private.h"
-#include "AppKit/QuitSignals+Private.h"
-#include "AppKit/ReopenRequests+Private.h"
-#include "AppKit/SessionBus+Private.h"
 #include "AppKit/SleepWatch+Private.h"
 #include "Foundation/NSBundle.h"
 #include "Foundation/NSLog.h"
@@ -19,6 +16,7 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QIcon>
 #include <QWindow>
 
 #include <algorithm>
@@ -56,20 +54,25 @@ void connectToWindowServer() {
     if (scale != 1) ::setenv("QT_SCALE_FACTOR", std::to_string(scale).c_str(), keepExisting);
 }
 
+std::string infoOf(const char* key) {
+    return NSBundle::mainBundle().objectForInfoDictionaryKey(key).value_or("");
+}
+
 void makeQtApplication() {
     static int argc = 1;
-    static char name[] = "nimbrel-lite";
-    static char* argv[] = {name, nullptr};
+    static std::string name = infoOf("CFBundleExecutable");
+    static char* argv[] = {name.data(), nullptr};
     // It has nothing to save and its own way to start with the session; a manager of the session
     // that asks or restarts its clients is left out of it.
     QApplication::setAttribute(Qt::AA_DisableSessionManager);
     // Never deleted: the process ends with it, and with the windows and icons that hang on it.
     auto& application = *new QApplication(argc, argv);
     // As panels and assistive technology call it. A display name would stand in every title too.
-    QApplication::setApplicationName("Nimbrel Lite");
+    QApplication::setApplicationName(QString::fromStdString(infoOf("CFBundleName")));
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(programIcon());
-    QApplication::setDesktopFileName("com.vardek.NimbrelLite");
+    const auto identifier = QString::fromStdString(infoOf("CFBundleIdentifier"));
+    QApplication::setWindowIcon(QIcon(":/Icons/" + identifier + ".svg"));
+    QApplication::setDesktopFileName(identifier);
     // A drag counts by every point that the pointer passed.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     new Appearance(application);
@@ -165,9 +168,7 @@ void NSApplication::stopModalWithCode(NSInteger code) {
 void NSApplication::orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options) {
     if (!m_aboutPanel) {
         m_about = std::make_shared<AboutController>();
-        m_about->setTitle(
-            "About " +
-            NSBundle::mainBundle().objectForInfoDictionaryKey("CFBundleName").value_or(""));
+        m_about->setTitle("About " + infoOf("CFBundleName"));
         m_aboutPanel = NSWindow::windowWithContentViewController(m_about);
         m_aboutPanel->setStyleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
         // A menu that stands above the covers asks for it, and gets an answer that is seen.

@@ -1,4 +1,4 @@
-#include "AppKit/QuitSignals+Private.h"
+#include "AppKit/NSApplication+Private.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>

@@ -1,4 +1,4 @@
-#include "AppKit/ReopenRequests+Private.h"
+#include "AppKit/NSApplication+Private.h"
 
 #include "Foundation/NSBundle.h"
 

@@ -1,15 +1,14 @@
 #include "AppKit/SleepWatch+Private.h"
 
-#include "AppKit/BusSocket+Private.h"
+#include "AppKit/BusProbe+Private.h"
 
+#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QSocketNotifier>
 
 #include <cstdlib>
-
-#include <unistd.h>
+#include <utility>
 
 namespace {
 const QString service = "org.freedesktop.login1";
@@ -35,17 +34,12 @@ void SleepWatch::setWanted(bool wanted) {
 
 /// The bus library waits for its bus while it connects, so it is let only to one that answers.
 void SleepWatch::lookForBus() {
-    if (m_isLooking) return;
-    const int socket = askBus(systemBusAddress());
-    if (socket < 0) return;
-    m_isLooking = true;
-    auto* answer = new QSocketNotifier(socket, QSocketNotifier::Read, this);
-    connect(answer, &QSocketNotifier::activated, this, [this, answer, socket] {
-        answer->setEnabled(false);
-        answer->deleteLater();
-        ::close(socket);
-        m_isLooking = false;
-        connectToBus();
+    if (std::exchange(m_isLooking, true)) return;
+    probeBus(systemBusAddress(), [this](bool letIn) { // For as long as the process runs.
+        QMetaObject::invokeMethod(this, [this, letIn] {
+            m_isLooking = false;
+            if (letIn) connectToBus();
+        });
     });
 }
 
@@ -63,8 +57,7 @@ void SleepWatch::askForDelay() {
     if (!m_wanted || m_sleeps || m_isAsking || m_delay.isValid()) return;
     m_isAsking = true;
     auto question = QDBusMessage::createMethodCall(service, path, manager, "Inhibit");
-    question << "sleep"
-             << "Nimbrel Lite"
+    question << "sleep" << QCoreApplication::applicationName()
              << "The screens are covered before they go dark"
              << "delay";
     question.setAutoStartService(false);

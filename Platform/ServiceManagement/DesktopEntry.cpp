@@ -37,7 +37,7 @@ std::string escaped(std::string_view text) {
     return result;
 }
 
-/// What follows no rule stays as it is.
+/// A backslash before any other character stands for itself.
 std::string unescaped(std::string_view text) {
     std::string result;
     for (size_t i = 0; i < text.size(); ++i) {

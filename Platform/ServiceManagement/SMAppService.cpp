@@ -13,8 +13,8 @@ std::shared_ptr<SMAppService> installedService;
 
 LoginEntry::Application application() {
     const auto& bundle = NSBundle::mainBundle();
-    return {.identifier = bundle.bundleIdentifier().value_or("nimbrel-lite"),
-            .name = bundle.objectForInfoDictionaryKey("CFBundleName").value_or("Nimbrel Lite"),
+    return {.identifier = bundle.bundleIdentifier().value_or(""),
+            .name = bundle.objectForInfoDictionaryKey("CFBundleName").value_or(""),
             .program = QCoreApplication::applicationFilePath().toStdString()};
 }
 
