@@ -1,132 +1,98 @@
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
 #include "Harness/Keys.h"
 #include "Harness/MuteServer.h"
-#include "Harness/TestWindow.h"
+#include "Harness/OnDesktop.h"
 
 #include <algorithm>
 #include <csignal>
-#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <thread>
-
-#include <gtest/gtest.h>
 
 using namespace Harness;
 
 namespace {
 
-struct OnPaper : testing::Test {
-    OnPaper() : paper(desktop.display(), desktop.screen.bounds()) {
+struct OnPaper : OnDesktop {
+    OnPaper() {
         paper.lower();
         paper.show();
     }
 
     bool isClear() { return desktop.screen.grabWithoutButtons({0, 0, 3200, 1000}).isAll(marker); }
 
-    Desktop desktop;
-    TestWindow paper;
+    TestWindow paper{desktop.display(), desktop.screen.bounds()};
 };
 
 } // namespace
 
-TEST_F(OnPaper, IsClearAtEveryStart) {
-    for (int i = 0; i < 2; ++i) {
-        Agent agent(desktop);
-        EXPECT_TRUE(isClear());
-        agent.cover();
-    }
-    EXPECT_TRUE(await([&] { return isClear(); }));
-}
-
-TEST_F(OnPaper, IsClearAfterAPoliteEnd) {
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        for (const bool covered : {true, false}) {
-            Agent agent(desktop);
-            if (covered) agent.cover();
-            agent.process().send(signal);
-            EXPECT_EQ(agent.process().awaitEnd(), 0) << "signal " << signal;
+TEST_F(OnPaper, EndsPolitelyWhateverIsOpen) {
+    const std::vector<uint8_t> nothing, menu = {downKey}, settings(5, downKey);
+    const std::vector<uint8_t> submenu = {downKey, downKey, downKey, downKey, rightKey};
+    int turn = 0;
+    for (const bool covered : {true, false})
+        for (const auto& [keys, rows] :
+             {std::pair(nothing, 0), std::pair(menu, 0), std::pair(settings, 0),
+              std::pair(submenu, 0), std::pair(submenu, 10)}) {
+            const int signal = std::vector{SIGTERM, SIGINT, SIGHUP}[turn++ % 3];
+            SCOPED_TRACE(testing::Message() << "turn " << turn);
+            ASSERT_NO_FATAL_FAILURE(start());
+            EXPECT_TRUE(isClear());
+            if (covered) agent->cover();
+            if (keys != nothing) {
+                click(agent->buttons()[0].area, 3);
+                ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
+                strike(keys);
+            }
+            if (keys == submenu) {
+                ASSERT_TRUE(await([&] { return agent->menus().size() == 2; }));
+                strike(std::vector<uint8_t>(rows, downKey));
+            }
+            if (keys == settings || keys == submenu) {
+                strike({returnKey});
+                ASSERT_TRUE(await([&] { return agent->windows().size() == 1; }));
+            }
+            agent->process().send(signal);
+            EXPECT_EQ(agent->process().awaitEnd(), 0);
             EXPECT_TRUE(await([&] { return isClear(); }));
         }
 }
 
-TEST_F(OnPaper, EndsPolitelyWhateverIsOpen) {
-    const auto strike = [&](uint8_t key, int times) {
-        for (int i = 0; i < times; ++i)
-            desktop.input.strike(key);
-    };
-    const auto hasPanel = [&] {
-        return std::ranges::any_of(desktop.screen.windows(), [](const ScreenWindow& window) {
-            return window.viewable && window.overrideRedirect &&
-                   window.className == "nimbrel-lite" && window.instance != "menu" &&
-                   window.instance.find(':') == std::string::npos;
-        });
-    };
-    constexpr int menuAlone = -1;
-    const std::pair<const char*, int> openThings[] = {
-        {"menu", menuAlone}, {"alert", 0}, {"edition window", 10}}; // By rows of the submenu.
-    for (const auto& [name, row] : openThings)
-        for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-            for (const bool covered : {true, false}) {
-                SCOPED_TRACE(testing::Message() << name << ", " << signal << ", " << covered);
-                Agent agent(desktop);
-                if (covered) agent.cover();
-                const Area icon = desktop.tray->icons().back();
-                desktop.input.move(icon.x + 5, icon.y + 5);
-                desktop.input.click(3);
-                ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
-                if (row != menuAlone) {
-                    strike(downKey, 4);
-                    strike(rightKey, 1);
-                    ASSERT_TRUE(await([&] { return agent.menus().size() == 2; }));
-                    strike(downKey, row);
-                    strike(returnKey, 1);
-                    ASSERT_TRUE(await(hasPanel));
-                }
-                agent.process().send(signal);
-                EXPECT_EQ(agent.process().awaitEnd(), 0);
-                EXPECT_TRUE(await([&] { return isClear(); }));
-            }
-}
-
 TEST_F(OnPaper, IsClearAfterAViolentEnd) {
-    {
-        Agent agent(desktop);
-        agent.cover();
-        agent.process().send(SIGKILL);
-        ASSERT_TRUE(agent.process().awaitEnd());
-        EXPECT_TRUE(await([&] { return agent.covers().empty() && isClear(); }));
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_NO_FATAL_FAILURE(start());
+        agent->cover();
+        agent->process().send(SIGKILL);
+        ASSERT_TRUE(agent->process().awaitEnd());
+        EXPECT_TRUE(await([&] { return agent->covers().empty() && isClear(); }));
     }
-    Agent next(desktop);
-    next.cover();
 }
 
 TEST_F(OnPaper, BelongsToTheNewestStart) {
     Agent first(desktop);
     first.cover();
-
-    Agent second(desktop);
-
+    ASSERT_NO_FATAL_FAILURE(start());
     EXPECT_EQ(first.process().awaitEnd(), 0);
     EXPECT_TRUE(await([&] { return isClear(); }));
-    second.cover();
-    EXPECT_FALSE(second.process().status());
+    agent->cover();
 }
 
-TEST_F(OnPaper, NeedsNoSessionBus) {
-    desktop.bus.reset();
-    Agent agent(desktop);
-    agent.cover();
-    agent.uncover();
+TEST_F(OnPaper, GoesOnWhenTheSessionBusDies) {
+    for (const bool hasBus : {true, false}) {
+        ASSERT_NO_FATAL_FAILURE(start());
+        agent->cover();
+        if (hasBus) desktop.bus.reset();
+        agent->uncover();
+        agent->cover();
+        agent.reset();
+    }
 }
 
 // Whoever connects to a frozen bus waits for its first word.
 TEST_F(OnPaper, StartsBesideAFrozenSessionBus) {
     const MuteServer bus;
     desktop.extra["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + bus.path();
-    Agent agent(desktop);
-    agent.cover();
+    ASSERT_NO_FATAL_FAILURE(start());
+    agent->cover();
 }
 
 // It has nothing to save and its own way to start with the session: the session's manager need
@@ -134,43 +100,30 @@ TEST_F(OnPaper, StartsBesideAFrozenSessionBus) {
 TEST_F(OnPaper, IsNoClientOfTheSessionsManager) {
     const MuteServer manager;
     desktop.extra["SESSION_MANAGER"] = "local/unix:" + manager.path();
-    Agent agent(desktop);
-    agent.cover();
+    ASSERT_NO_FATAL_FAILURE(start());
     EXPECT_FALSE(manager.wasCalled());
-}
-
-TEST_F(OnPaper, GoesOnWhenTheSessionBusDies) {
-    Agent agent(desktop);
-    agent.cover();
-    desktop.bus.reset();
-    agent.uncover();
-    agent.cover();
 }
 
 TEST_F(OnPaper, GetsItsStatusItemInATrayThatComesLater) {
     desktop.tray.reset();
-    Agent agent(desktop);
+    ASSERT_NO_FATAL_FAILURE(start());
     for (int i = 0; i < 3; ++i) {
         desktop.tray.emplace(desktop.display(), 600, 1050);
         ASSERT_TRUE(await([&] { return !desktop.tray->icons().empty(); })) << "tray " << i;
-        agent.cover();
-        agent.uncover();
+        agent->cover();
+        agent->uncover();
         desktop.tray.reset();
     }
 }
 
-TEST(Lifetime, NeverLeavesAPictureOfTheScreenInACore) {
-    Desktop desktop;
-    Agent agent(desktop);
-    std::ifstream limits("/proc/" + std::to_string(agent.process().pid()) + "/limits");
+TEST_F(OnPaper, NeverLeavesAPictureOfTheScreenInACore) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    std::ifstream limits("/proc/" + std::to_string(agent->process().pid()) + "/limits");
     const std::string text{std::istreambuf_iterator<char>(limits), {}};
-    const size_t line = text.find("Max core file size");
-    ASSERT_NE(line, std::string::npos);
-    std::string soft;
-    std::string hard;
-    std::istringstream(text.substr(line + strlen("Max core file size"))) >> soft >> hard;
-    EXPECT_EQ(soft, "0");
-    EXPECT_EQ(hard, "0");
+    std::istringstream line(text.substr(text.find("Max core file size") + 18));
+    std::string soft, hard;
+    line >> soft >> hard;
+    EXPECT_EQ(soft + hard, "00");
 }
 
 TEST(TimedLifetime, StandsStillWithTheScreen) {
@@ -187,35 +140,19 @@ TEST(TimedLifetime, StandsStillWithTheScreen) {
 }
 
 // A user who logs out waits for it. Its start is the measure; the end takes about a tenth of that.
-TEST(TimedLifetime, EndsSoonWhateverIsOpen) {
+TEST(TimedLifetime, EndsSoonWithItsWindowsOpen) {
     Desktop desktop;
-    const auto hasSettings = [&] {
-        return std::ranges::any_of(desktop.screen.windows(), [](const ScreenWindow& window) {
-            return window.viewable && !window.overrideRedirect && window.area.width == 540;
-        });
-    };
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        for (const bool covered : {true, false}) {
-            SCOPED_TRACE(testing::Message() << "signal " << signal << ", covered " << covered);
-            const auto start = Clock::now();
-            Agent agent(desktop);
-            const double starting = millisecondsSince(start);
-            const Area icon = desktop.tray->icons().back();
-            desktop.input.move(icon.x + 5, icon.y + 5);
-            desktop.input.click(3);
-            ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
-            for (int row = 0; row < 5; ++row)
-                desktop.input.strike(downKey);
-            desktop.input.strike(returnKey);
-            ASSERT_TRUE(await(hasSettings));
-            if (covered) agent.cover();
-
-            const auto end = Clock::now();
-            agent.process().send(signal);
-            EXPECT_EQ(agent.process().awaitEnd(), 0);
-            EXPECT_LE(millisecondsSince(end), 3 * starting);
-            EXPECT_TRUE(await([&] { return !hasSettings() && agent.covers().empty(); }));
-        }
+    const auto start = Clock::now();
+    Agent agent(desktop);
+    const double starting = millisecondsSince(start);
+    ASSERT_TRUE(await([&] { return agent.buttons().size() == 2; }));
+    agent.choose(5);
+    ASSERT_TRUE(await([&] { return agent.windows().size() == 1; }));
+    agent.cover();
+    const auto end = Clock::now();
+    agent.process().send(SIGTERM);
+    EXPECT_EQ(agent.process().awaitEnd(), 0);
+    EXPECT_LE(millisecondsSince(end), 3 * starting);
 }
 
 TEST(Lifetime, EndsWithTheServer) {

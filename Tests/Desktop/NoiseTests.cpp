@@ -1,0 +1,194 @@
+// Whatever others send over the buses or write at the server, where the program reads: nothing of
+// it is what was agreed upon.
+#include "Harness/Dice.h"
+#include "Harness/OnDesktop.h"
+#include "Harness/Soak.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+
+#include <cmath>
+
+#include <xcb/randr.h>
+
+using namespace Harness;
+
+namespace {
+
+QVariant anything(Dice& dice, int depth = 0) {
+    const QVariant flat[] = {static_cast<int>(dice.number()),
+                             dice.number(),
+                             true,
+                             -1e300,
+                             std::nan(""),
+                             QString(5000, 'x'),
+                             QByteArray(5000, '\xff'),
+                             QVariant::fromValue(QDBusObjectPath("/a/b")),
+                             QStringList{"a", ""}};
+    if (depth == 4 || dice.below(2)) return dice.of(flat);
+    const QVariant inner = anything(dice, depth + 1);
+    const QVariant nested[] = {QVariant::fromValue(QDBusVariant(inner)),
+                               QVariantMap{{"desktop-startup-id", inner}, {"", 1}},
+                               QVariantList{inner, anything(dice, depth + 1)}};
+    return dice.of(nested);
+}
+
+QVariantList anythings(Dice& dice) {
+    QVariantList list;
+    for (size_t left = dice.below(4); left > 0; --left)
+        list << anything(dice);
+    return list;
+}
+
+/// A service that the program asks, which answers nonsense.
+struct Babbler : QDBusVirtualObject {
+    Babbler(const std::string& address, const QString& name, Dice& chance)
+        : dice(chance), bus(QDBusConnection::connectToBus(QString::fromStdString(address), name)) {
+        bus.registerVirtualObject("/", this, QDBusConnection::SubPath);
+        EXPECT_TRUE(bus.registerService(name));
+    }
+    ~Babbler() override { QDBusConnection::disconnectFromBus(bus.name()); }
+
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection&) override {
+        ++asked;
+        return bus.send(dice.below(4) ? message.createReply(anythings(dice))
+                                      : message.createErrorReply("com.example.No", "no"));
+    }
+    void babble(QDBusMessage message, const QVariantList& agreed) {
+        message.setArguments((dice.below(2) ? agreed : QVariantList()) + anythings(dice));
+        bus.send(message);
+    }
+
+    Dice& dice;
+    QDBusConnection bus;
+    int asked = 0;
+};
+
+const auto properties =
+    QString("_NET_CLIENT_LIST _NET_SUPPORTING_WM_CHECK _NET_SUPPORTED _NET_WORKAREA "
+            "_NET_ACTIVE_WINDOW _NET_CURRENT_DESKTOP _NET_WM_STRUT _NET_WM_STRUT_PARTIAL "
+            "_NET_WM_WINDOW_TYPE _NET_WM_STATE _NET_WM_NAME _NET_FRAME_EXTENTS WM_STATE "
+            "WM_NORMAL_HINTS WM_HINTS WM_PROTOCOLS _XROOTPMAP_ID ESETROOT_PMAP_ID RESOURCE_MANAGER "
+            "_XSETTINGS_SETTINGS _XKB_RULES_NAMES _NET_SYSTEM_TRAY_VISUAL "
+            "_NET_SYSTEM_TRAY_ORIENTATION _XEMBED_INFO WM_CLIENT_LEADER")
+        .split(' ');
+const auto messages =
+    QString("WM_PROTOCOLS _NET_ACTIVE_WINDOW _XEMBED MANAGER _NET_WM_STATE _NET_WM_PING "
+            "WM_CHANGE_STATE XdndEnter XdndDrop _GTK_LOAD_ICONTHEMES WM_DELETE_WINDOW "
+            "WM_TAKE_FOCUS _NET_WM_SYNC_REQUEST _NET_SYSTEM_TRAY_S0")
+        .split(' ');
+
+/// A program that writes what it likes into the properties of any window, and sends it messages.
+struct Noise : OnDesktop {
+    Noise() {
+        // From the owner of this selection toolkits take their settings.
+        paper.show();
+        xcb_set_selection_owner(client, paper.number(), client.atom("_XSETTINGS_S0"), 0);
+        client.settle();
+    }
+
+    xcb_atom_t anyOf(const QStringList& names) { return client.atom(dice.of(names).toStdString()); }
+    xcb_atom_t anyType() {
+        constexpr xcb_atom_t types[] = {XCB_ATOM_WINDOW, XCB_ATOM_CARDINAL, XCB_ATOM_ATOM,
+                                        XCB_ATOM_PIXMAP, XCB_ATOM_STRING,   XCB_ATOM_WM_HINTS};
+        return dice.of(types);
+    }
+    xcb_window_t anyWindow() {
+        const xcb_window_t others[] = {client.root(), paper.number()};
+        return dice.below(2) ? dice.of(others) : dice.of(desktop.screen.windows()).number;
+    }
+
+    void scribble() {
+        const auto window = anyWindow();
+        if (dice.below(4) == 0)
+            return client.send(window, anyOf(messages),
+                               dice.below(2) ? 0 : XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+                               {anyOf(messages), dice.number(), dice.number(), dice.number(), 0});
+        const auto name = anyOf(properties);
+        // Of any other type, Qt reads the toolkits' settings for ever.
+        const bool isSettings = name == client.atom("_XSETTINGS_SETTINGS");
+        const auto [format, values] = anyValue();
+        xcb_change_property(client, XCB_PROP_MODE_REPLACE, window, name,
+                            isSettings ? name : anyType(), format, values.size() * 32 / format,
+                            values.data());
+        client.settle();
+    }
+
+    /// Into what the monitors tell of themselves.
+    void scribbleAtOutputs() {
+        const auto resources =
+            client.ask(xcb_randr_get_screen_resources_current_reply,
+                       xcb_randr_get_screen_resources_current(client, client.root()));
+        const auto* outputs = xcb_randr_get_screen_resources_current_outputs(resources.get());
+        for (int i = 0; i < resources->num_outputs; ++i) {
+            const auto [format, values] = anyValue();
+            xcb_randr_change_output_property(client, outputs[i], client.atom("EDID"), anyType(),
+                                             format, XCB_PROP_MODE_REPLACE,
+                                             values.size() * 32 / format, values.data());
+        }
+        client.settle();
+    }
+
+    std::pair<uint8_t, std::vector<uint32_t>> anyValue() {
+        constexpr uint8_t formats[] = {8, 16, 32, 32};
+        std::vector<uint32_t> values(dice.below(40));
+        for (auto& value : values)
+            value = dice.below(4) ? dice.number() : paper.number();
+        return {dice.of(formats), values};
+    }
+
+    Dice dice;
+    TestWindow paper{desktop.display(), {200, 200, 400, 300}};
+    const XClient& client = paper.client();
+};
+
+} // namespace
+
+TEST_F(Noise, OnTheBusesDoesNoHarm) {
+    const SessionBus system;
+    desktop.extra["DBUS_SYSTEM_BUS_ADDRESS"] = system.address();
+    Babbler portal(desktop.bus->address(), "org.freedesktop.portal.Desktop", dice);
+    Babbler logind(system.address(), "org.freedesktop.login1", dice);
+    ASSERT_NO_FATAL_FAILURE(start());
+    agent->cover();
+    ASSERT_TRUE(await([&] { return portal.asked > 0 && logind.asked > 0; }));
+    const char* const methods[] = {"Activate", "ActivateAction", "Open", "Introspect"};
+    const char* const keys[] = {"contrast", "color-scheme"};
+    for (int i = 0; i < rounds(500, 20000); ++i) {
+        portal.babble(QDBusMessage::createSignal("/org/freedesktop/portal/desktop",
+                                                 "org.freedesktop.portal.Settings",
+                                                 "SettingChanged"),
+                      {"org.freedesktop.appearance", dice.of(keys)});
+        logind.babble(QDBusMessage::createSignal("/org/freedesktop/login1",
+                                                 "org.freedesktop.login1.Manager",
+                                                 "PrepareForSleep"),
+                      {});
+        portal.babble(
+            QDBusMessage::createMethodCall("com.vardek.NimbrelLite", "/com/vardek/NimbrelLite",
+                                           "org.freedesktop.Application", dice.of(methods)),
+            {QVariantMap()});
+    }
+    EXPECT_TRUE(await([&] { return agent->isCovered(); }));
+    EXPECT_EQ(agent->process().errors(), "");
+    agent->uncover();
+}
+
+TEST_F(Noise, AtTheServerDoesNoHarm) {
+    for (int i = 0; i < 200; ++i)
+        scribble();
+    ASSERT_NO_FATAL_FAILURE(start());
+    agent->cover();
+    for (int round = 0; round < rounds(10, 300); ++round) {
+        for (int i = 0; i < 100; ++i)
+            scribble();
+        scribbleAtOutputs();
+        ASSERT_FALSE(agent->process().status()) << agent->process().errors();
+        EXPECT_TRUE(await([&] { return agent->isCovered(); })) << round;
+    }
+    EXPECT_TRUE(await([&] { return agent->buttons().size() == 2; }));
+    agent->uncover();
+}
