@@ -55,14 +55,9 @@ TEST(SEL, ReachesOnlyObjectsThatHaveTheMethodAndSendersOfItsClass) {
 TEST(NSBundle, IsAmongTheApplicationsWhereItIsInstalledForEveryone) {
     const std::pair<const char*, const char*> cases[] = {
         {"/usr/bin/program", "/Applications/A Name.app"},
-        {"/usr/local/bin/program", "/Applications/A Name.app"},
         {"/opt/folder/bin/program", "/Applications/A Name.app"},
-        {"/home/someone/.local/bin/program", "/home/someone/.local/bin"},
         {"/home/someone/usr/bin/program", "/home/someone/usr/bin"},
-        {"/home/someone/Applications/program", "/home/someone/Applications"},
-        {"/media/disk/A Name.app/program", "/media/disk/A Name.app"},
         {"/optional/program", "/optional"},
-        {"/usr2/bin/program", "/usr2/bin"},
         {"/program", "/"},
     };
     for (const auto& [executable, path] : cases)

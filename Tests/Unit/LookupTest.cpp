@@ -7,95 +7,73 @@
 #include <cstdio>
 
 namespace {
+
 constexpr int32_t connection = 77;
 int connections = 0;
-int cgsCalls = 0;
-int slsCalls = 0;
 struct {
+    int calls = 0;
     int32_t connection = 0;
     uint32_t window = 0;
     int32_t radius = 0;
-} received;
+} cgs, sls;
 
-[[maybe_unused]] int32_t connect() {
-    ++connections;
-    return connection;
-}
-
-[[maybe_unused]] int32_t take(int& calls, int32_t from, uint32_t window, int32_t radius) {
-    ++calls;
-    received = {from, window, radius};
+template <class Server>
+[[maybe_unused]] int32_t take(Server& server, int32_t from, uint32_t window, int32_t radius) {
+    server = {server.calls + 1, from, window, radius};
     return ANSWER;
 }
-} // namespace
 
-#if defined(CONNECTION_BOTH)
-#define CONNECTION_CGS
-#define CONNECTION_SLS
-#endif
-#if defined(RADIUS_BOTH)
-#define RADIUS_CGS
-#define RADIUS_SLS
-#endif
+} // namespace
 
 extern "C" {
 #ifdef CONNECTION_CGS
-int32_t CGSMainConnectionID() { return connect(); }
+int32_t CGSMainConnectionID() { return ++connections, connection; }
 #endif
 #ifdef CONNECTION_SLS
-int32_t SLSMainConnectionID() { return connect(); }
+int32_t SLSMainConnectionID() { return ++connections, connection; }
 #endif
 #ifdef RADIUS_CGS
 int32_t CGSSetWindowBackgroundBlurRadius(int32_t from, uint32_t window, int32_t radius) {
-    return take(cgsCalls, from, window, radius);
+    return take(cgs, from, window, radius);
 }
 #endif
 #ifdef RADIUS_SLS
 int32_t SLSSetWindowBackgroundBlurRadius(int32_t from, uint32_t window, int32_t radius) {
-    return take(slsCalls, from, window, radius);
+    return take(sls, from, window, radius);
 }
 #endif
 }
-
-namespace {
-
-int failures = 0;
-
-void expect(bool holds, const char* what) {
-    if (holds) return;
-    ++failures;
-    std::printf("Not so: %s\n", what);
-}
-
-} // namespace
 
 int main() {
     NSApplication::sharedApplication();
-    auto& session = static_cast<WindowServer::HeadlessSession&>(WindowServer::Session::current());
-    const NSWindow window(CGRectMake(0, 0, 9, 9), NSWindowStyleMaskBorderless,
-                          NSBackingStoreBuffered, false);
-
-    expect(WindowServerBlur::set(168, window) == EXPECTED, "the answer is the expected one");
-    expect(WindowServerBlur::set(168, window) == EXPECTED, "the second answer is like the first");
-
-    const int calls = cgsCalls + slsCalls;
-    expect(connections == calls, "the connection is asked for at every call, and for no other");
-    if (calls > 0) {
-        expect(calls == 2, "every radius reaches the window server");
-        expect(received.connection == connection, "the connection is passed on");
-        expect(received.window == static_cast<uint32_t>(window.windowNumber()), "the window too");
-        expect(received.radius == 168, "the radius too");
+    const auto makeWindow = [] {
+        return NSWindow(CGRectMake(0, 0, 9, 9), NSWindowStyleMaskBorderless, NSBackingStoreBuffered,
+                        false);
+    };
+    int failures = 0;
+    const auto expect = [&](bool holds, const char* what) {
+        failures += !holds;
+        if (!holds) std::printf("Not so: %s\n", what);
+    };
+    const NSWindow window = makeWindow();
+    for (int i = 0; i < 2; ++i)
+        expect(WindowServerBlur::set(168, window) == EXPECTED, "the answer is the expected one");
+    const auto& asked = cgs.calls ? cgs : sls; // The CGS name goes first.
+    expect(cgs.calls == 0 || sls.calls == 0, "one of two is asked");
 #ifdef RADIUS_CGS
-        expect(slsCalls == 0, "the CGS name goes first");
+    expect(sls.calls == 0, "the CGS name goes first");
 #endif
-    } else {
+    expect(connections == asked.calls, "the connection is asked for at every call");
+    if (asked.calls > 0)
+        expect(asked.calls == 2 && asked.connection == connection && asked.radius == 168 &&
+                   asked.window == static_cast<uint32_t>(window.windowNumber()),
+               "the connection, the window and the radius are passed on at every call");
+    else
         expect(!EXPECTED, "nothing succeeds without a call");
-    }
 
-    session.grantsNumbers = false;
-    const NSWindow refused(CGRectMake(0, 0, 9, 9), NSWindowStyleMaskBorderless,
-                           NSBackingStoreBuffered, false);
-    expect(!WindowServerBlur::set(168, refused), "a window without a number has no blur");
-    expect(cgsCalls + slsCalls == calls, "and the window server is not asked for one");
-    return failures == 0 ? 0 : 1;
+    static_cast<WindowServer::HeadlessSession&>(WindowServer::Session::current()).grantsNumbers =
+        false;
+    expect(!WindowServerBlur::set(168, makeWindow()), "a window without a number has no blur");
+    expect(connections == asked.calls && asked.calls <= 2, "and none is asked for");
+    return failures;
 }
