@@ -37,7 +37,7 @@ View parted(const std::vector<View>& rows) {
         if (!lines.empty()) lines.push_back(Divider().padding(Edge::Set::horizontal, inset));
         lines.push_back(fillingWidth(row).padding(inset));
     }
-    return atLeading(0, {group(std::move(lines))});
+    return atLeading(0, {group(lines)});
 }
 
 View footer(const std::optional<View>& text) {

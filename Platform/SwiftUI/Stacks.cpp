@@ -153,9 +153,9 @@ HStack::HStack(const Options& options, std::initializer_list<View> children)
 Spacer::Spacer() : Spacer({.minLength = defaultSpacing}) {}
 Spacer::Spacer(const Options& options) : View(makeView<SpacerNode>(options.minLength)) {}
 
-ForEach::ForEach(std::vector<View> views) : View(group(std::move(views))) {}
+ForEach::ForEach(const std::vector<View>& views) : View(group(views)) {}
 
-View group(std::vector<View> views) { return makeView<GroupNode>(std::move(views)); }
+View group(const std::vector<View>& views) { return makeView<GroupNode>(views); }
 
 std::vector<View> flattened(const std::vector<View>& views) {
     std::vector<View> all;

@@ -53,7 +53,7 @@ struct ForEach : View {
     ForEach(const Range& range, Id, Content content) : ForEach(views(range, content)) {}
 
 private:
-    explicit ForEach(std::vector<View> views);
+    explicit ForEach(const std::vector<View>& views);
 
     template <class Range, class Content>
     static std::vector<View> views(const Range& range, Content content) {

@@ -167,7 +167,7 @@ TEST(ViewTree, ScrollsAFormThatIsTallerThanItsRoom) {
     const QSize rows = area.widget()->size();
     shown.host.resize(400, 100);
     EXPECT_EQ(area.verticalScrollBar()->maximum(), rows.height() - 100);
-    EXPECT_EQ(area.widget()->size(), rows) << "the bar takes no room";
+    EXPECT_EQ(area.viewport()->width(), rows.width()) << "the bar takes no room";
     EXPECT_TRUE(area.verticalScrollBar()->isVisible());
 }
 

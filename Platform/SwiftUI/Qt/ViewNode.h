@@ -35,6 +35,6 @@ template <class Node, class... Arguments> View makeView(Arguments&&... arguments
 }
 
 /// Views that stand one by one in the stack around.
-View group(std::vector<View> views);
+View group(const std::vector<View>& views);
 /// With what such groups hold in their place.
 std::vector<View> flattened(const std::vector<View>& views);
