@@ -37,18 +37,16 @@ private:
     const Change m_change;
 };
 
-class LabelledNode : public ViewNode {
+class LabelledNode : public SurroundedNode {
 public:
-    LabelledNode(const View& content, std::string label)
-        : ViewNode({content}), m_label(std::move(label)) {}
+    LabelledNode(const View& content, const std::string& label)
+        : SurroundedNode(content,
+                         [label](Surroundings& surroundings) {
+                             surroundings.environment.accessibilityLabel = label;
+                         }),
+          m_label(label) {}
 
     std::string accessibleText() const override { return m_label; }
-
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        Surroundings changed = surroundings;
-        changed.environment.accessibilityLabel = m_label;
-        ViewNode::realise(element, changed);
-    }
 
 private:
     const std::string m_label;
