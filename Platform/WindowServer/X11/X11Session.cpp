@@ -19,9 +19,9 @@ std::unique_ptr<X11Session> X11Session::connect() {
 }
 
 X11Session::X11Session(std::unique_ptr<Connection> connection)
-    : m_connection(std::move(connection)), m_displays(*m_connection), m_compositor(*m_connection),
-      m_tray(*m_connection), m_settings(*m_connection), m_key(*m_connection),
-      m_focus(*m_connection), m_stacking(*m_connection),
+    : m_connection(std::move(connection)), m_displays(*m_connection),
+      m_compositor(*m_connection, "_NET_WM_CM_S"), m_tray(*m_connection), m_settings(*m_connection),
+      m_key(*m_connection), m_focus(*m_connection), m_stacking(*m_connection),
       m_guard(*m_connection,
               [this](const CGRect& frame) {
                   const Display* display = m_displays.at(frame);
@@ -54,7 +54,6 @@ void X11Session::attach() {
         if (onCovered) onCovered(covered);
     };
     m_stacking.listen(false);
-    m_tray.look();
     m_displays.attach();
     // The screen is clear when the process has ended.
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, qGuiApp,

@@ -2,9 +2,9 @@
 
 #include "WindowServer/Session.h"
 #include "WindowServer/X11/Connection.h"
-#include "WindowServer/X11/Desktop/CompositorWatch.h"
 #include "WindowServer/X11/Desktop/DisplayList.h"
 #include "WindowServer/X11/Desktop/KeyGrab.h"
+#include "WindowServer/X11/Desktop/SelectionWatch.h"
 #include "WindowServer/X11/Desktop/TrayDock.h"
 #include "WindowServer/X11/Desktop/TrayWatch.h"
 #include "WindowServer/X11/Desktop/XSettings.h"
@@ -34,7 +34,7 @@ public:
     Snapshot groundOfDocked(ToolkitWindow window) override {
         return WindowServer::groundOfDocked(*m_connection, window);
     }
-    bool isComposited() const override { return m_compositor.isPresent(); }
+    bool isComposited() const override { return m_compositor.isOwned(); }
     bool canBeCovered() const override { return !m_connection->isXwayland(); }
     std::string themeName() const override { return m_settings.themeName(); }
     int windowScale() const override { return m_settings.windowScale(); }
@@ -65,7 +65,7 @@ private:
 
     std::unique_ptr<Connection> m_connection;
     DisplayList m_displays;
-    CompositorWatch m_compositor;
+    SelectionWatch m_compositor;
     TrayWatch m_tray;
     XSettings m_settings;
     KeyGrab m_key;

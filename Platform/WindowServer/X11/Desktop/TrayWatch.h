@@ -1,6 +1,7 @@
 #pragma once
 
 #include "WindowServer/Session.h"
+#include "WindowServer/X11/Desktop/SelectionWatch.h"
 
 #include <functional>
 
@@ -10,33 +11,25 @@ namespace WindowServer {
 
 class Connection;
 
-/// Whether a panel takes status icons on this server: one that does owns the tray's selection and
-/// announces itself to those who hear of the root window's structure.
+/// Whether a panel takes status icons on this server, and how.
 class TrayWatch {
 public:
     explicit TrayWatch(Connection& connection);
 
-    /// Finds the panel that is there already.
-    void look();
-
-    bool isPresent() const { return m_owner != XCB_WINDOW_NONE; }
-    xcb_window_t owner() const { return m_owner; }
+    bool isPresent() const { return m_tray.isOwned(); }
+    xcb_window_t owner() const { return m_tray.owner(); }
 
     /// Called as a panel comes or goes, hands over to another, or tells other colours.
     std::function<void()> onChanged;
 
-    void dock(ToolkitWindow icon, const std::function<void()>& docked);
+    void dock(ToolkitWindow icon, std::function<void()> docked);
 
     void handle(const xcb_generic_event_t& event);
 
 private:
-    bool concerns(const xcb_generic_event_t& event);
-
     Connection& m_connection;
-    xcb_atom_t m_selection;
-    xcb_atom_t m_announcement;
-    xcb_atom_t m_colors;
-    xcb_window_t m_owner = XCB_WINDOW_NONE;
+    SelectionWatch m_tray;
+    const xcb_atom_t m_colors;
     xcb_window_t m_icon = XCB_WINDOW_NONE; ///< The one that is to be docked.
     std::function<void()> m_docked;
 };

@@ -49,26 +49,17 @@ constexpr uint32_t most = 0x4000; ///< Of the property, in units of four bytes.
 } // namespace
 
 XSettings::XSettings(Connection& connection)
-    : m_connection(connection),
-      m_selection(
-          connection.atom(("_XSETTINGS_S" + std::to_string(connection.screenNumber())).c_str())),
+    : m_connection(connection), m_teller(connection, "_XSETTINGS_S"),
       m_property(connection.atom("_XSETTINGS_SETTINGS")) {
-    find();
-}
-
-void XSettings::find() {
-    const auto reply = m_connection.reply(xcb_get_selection_owner_reply,
-                                          xcb_get_selection_owner(m_connection.xcb(), m_selection));
-    m_owner = reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
-    if (m_owner == XCB_WINDOW_NONE) return;
-    listenToPanel(m_connection, m_owner);
+    m_teller.onChanged = [this] { read(); };
     read();
 }
 
 void XSettings::read() {
+    if (!m_teller.isOwned()) return;
     const auto reply = m_connection.reply(
-        xcb_get_property_reply,
-        xcb_get_property(m_connection.xcb(), false, m_owner, m_property, m_property, 0, most));
+        xcb_get_property_reply, xcb_get_property(m_connection.xcb(), false, m_teller.owner(),
+                                                 m_property, m_property, 0, most));
     if (!reply || reply->format != 8) return;
     Reader reader({static_cast<const char*>(xcb_get_property_value(reply.get())),
                    static_cast<size_t>(xcb_get_property_value_length(reply.get()))});
@@ -96,15 +87,10 @@ void XSettings::read() {
 }
 
 void XSettings::handle(const xcb_generic_event_t& event) {
-    const int type = typeOf(event);
-    if (type == XCB_CLIENT_MESSAGE) {
-        const auto& message = as<xcb_client_message_event_t>(event);
-        if (message.type == m_connection.atom("MANAGER") && message.data.data32[1] == m_selection)
-            find();
-    } else if (type == XCB_PROPERTY_NOTIFY) {
-        const auto& notify = as<xcb_property_notify_event_t>(event);
-        if (notify.window == m_owner && notify.atom == m_property) read();
-    }
+    m_teller.handle(event);
+    if (typeOf(event) != XCB_PROPERTY_NOTIFY) return;
+    const auto& notify = as<xcb_property_notify_event_t>(event);
+    if (notify.window == m_teller.owner() && notify.atom == m_property) read();
 }
 
 std::string XSettings::themeName() const {

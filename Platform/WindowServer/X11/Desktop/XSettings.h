@@ -1,5 +1,7 @@
 #pragma once
 
+#include "WindowServer/X11/Desktop/SelectionWatch.h"
+
 #include <functional>
 #include <map>
 #include <string>
@@ -26,13 +28,11 @@ public:
     void handle(const xcb_generic_event_t& event);
 
 private:
-    void find();
     void read();
 
     Connection& m_connection;
-    const xcb_atom_t m_selection;
+    SelectionWatch m_teller;
     const xcb_atom_t m_property;
-    xcb_window_t m_owner = XCB_WINDOW_NONE;
     std::map<std::string, std::string> m_texts;
     std::map<std::string, int> m_numbers;
 };

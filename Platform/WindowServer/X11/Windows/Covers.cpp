@@ -1,7 +1,7 @@
 #include "WindowServer/X11/Windows/Covers.h"
 
 #include "WindowServer/X11/Connection.h"
-#include "WindowServer/X11/Desktop/CompositorWatch.h"
+#include "WindowServer/X11/Desktop/SelectionWatch.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/Windows/Stacking.h"
 #include "WindowServer/X11/Windows/X11Surface.h"
@@ -26,7 +26,7 @@ constexpr int notImplemented = 1006;
 } // namespace
 
 Covers::Covers(Connection& connection, const DisplayList& displays,
-               const CompositorWatch& compositor, Stacking& stacking)
+               const SelectionWatch& compositor, Stacking& stacking)
     : m_connection(connection), m_displays(displays), m_compositor(compositor),
       m_stacking(stacking) {
     const auto run = [](QTimer& timer, const std::function<void()>& action) {
@@ -79,7 +79,7 @@ void Covers::displaysChanged() {
 
 /// A new one is about to show all that the covers hide, in an order of its own.
 void Covers::compositorChanged() {
-    if (m_compositor.isPresent())
+    if (m_compositor.isOwned())
         commit();
     else
         m_afterCompositor.start(afterCompositorMilliseconds);
@@ -112,7 +112,7 @@ void Covers::handle(const xcb_generic_event_t& event) {
             if (surface->shows(expose.window)) paint([&] { surface->expose(expose); });
     }
     for (X11Surface* surface : std::vector(m_surfaces))
-        if (surface->mend(event, m_compositor.isPresent())) replace(*surface);
+        if (surface->mend(event, m_compositor.isOwned())) replace(*surface);
     if (m_live && m_live->handle(event)) scheduleFrame();
     if (m_overlay && m_overlay->handle(event)) m_above.start(0);
 }
@@ -128,7 +128,7 @@ void Covers::replace(X11Surface& surface) {
         m_live->exempt(surface.sentinel());
         m_live->exempt(surface.window());
     }
-    surface.showAgain(m_compositor.isPresent());
+    surface.showAgain(m_compositor.isOwned());
     stack(surface);
     m_stacking.restack();
 }
@@ -136,7 +136,7 @@ void Covers::replace(X11Surface& surface) {
 void Covers::coverPlainly() {
     paint([&] {
         for (X11Surface* surface : m_surfaces)
-            if (surface->isMapped()) surface->showPlain(m_compositor.isPresent());
+            if (surface->isMapped()) surface->showPlain(m_compositor.isOwned());
     });
     m_live.reset();
     m_frame.stop();
@@ -181,7 +181,7 @@ void Covers::hideUnwanted() {
     for (X11Surface* surface : m_surfaces) {
         if (surface->wantsToShow()) continue;
         if (surface->isMapped()) unstack(*surface);
-        surface->hide(m_compositor.isPresent());
+        surface->hide(m_compositor.isOwned());
     }
     m_connection.flush();
 }
@@ -245,7 +245,7 @@ void Covers::showAll(const std::vector<X11Surface*>& surfaces) {
     paint([&] {
         if (overlay) overlay->show();
         for (X11Surface* surface : surfaces)
-            surface->show(overlay, m_compositor.isPresent());
+            surface->show(overlay, m_compositor.isOwned());
     });
     xcb_ungrab_server(m_connection.xcb());
     m_connection.flush();
@@ -257,7 +257,7 @@ void Covers::showAll(const std::vector<X11Surface*>& surfaces) {
 /// is seen of ours; not so in the overlay.
 bool Covers::wantsOverlay() const {
     if (!wantToShow()) return false;
-    if (!m_compositor.isPresent()) return m_overlay && m_afterCompositor.isActive();
+    if (!m_compositor.isOwned()) return m_overlay && m_afterCompositor.isActive();
     return m_connection.canBlurLive() && m_connection.hasShape() &&
            m_compositor.owner() != m_overpainter;
 }

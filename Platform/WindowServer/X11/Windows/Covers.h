@@ -15,7 +15,7 @@
 
 namespace WindowServer {
 
-class CompositorWatch;
+class SelectionWatch;
 class Connection;
 class DisplayList;
 class Stacking;
@@ -25,7 +25,7 @@ class X11Surface;
 /// keeps their blur current and other programs' hands off them.
 class Covers {
 public:
-    Covers(Connection& connection, const DisplayList& displays, const CompositorWatch& compositor,
+    Covers(Connection& connection, const DisplayList& displays, const SelectionWatch& compositor,
            Stacking& stacking);
     ~Covers();
 
@@ -78,7 +78,7 @@ private:
 
     Connection& m_connection;
     const DisplayList& m_displays;
-    const CompositorWatch& m_compositor;
+    const SelectionWatch& m_compositor;
     Stacking& m_stacking;
     std::vector<X11Surface*> m_surfaces;
     std::unique_ptr<LiveBlur> m_live;

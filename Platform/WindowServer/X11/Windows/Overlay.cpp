@@ -1,7 +1,7 @@
 #include "WindowServer/X11/Windows/Overlay.h"
 
 #include "WindowServer/X11/Connection.h"
-#include "WindowServer/X11/Desktop/CompositorWatch.h"
+#include "WindowServer/X11/Desktop/SelectionWatch.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Windows/Placement.h"
@@ -28,7 +28,7 @@ void listen(xcb_connection_t* xcb, xcb_window_t window, uint32_t mask) {
 
 } // namespace
 
-Overlay::Overlay(Connection& connection, const CompositorWatch& compositor,
+Overlay::Overlay(Connection& connection, const SelectionWatch& compositor,
                  std::function<bool(xcb_window_t)> isAbove)
     : m_connection(connection), m_compositor(compositor), m_plate(connection.newId()),
       m_damage(connection.newId()), m_above(connection, std::move(isAbove), 1) {

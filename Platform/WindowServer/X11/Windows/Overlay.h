@@ -14,7 +14,7 @@
 
 namespace WindowServer {
 
-class CompositorWatch;
+class SelectionWatch;
 class Connection;
 
 /// A plate in front of all that a compositor shows, its own views among it: a child of the overlay
@@ -25,7 +25,7 @@ class Connection;
 class Overlay {
 public:
     /// `isAbove` tells the windows of ours that stand above the covers.
-    Overlay(Connection& connection, const CompositorWatch& compositor,
+    Overlay(Connection& connection, const SelectionWatch& compositor,
             std::function<bool(xcb_window_t)> isAbove);
     ~Overlay();
     Overlay(const Overlay&) = delete;
@@ -62,7 +62,7 @@ private:
     void raise() const;
 
     Connection& m_connection;
-    const CompositorWatch& m_compositor;
+    const SelectionWatch& m_compositor;
     xcb_window_t m_overlay = XCB_NONE; ///< The server's.
     xcb_window_t m_plate;
     xcb_damage_damage_t m_damage;
