@@ -14,7 +14,8 @@ void explain() {
     theAlert = alert;
     alert->setMessageText("A Wayland session cannot be covered");
     alert->setInformativeText(
-        "Nimbrel Lite covers X11 screens. Here its cover would hide some windows alone and swallow "
+        QCoreApplication::applicationName().toStdString() +
+        " covers X11 screens. Here its cover would hide some windows alone and swallow "
         "every click, so the screens stay as they are. Choose an X11 (Xorg) session when you log "
         "in.");
     alert->addButtonWithTitle("OK");

@@ -28,8 +28,9 @@ using EventHandlerUPP = OSStatus (*)(EventHandlerCallRef nextHandler, EventRef e
 
 EventTargetRef GetApplicationEventTarget();
 
-/// Calls `handler` on the main thread for each event of the listed types that comes to the target.
-/// The handlers installed last are asked first. A handler can be installed once.
+/// Calls `handler` on the main thread for each event that comes to the target; the list can name
+/// hot keys alone, of which all events are. The handlers installed last are asked first. A handler
+/// can be installed once.
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount numTypes,
                              const EventTypeSpec* list, void* userData, EventHandlerRef* outRef);
 

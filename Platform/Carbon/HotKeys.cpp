@@ -35,7 +35,7 @@ OSStatus RegisterEventHotKey(UInt32 hotKeyCode, UInt32 hotKeyModifiers, EventHot
     static OpaqueEventHotKeyRef hotKey; // The session has one key to give.
     hotKey = {hotKeyID, target};
     Session::current().onKeyPressed = [] {
-        OpaqueEventRef event{{kEventClassKeyboard, kEventHotKeyPressed}, hotKey.id};
+        OpaqueEventRef event{hotKey.id};
         SendEventToEventTarget(&event, hotKey.target);
     };
     *outRef = &hotKey;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Foundation/NSArray.h"
 #include "Foundation/NSBundle.h"
 #include "Foundation/NSError.h"
 #include "Foundation/NSGeometry.h"

@@ -1,14 +1,17 @@
 #pragma once
 
-#include "Foundation/NSArray.h"
 #include "Foundation/NSObject.h"
 
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 class DefaultsFile;
+
+/// A list as it may come out of the defaults. What is no number there is held as its text.
+using NSArray = std::vector<std::variant<double, std::string>>;
 
 /// Values under string keys that outlive the process. They stand in a file named by the bundle
 /// identifier in the user's configuration folder. A value is written when its setter returns;

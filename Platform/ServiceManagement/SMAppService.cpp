@@ -1,4 +1,4 @@
-#include "ServiceManagement/SMAppService+Private.h"
+#include "ServiceManagement/SMAppService.h"
 
 #include "Foundation/NSBundle.h"
 #include "ServiceManagement/LoginEntry+Private.h"

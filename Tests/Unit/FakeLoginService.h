@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ServiceManagement/SMAppService+Private.h"
+#include "ServiceManagement/LoginEntry+Private.h"
 
 #include <string>
 #include <utility>

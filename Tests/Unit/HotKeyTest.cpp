@@ -43,7 +43,7 @@ TEST_F(HotKeyTest, TheHandlerTellsWhatItDealtWith) {
     EXPECT_EQ(hotKeyPressed(nullptr, nullptr, nullptr), eventNotHandledErr);
     const std::pair<EventHotKeyID, OSStatus> cases[] = {{{'NLHK', 2}, -9874}, {{'else', 1}, 0}};
     for (const auto& [key, status] : cases) {
-        OpaqueEventRef event{{kEventClassKeyboard, 5}, key};
+        OpaqueEventRef event{key};
         EXPECT_EQ(hotKeyPressed(nullptr, &event, nullptr), status);
         EXPECT_EQ(Cover::shared()->shown(), status == noErr);
     }
