@@ -10,6 +10,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 using testing::EndsWith;
 
 namespace {
@@ -152,6 +154,11 @@ TEST_F(LoginEntryTest, ARefusalLosesNothingAndTellsWhy) {
     EXPECT_THAT(registered(entry), EndsWith(".desktop: Not a file"));
     EXPECT_THAT(unregistered(entry), EndsWith(".desktop: Is a directory"));
     QDir().rmdir(own);
+
+    writeText(ofSystem, startsTrue);
+    ASSERT_EQ(mkfifo(own.toLocal8Bit(), 0600), 0);
+    EXPECT_THAT(unregistered(entry), EndsWith(".desktop: Not a file"));
+    EXPECT_TRUE(QFile::remove(ofSystem));
 
     writeText(own, QByteArray(2 << 20, '#'));
     EXPECT_THAT(registered(entry), EndsWith(".desktop: File too large"));
