@@ -13,6 +13,7 @@
 #include <xcb/damage.h>
 #include <xcb/res.h>
 #include <xcb/shape.h>
+#include <xcb/xfixes.h>
 
 namespace WindowServer {
 
@@ -47,6 +48,7 @@ Overlay::Overlay(Connection& connection, const SelectionWatch& compositor,
     dropInput(connection, m_plate);
     xcb_shape_select_input(xcb, m_plate, true);
     xcb_damage_create(xcb, m_damage, m_plate, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+    keepWhole();
     keepShapes();
 }
 
@@ -54,14 +56,30 @@ Overlay::~Overlay() {
     xcb_connection_t* const xcb = m_connection.xcb();
     xcb_damage_destroy(xcb, m_damage);
     xcb_destroy_window(xcb, m_plate);
-    if (!m_formerShape.empty())
+    if (m_formerShape)
         xcb_shape_rectangles(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
                              XCB_CLIP_ORDERING_UNSORTED, m_overlay, 0, 0,
-                             static_cast<uint32_t>(m_formerShape.size()), m_formerShape.data());
+                             static_cast<uint32_t>(m_formerShape->size()), m_formerShape->data());
     xcb_shape_select_input(xcb, m_overlay, false);
     listen(xcb, m_overlay, XCB_EVENT_MASK_NO_EVENT);
     xcb_composite_release_overlay_window(xcb, m_connection.root());
+    damageAll();
     m_connection.excuseRefusals(); // The plate may have been taken away.
+}
+
+/// Not every compositor knows that what it painted below the plate is lost.
+void Overlay::damageAll() const {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    const auto tree =
+        m_connection.reply(xcb_query_tree_reply, xcb_query_tree(xcb, m_connection.root()));
+    if (!tree) return;
+    const xcb_xfixes_region_t whole = m_connection.newId();
+    const xcb_rectangle_t rectangle = toX(everywhere);
+    xcb_xfixes_create_region(xcb, whole, 1, &rectangle);
+    const xcb_window_t* children = xcb_query_tree_children(tree.get());
+    for (int i = 0; i < tree->children_len; ++i)
+        xcb_damage_add(xcb, children[i], whole);
+    xcb_xfixes_destroy_region(xcb, whole);
 }
 
 std::unique_ptr<Pane> Overlay::makePane(const PixelRect& place, Pane::Ground ground) const {
@@ -101,6 +119,9 @@ bool Overlay::handle(const xcb_generic_event_t& event) {
         return handlePaint(event);
     if (type == m_connection.events().shape + XCB_SHAPE_NOTIFY) {
         const auto& notify = as<xcb_shape_notify_event_t>(event);
+        const bool isCut =
+            notify.affected_window == m_overlay && notify.shape_kind == XCB_SHAPE_SK_BOUNDING;
+        if (isCut && event.full_sequence != m_wholeAt) keepWhole();
         if (notify.affected_window == m_overlay || notify.affected_window == m_plate) keepShapes();
     }
     const xcb_window_t subject = subjectOf(event);
@@ -161,32 +182,37 @@ bool Overlay::hasContexts() const {
     });
 }
 
-/// A compositor cuts out full-screen windows that it leaves to the server, and one that ends takes
-/// back what let the input through.
-void Overlay::keepShapes() {
+/// A compositor cuts out full-screen windows that it leaves to the server.
+void Overlay::keepWhole() {
     xcb_connection_t* const xcb = m_connection.xcb();
     const auto sizeAsked = xcb_get_geometry(xcb, m_overlay);
     const auto boundsAsked = xcb_shape_get_rectangles(xcb, m_overlay, XCB_SHAPE_SK_BOUNDING);
+    const auto size = m_connection.reply(xcb_get_geometry_reply, sizeAsked);
+    const auto bounds = m_connection.reply(xcb_shape_get_rectangles_reply, boundsAsked);
+    m_formerShape.reset();
+    if (!size || !bounds) return;
+    const auto* first = xcb_shape_get_rectangles_rectangles(bounds.get());
+    const std::vector shape(first,
+                            first + xcb_shape_get_rectangles_rectangles_length(bounds.get()));
+    int64_t seen = 0;
+    for (const xcb_rectangle_t& part : shape)
+        seen += int64_t{part.width} * part.height;
+    if (seen >= int64_t{size->width} * size->height) return;
+    m_formerShape = shape;
+    m_wholeAt = makeWhole(m_overlay, XCB_SHAPE_SK_BOUNDING);
+    xcb_no_operation(xcb); // What is heard from now on is of others.
+    m_connection.flush();
+}
+
+/// A compositor that ends takes back what let the input through.
+void Overlay::keepShapes() const {
+    xcb_connection_t* const xcb = m_connection.xcb();
     const auto inputAsked = xcb_shape_get_rectangles(xcb, m_overlay, XCB_SHAPE_SK_INPUT);
     const auto ownAsked = xcb_shape_query_extents(xcb, m_plate);
     const auto ownInputAsked = xcb_shape_get_rectangles(xcb, m_plate, XCB_SHAPE_SK_INPUT);
-    const auto size = m_connection.reply(xcb_get_geometry_reply, sizeAsked);
-    const auto bounds = m_connection.reply(xcb_shape_get_rectangles_reply, boundsAsked);
     const auto input = m_connection.reply(xcb_shape_get_rectangles_reply, inputAsked);
     const auto own = m_connection.reply(xcb_shape_query_extents_reply, ownAsked);
     const auto ownInput = m_connection.reply(xcb_shape_get_rectangles_reply, ownInputAsked);
-    if (size && bounds) {
-        const auto* first = xcb_shape_get_rectangles_rectangles(bounds.get());
-        const std::vector shape(first,
-                                first + xcb_shape_get_rectangles_rectangles_length(bounds.get()));
-        int64_t seen = 0;
-        for (const xcb_rectangle_t& part : shape)
-            seen += int64_t{part.width} * part.height;
-        if (seen < int64_t{size->width} * size->height) {
-            m_formerShape = shape;
-            makeWhole(m_overlay, XCB_SHAPE_SK_BOUNDING);
-        }
-    }
     if (input && xcb_shape_get_rectangles_rectangles_length(input.get()) > 0)
         dropInput(m_connection, m_overlay);
     if (ownInput && xcb_shape_get_rectangles_rectangles_length(ownInput.get()) > 0)
@@ -196,8 +222,9 @@ void Overlay::keepShapes() {
     m_connection.flush();
 }
 
-void Overlay::makeWhole(xcb_window_t window, xcb_shape_kind_t kind) const {
-    xcb_shape_mask(m_connection.xcb(), XCB_SHAPE_SO_SET, kind, window, 0, 0, XCB_PIXMAP_NONE);
+uint32_t Overlay::makeWhole(xcb_window_t window, xcb_shape_kind_t kind) const {
+    return xcb_shape_mask(m_connection.xcb(), XCB_SHAPE_SO_SET, kind, window, 0, 0, XCB_PIXMAP_NONE)
+        .sequence;
 }
 
 /// Compositors follow the screen's size in their own time.

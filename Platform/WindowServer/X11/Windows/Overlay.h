@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <xcb/damage.h>
@@ -53,11 +54,13 @@ public:
     std::vector<PixelRect> update();
 
 private:
+    void damageAll() const;
     bool handlePaint(const xcb_generic_event_t& event);
     void keepOnTop(int type, const xcb_generic_event_t& event);
-    void keepShapes();
+    void keepWhole();
+    void keepShapes() const;
     bool hasContexts() const;
-    void makeWhole(xcb_window_t window, xcb_shape_kind_t kind) const;
+    uint32_t makeWhole(xcb_window_t window, xcb_shape_kind_t kind) const;
     void follow(const xcb_configure_notify_event_t& root) const;
     void raise() const;
 
@@ -71,7 +74,10 @@ private:
     bool m_isComplete = false; ///< Whether all of it has been painted once.
     bool m_isOverpainted = false;
     int m_foreignPaints = 0;
-    std::vector<xcb_rectangle_t> m_formerShape; ///< Of the overlay window; empty where it is kept.
+    /// What the compositor wants of the overlay window where it is whole meanwhile. A shape of no
+    /// rectangles hides all of it.
+    std::optional<std::vector<xcb_rectangle_t>> m_formerShape;
+    uint32_t m_wholeAt = 0; ///< The request that last made it whole.
 };
 
 } // namespace WindowServer
