@@ -50,8 +50,8 @@ std::unique_ptr<Process> Desktop::startWindowManager() const {
     return manager;
 }
 
-std::unique_ptr<Process> Desktop::startCompositor() const {
-    return startOwner("_NET_WM_CM_S0", {"picom", "--backend", "xrender", "--config", "/dev/null"});
+std::unique_ptr<Process> Desktop::startCompositor(const std::vector<std::string>& command) const {
+    return startOwner("_NET_WM_CM_S0", command);
 }
 
 Environment Desktop::environment() const {

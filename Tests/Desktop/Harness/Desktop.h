@@ -30,7 +30,9 @@ public:
 
     /// The neighbours most desktops have, each ready when it is returned.
     std::unique_ptr<Process> startWindowManager() const;
-    std::unique_ptr<Process> startCompositor() const;
+    std::unique_ptr<Process> startCompositor(const std::vector<std::string>& command = {
+                                                 "picom", "--backend", "xrender", "--config",
+                                                 "/dev/null"}) const;
 
     /// What a program finds in its environment here.
     Environment environment() const;

@@ -1,0 +1,250 @@
+// What the user sees is what the program says, whatever composites the screen.
+#include "Harness/Agent.h"
+#include "Harness/Await.h"
+#include "Harness/Keys.h"
+#include "Harness/TestWindow.h"
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+using namespace Harness;
+
+namespace {
+
+using Command = std::vector<std::string>;
+
+struct Compositor {
+    std::string name;
+    Command command;
+    bool manages = false;   ///< It is the window manager too, and can be replaced.
+    bool drawsOver = false; ///< Over the overlay too: what appears may show for a frame.
+    /// It sees no output of the test's server but the first, and of the windows that are older than
+    /// itself only those that it manages.
+    bool isGtk = false;
+    Command suspend = {};
+    Command resume = {};
+};
+
+void PrintTo(const Compositor& compositor, std::ostream* out) { *out << compositor.name; }
+
+Compositor picom(const std::string& name, const Command& settings,
+                 const std::string& file = "/dev/null") {
+    Compositor result = {name, {"picom", "--config", file, "--backend"}};
+    result.drawsOver = settings.front() == "xrender";
+    result.command.insert(result.command.end(), settings.begin(), settings.end());
+    return result;
+}
+
+Command askKWin(const std::string& method) {
+    return {"dbus-send",           "--session",   "--print-reply",
+            "--dest=org.kde.KWin", "/Compositor", "org.kde.kwin.Compositing." + method};
+}
+
+constexpr int sharp = 10;  ///< No blurred picture has such a step between neighbours.
+constexpr int clear = 100; ///< All that lies below has one, through what is translucent too.
+
+struct Stage {
+    Stage(const Compositor& its, std::unique_ptr<XServer> server)
+        : compositor(its), desktop(std::move(server)),
+          paper(desktop.display(), desktop.screen.bounds(),
+                its.isGtk ? TestWindow::Kind::Managed : TestWindow::Kind::Popup) {
+        desktop.extra = {{"LIBGL_ALWAYS_SOFTWARE", "1"}, {"KWIN_COMPOSE", "O2"}};
+        // But for where the buttons stand.
+        for (const Area& monitor : desktop.screen.monitors())
+            looked.push_back({monitor.x + 8, 0, monitor.width - 128, monitor.height});
+        if (!compositor.manages) manager = desktop.startWindowManager();
+        start();
+        paper.paintChecks(8);
+        paper.lower();
+        paper.show();
+    }
+
+    void start(const Command& more = {}) {
+        Command command = compositor.command;
+        command.insert(command.end(), more.begin(), more.end());
+        process = desktop.startCompositor(command);
+    }
+
+    void run(const Command& command) const {
+        Process asked(command, desktop.environment());
+        EXPECT_EQ(asked.awaitEnd(), 0) << asked.errors();
+    }
+
+    void toggle() const {
+        for (const uint8_t key : {controlKey, altKey, superKey, nKey})
+            desktop.input.hold(key);
+        for (const uint8_t key : {nKey, superKey, altKey, controlKey})
+            desktop.input.letGo(key);
+    }
+
+    bool shows(const Area& area) const { return desktop.screen.grab(area).sharpestStep() > sharp; }
+
+    /// The sharpest step that a look along some lines finds.
+    int sharpest(const Screen& screen) const {
+        int step = 0;
+        for (const Area& area : looked)
+            for (int y = area.y; y < area.bottom(); y += 24)
+                step = std::max(step, screen.grab({area.x, y, area.width, 1}).sharpestStep());
+        return step;
+    }
+    bool isCovered() const { return sharpest(desktop.screen) <= sharp; }
+    bool isClear() const { return sharpest(desktop.screen) > clear; }
+
+    /// Looks all the while and a little longer.
+    void watch(const char* what, const std::function<void()>& work) const {
+        std::atomic<size_t> looks = 0;
+        int inARow = 0;
+        int longest = 0;
+        std::jthread eye([&](const std::stop_token& ends) {
+            const Screen screen(desktop.display());
+            for (; !ends.stop_requested(); ++looks) {
+                inARow = sharpest(screen) > sharp ? inARow + 1 : 0;
+                longest = std::max(longest, inARow);
+            }
+        });
+        work();
+        const auto end = Clock::now() + 300ms;
+        await([&, enough = looks + 30] { return Clock::now() > end && looks > enough; });
+        eye.request_stop();
+        eye.join();
+        EXPECT_LE(longest, compositor.drawsOver ? 10 : 0) << what;
+    }
+
+    const Compositor& compositor;
+    Desktop desktop;
+    TestWindow paper;
+    std::vector<Area> looked;
+    std::unique_ptr<Process> manager;
+    std::unique_ptr<Process> process;
+};
+
+struct Composited : testing::TestWithParam<Compositor> {};
+
+} // namespace
+
+TEST_P(Composited, IsWhatTheProgramShows) {
+    auto server = XServer::outputs();
+    if (!server) GTEST_SKIP() << "no X server with several outputs can start here";
+    const Command plug = {"--output", "DUMMY1", "--mode", "1024x768", "--right-of", "DUMMY0"};
+    server->xrandr({"--addmode", "DUMMY1", "1024x768"});
+    if (!GetParam().isGtk) server->xrandr(plug);
+    Stage stage(GetParam(), std::move(server));
+    Desktop& desktop = stage.desktop;
+    Agent agent(desktop);
+    ASSERT_TRUE(await([&] { return agent.buttons().size() == stage.looked.size(); }));
+
+    // What stands ready for it may fade in at first, but it never does.
+    ASSERT_TRUE(await([&] { return stage.isClear(); }));
+    stage.toggle();
+    ASSERT_TRUE(await([&] { return stage.isCovered(); }));
+    stage.toggle();
+    ASSERT_TRUE(await([&] { return stage.isClear(); }));
+    stage.toggle();
+    int between = 0;
+    ASSERT_TRUE(await([&] {
+        const int step = stage.sharpest(desktop.screen);
+        between += step > sharp && step <= clear;
+        return step <= sharp;
+    }));
+    EXPECT_LE(between, 2);
+
+    TestWindow popup(desktop.display(), {0, 0, 1024, 768});
+    popup.paintChecks(6);
+    stage.watch("a popup", [&] { popup.show(); });
+    for (const ScreenWindow& each : agent.buttons())
+        EXPECT_TRUE(await([&] {
+            return stage.shows({each.area.x, each.area.y, 40, each.area.height});
+        })) << each.area;
+    const Area button = agent.buttons().at(0).area;
+    desktop.input.move(button.x + button.width / 2, button.y + button.height / 2);
+    desktop.input.click(3);
+    ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
+    const Area menu = agent.menus().at(0).area;
+    const Area text = {menu.x, menu.y, 100, menu.height};
+    EXPECT_TRUE(await([&] { return stage.shows(text); }));
+    desktop.input.strike(escapeKey);
+    EXPECT_TRUE(await([&] { return !stage.shows(text); }));
+    popup.hide();
+
+    TestWindow window(desktop.display(), {300, 200, 400, 300}, TestWindow::Kind::Managed);
+    window.paintChecks(6);
+    stage.watch("a window", [&] { window.show(); });
+    TestWindow film(desktop.display(), {0, 0, 1024, 768}, TestWindow::Kind::Managed);
+    film.paintChecks(6);
+    film.setStates({"_NET_WM_STATE_FULLSCREEN"});
+    stage.watch("a full-screen window", [&] { film.show(); });
+    stage.watch("a switch of windows", [&] {
+        desktop.input.hold(altKey);
+        desktop.input.strike(tabKey);
+        std::this_thread::sleep_for(200ms);
+        desktop.input.letGo(altKey);
+    });
+    film.hide();
+    window.hide();
+
+    // The picture lives on, below where it was before.
+    const auto brightness = [&] { return desktop.screen.grab(desktop.screen.bounds()).mean(); };
+    const double before = brightness();
+    stage.paper.paint(white);
+    EXPECT_TRUE(await([&] { return brightness() > before + 5; }));
+    stage.paper.paintChecks(8);
+
+    const auto second = stage.looked.back();
+    if (!GetParam().isGtk) stage.looked.pop_back();
+    stage.watch("a monitor less", [&] {
+        desktop.server->xrandr({"--fb", "2048x768", "--output", "DUMMY1", "--off"});
+        EXPECT_TRUE(await([&] { return agent.isCovered(); }));
+    });
+    stage.watch("a monitor more", [&] {
+        desktop.server->xrandr(plug);
+        EXPECT_TRUE(await([&] { return agent.isCovered(); }));
+    });
+    if (!GetParam().isGtk) stage.looked.push_back(second);
+    EXPECT_TRUE(await([&] { return stage.isCovered(); }));
+
+    if (!GetParam().suspend.empty()) {
+        stage.watch("suspended", [&] { stage.run(GetParam().suspend); });
+        stage.watch("resumed", [&] { stage.run(GetParam().resume); });
+    }
+    if (GetParam().manages)
+        stage.watch("replaced", [&] {
+            const auto former = std::move(stage.process);
+            stage.start({"--replace"});
+            EXPECT_TRUE(former->awaitEnd());
+        });
+    stage.watch("killed", [&] {
+        stage.process->send(SIGKILL);
+        EXPECT_TRUE(
+            await([&] { return desktop.screen.selectionOwner("_NET_WM_CM_S0") == XCB_NONE; }));
+    });
+    stage.watch("started", [&] { stage.start(); });
+
+    stage.toggle();
+    EXPECT_TRUE(await([&] { return stage.isClear(); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    By, Composited,
+    testing::Values(
+        Compositor{"KWin", {"kwin_x11"}, true, false, false, askKWin("suspend"), askKWin("resume")},
+        Compositor{"Xfwm", {"xfwm4", "--compositor=on"}, true, true, true},
+        picom("PicomTranslucent", {"xrender", "-i", "0.9", "--inactive-opacity-override",
+                                   "--fading", "--corner-radius", "20"}),
+        picom("PicomGl", {"glx", "--fading", "--shadow"})),
+    [](const auto& each) { return each.param.name; });
+
+// For the long run.
+INSTANTIATE_TEST_SUITE_P(
+    Each, Composited,
+    testing::Values(
+        picom("Picom", {"xrender"}), picom("PicomActive", {"xrender", "--active-opacity", "0.85"}),
+        picom("PicomDim", {"xrender", "--inactive-dim", "0.5"}),
+        picom("PicomRule", {"xrender", "--opacity-rule", "80:width > 0"}),
+        picom("PicomGlTranslucent",
+              {"glx", "-i", "0.9", "--inactive-opacity-override", "--corner-radius", "20"}),
+        picom("PicomSample", {"xrender"}, "/usr/share/doc/picom/examples/picom.sample.conf")),
+    [](const auto& each) { return each.param.name; });
