@@ -58,6 +58,20 @@ std::string infoOf(const char* key) {
     return NSBundle::mainBundle().objectForInfoDictionaryKey(key).value_or("");
 }
 
+/// The toolkit closes its menus as another program becomes the active one, and hears of that a
+/// tenth of a second late. A menu that was opened meanwhile is to stay: it has the mouse and the
+/// keyboard whichever program is active.
+class Toolkit : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        return event->type() == QEvent::ApplicationDeactivate
+                   ? QCoreApplication::notify(receiver, event)
+                   : QApplication::notify(receiver, event);
+    }
+};
+
 void makeQtApplication() {
     static int argc = 1;
     static std::string name = infoOf("CFBundleExecutable");
@@ -66,7 +80,7 @@ void makeQtApplication() {
     // that asks or restarts its clients is left out of it.
     QApplication::setAttribute(Qt::AA_DisableSessionManager);
     // Never deleted: the process ends with it, and with the windows and icons that hang on it.
-    auto& application = *new QApplication(argc, argv);
+    auto& application = *new Toolkit(argc, argv);
     // As panels and assistive technology call it. A display name would stand in every title too.
     QApplication::setApplicationName(QString::fromStdString(infoOf("CFBundleName")));
     QApplication::setQuitOnLastWindowClosed(false);

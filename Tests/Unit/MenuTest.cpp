@@ -122,6 +122,14 @@ TEST_F(MenuTest, LeavesAnItemAloneWhoseTargetHasGone) {
     EXPECT_THAT(program->log, ElementsAre("closed", "closed"));
 }
 
+TEST_F(MenuTest, StaysAsTheProgramCeasesToBeTheActiveOne) {
+    open([](const QMenu& native) {
+        QEvent deactivation(QEvent::ApplicationDeactivate);
+        QCoreApplication::sendEvent(qApp, &deactivation);
+        EXPECT_TRUE(native.isVisible());
+    });
+}
+
 TEST_F(MenuTest, DoesNotOpenWithoutItems) {
     NSView view(NSRect{});
     const NSEvent event(NSEventTypeRightMouseDown, 0);
