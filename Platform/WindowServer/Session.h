@@ -1,6 +1,6 @@
 // The connection to the window server: the screens, the surfaces that windows are made of, and the
 // background blur. AppKit speaks to the screen through these classes alone; the X11 folder
-// implements them on a real server, HeadlessSession in memory.
+// implements them on a real server.
 #pragma once
 
 #include <cstdint>
@@ -92,11 +92,11 @@ public:
     virtual ~Session() = default;
 
     /// Opens the session on the server that DISPLAY names, and has the toolkit use the same, before
-    /// the application object exists; or in memory where the toolkit's `offscreen` platform is
-    /// asked for. False where no server answers.
+    /// the application object exists. False where no server answers. One that was installed before
+    /// is kept.
     static bool open();
 
-    /// The open session. Tests put their own in place with `install`.
+    /// The open session.
     static Session& current();
     static void install(std::unique_ptr<Session> session);
 

@@ -172,7 +172,8 @@ TEST(Lifetime, SaysInOneSentenceThatThereIsNoDisplay) {
     Folder home;
     Environment environment = {{"PATH", inheritedEnvironment()["PATH"]},
                                {"HOME", home.path().string()},
-                               {"XDG_RUNTIME_DIR", home.make("runtime").string()}};
+                               {"XDG_RUNTIME_DIR", home.make("runtime").string()},
+                               {"QT_QPA_PLATFORM", "offscreen"}};
     for (const char* display : {"", ":987654"}) {
         environment.erase("DISPLAY");
         if (*display) environment["DISPLAY"] = display;

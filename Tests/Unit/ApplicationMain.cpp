@@ -1,3 +1,5 @@
+#include "HeadlessSession.h"
+
 #include "AppKit/AppKit.h"
 #include "Bubble.h"
 #include "Carbon/CarbonEvents+Private.h"
@@ -18,7 +20,7 @@ namespace {
 /// what it stores. A mere listing of the tests has none of that.
 struct Application : testing::Environment {
     void SetUp() override {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        WindowServer::HeadlessSession::install();
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
         qputenv("XDG_CONFIG_HOME", configuration.emplace().path().toLocal8Bit());
         NSApplication::sharedApplication();

@@ -1,4 +1,6 @@
 // The program on a session bus: other instances of it, and the desktop's requests and settings.
+#include "HeadlessSession.h"
+
 #include "AppKit/AppKit.h"
 
 #include <gtest/gtest.h>
@@ -159,6 +161,7 @@ int main(int argc, char** argv) {
                                                          "org.freedesktop.Application", "Activate")
                           << QVariantMap());
     first.connection.interface()->registeredServiceNames(); // Now the bus has read the request.
+    WindowServer::HeadlessSession::install();
     NSApplication::sharedApplication();
     return RUN_ALL_TESTS();
 }

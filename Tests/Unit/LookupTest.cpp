@@ -1,6 +1,7 @@
 // One process for each set of names: the program looks them up once in a process.
+#include "HeadlessSession.h"
+
 #include "AppKit/AppKit.h"
-#include "WindowServer/HeadlessSession.h"
 #include "WindowServerBlur.h"
 
 #include <cstdint>
@@ -45,6 +46,7 @@ int32_t SLSSetWindowBackgroundBlurRadius(int32_t from, uint32_t window, int32_t 
 }
 
 int main() {
+    auto& session = WindowServer::HeadlessSession::install();
     NSApplication::sharedApplication();
     const auto makeWindow = [] {
         return NSWindow(CGRectMake(0, 0, 9, 9), NSWindowStyleMaskBorderless, NSBackingStoreBuffered,
@@ -71,8 +73,7 @@ int main() {
     else
         expect(!EXPECTED, "nothing succeeds without a call");
 
-    static_cast<WindowServer::HeadlessSession&>(WindowServer::Session::current()).grantsNumbers =
-        false;
+    session.grantsNumbers = false;
     expect(!WindowServerBlur::set(168, makeWindow()), "a window without a number has no blur");
     expect(connections == asked.calls && asked.calls <= 2, "and none is asked for");
     return failures;

@@ -1,8 +1,9 @@
 // The screens that a test connects, and the windows that come to stand on them.
 #pragma once
 
+#include "HeadlessSession.h"
+
 #include "Foundation/Foundation.h"
-#include "WindowServer/HeadlessSession.h"
 
 #include <gtest/gtest.h>
 
