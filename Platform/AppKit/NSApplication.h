@@ -18,10 +18,7 @@ inline const NSNotificationName NSApplicationDidChangeScreenParametersNotificati
 inline const NSNotificationName NSApplicationDidFinishLaunchingNotification =
     "NSApplicationDidFinishLaunchingNotification";
 
-enum NSApplicationActivationPolicy : NSInteger {
-    NSApplicationActivationPolicyRegular = 0,
-    NSApplicationActivationPolicyAccessory = 1,
-};
+enum NSApplicationActivationPolicy : NSInteger { NSApplicationActivationPolicyAccessory = 1 };
 
 /// Credits, an NSAttributedString.
 inline const std::string NSAboutPanelOptionCredits = "Credits";
@@ -55,9 +52,8 @@ public:
         m_delegate = delegate;
     }
 
-    /// Tells only what the program is: it has no tile in any dock either way.
-    NSApplicationActivationPolicy activationPolicy() const { return m_activationPolicy; }
-    void setActivationPolicy(NSApplicationActivationPolicy policy) { m_activationPolicy = policy; }
+    /// Without effect: the program has no tile in any dock either way.
+    void setActivationPolicy(NSApplicationActivationPolicy) {}
 
     /// Launches the delegate and handles events until the application is asked to terminate.
     void run();
@@ -89,7 +85,6 @@ private:
     void reopen();
 
     std::weak_ptr<NSApplicationDelegate> m_delegate;
-    NSApplicationActivationPolicy m_activationPolicy = NSApplicationActivationPolicyRegular;
     std::optional<NSEvent> m_currentEvent;
     std::function<void(NSInteger)> m_stopModal; ///< Ends the innermost modal loop.
     std::shared_ptr<AboutController> m_about;

@@ -32,10 +32,7 @@ enum NSWindowCollectionBehavior : NSUInteger {
     NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8,
 };
 
-enum NSWindowAnimationBehavior : NSInteger {
-    NSWindowAnimationBehaviorDefault = 0,
-    NSWindowAnimationBehaviorNone = 2,
-};
+enum NSWindowAnimationBehavior : NSInteger { NSWindowAnimationBehaviorNone = 2 };
 
 enum NSWindowToolbarStyle : NSInteger { NSWindowToolbarStylePreference = 2 };
 
@@ -137,25 +134,19 @@ public:
     /// Called by what stands on the screen for the window when the user has moved it.
     void movedByUser(const NSPoint& origin);
 
-    // Nothing here could be otherwise: no window is restored, and there is one toolbar style.
-    void setRestorable(bool) {}
-    void setToolbarStyle(NSWindowToolbarStyle) {}
-
-    // What the window server grants every window of this kind anyway; kept for those who ask.
-    bool isOpaque() const { return m_opaque; }
-    void setOpaque(bool opaque) { m_opaque = opaque; }
+    /// Of a panel alone, where a compositor blends it.
     bool hasShadow() const { return m_hasShadow; }
     void setHasShadow(bool hasShadow) { m_hasShadow = hasShadow; }
-    bool isMovable() const { return m_movable; }
-    void setMovable(bool movable) { m_movable = movable; }
-    bool isReleasedWhenClosed() const { return m_releasedWhenClosed; }
-    void setReleasedWhenClosed(bool released) { m_releasedWhenClosed = released; }
-    NSUInteger collectionBehavior() const { return m_collectionBehavior; }
-    void setCollectionBehavior(NSUInteger behavior) { m_collectionBehavior = behavior; }
-    NSWindowAnimationBehavior animationBehavior() const { return m_animationBehavior; }
-    void setAnimationBehavior(NSWindowAnimationBehavior behavior) {
-        m_animationBehavior = behavior;
-    }
+
+    // Without effect here: no window is restored, animated or moved by more than the program and
+    // its title bar, every cover and panel is on all workspaces, and objects live by reference.
+    void setRestorable(bool) {}
+    void setToolbarStyle(NSWindowToolbarStyle) {}
+    void setOpaque(bool) {}
+    void setMovable(bool) {}
+    void setReleasedWhenClosed(bool) {}
+    void setCollectionBehavior(NSUInteger) {}
+    void setAnimationBehavior(NSWindowAnimationBehavior) {}
 
 private:
     friend class NSApplication;
@@ -180,10 +171,5 @@ private:
     bool m_ignoresMouseEvents = false;
     NSColor m_backgroundColor = NSColor::clearColor();
     std::shared_ptr<NSView> m_contentView;
-    bool m_opaque = true;
     bool m_hasShadow = true;
-    bool m_movable = true;
-    bool m_releasedWhenClosed = true;
-    NSUInteger m_collectionBehavior = 0;
-    NSWindowAnimationBehavior m_animationBehavior = NSWindowAnimationBehaviorDefault;
 };
