@@ -46,11 +46,11 @@ void Bubble::start() {
 
 // Nothing of a panel outlives a change of the screens but its stored spot.
 void Bubble::rebuild() {
-    for (const auto& [number, panel] : panels)
+    for (const auto& [number, panel] : m_panels)
         panel->orderOut(nullptr);
-    panels.clear();
+    m_panels.clear();
     for (const auto& screen : NSScreen::screens())
-        if (const auto number = displayNumber(*screen)) panels[*number] = add(*number, *screen);
+        if (const auto number = displayNumber(*screen)) m_panels[*number] = add(*number, *screen);
 }
 
 std::shared_ptr<BubblePanel> Bubble::add(uint32_t home, const NSScreen& on) {
@@ -79,7 +79,7 @@ std::shared_ptr<BubblePanel> Bubble::add(uint32_t home, const NSScreen& on) {
 
 void Bubble::refreshIcons() {
     const bool shown = Cover::shared()->shown();
-    for (const auto& [number, panel] : panels)
+    for (const auto& [number, panel] : m_panels)
         panel->button->setBlurred(shown);
 }
 

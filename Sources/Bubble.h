@@ -20,13 +20,14 @@ public:
     /// Makes the buttons and follows the screens and the cover from here on. Called once.
     void start();
 
-private:
-    friend class BubbleTest;
+    /// By display number.
+    const std::map<uint32_t, std::shared_ptr<BubblePanel>>& panels() const { return m_panels; }
 
+private:
     void rebuild();
     std::shared_ptr<BubblePanel> add(uint32_t home, const NSScreen& on);
     void refreshIcons();
     void settle(BubblePanel& panel);
 
-    std::map<uint32_t, std::shared_ptr<BubblePanel>> panels; ///< By display number.
+    std::map<uint32_t, std::shared_ptr<BubblePanel>> m_panels;
 };

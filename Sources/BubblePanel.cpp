@@ -1,6 +1,8 @@
 #include "BubblePanel.h"
 
 #include "HotKey.h"
+#include "Levels.h"
+#include "Theme.h"
 
 #include <cmath>
 #include <string>
@@ -9,8 +11,8 @@ namespace {
 
 const NSColor& discColor(bool blurred) {
     static const NSColor dark = NSColor::colorWithSRGBRed(28 / 255.0, 32 / 255.0, 41 / 255.0, 0.9);
-    static const NSColor blue =
-        NSColor::colorWithSRGBRed(30 / 255.0, 136 / 255.0, 229 / 255.0, 1.0);
+    const auto& [r, g, b] = std::get<Color::Components>(Theme::blue.base());
+    static const NSColor blue = NSColor::colorWithSRGBRed(r, g, b, 1.0);
     return blurred ? blue : dark;
 }
 
@@ -164,7 +166,7 @@ BubblePanel::BubblePanel(CGFloat size, CGFloat idleAlpha)
     setBackgroundColor(NSColor::clearColor());
     setHasShadow(true);
     setFloatingPanel(true);
-    setLevel(NSScreenSaverWindowLevel + 1); // Above the cover; the line before set another.
+    setLevel(aboveTheCovers); // The line before set another.
     setCollectionBehavior(
         NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorStationary |
         NSWindowCollectionBehaviorIgnoresCycle | NSWindowCollectionBehaviorFullScreenAuxiliary);

@@ -2,6 +2,6 @@
 
 #include "Foundation/Foundation.h"
 
-/// Where alerts and the edition window stand: above the covers at 1000 and the floating buttons at
-/// 1001, so that they can be read while the screens are blurred.
-inline constexpr NSInteger aboveTheButtons = 1002;
+// What is to be seen while the screens are blurred stands above the covers, which are at 1000.
+inline constexpr NSInteger aboveTheCovers = 1001;  ///< The floating buttons.
+inline constexpr NSInteger aboveTheButtons = 1002; ///< Alerts and the edition window.

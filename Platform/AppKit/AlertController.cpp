@@ -130,11 +130,8 @@ private:
     }
 
     QPushButton* cancelButton() const {
-        if (m_buttons.size() == 1) return m_buttons.front();
-        const auto found = std::ranges::find_if(m_buttons, [](const QPushButton* button) {
-            return button->text() == "Not Now" || button->text() == "Cancel";
-        });
-        return found == m_buttons.end() ? nullptr : *found;
+        if (m_buttons.empty()) return nullptr;
+        return m_buttons.size() == 1 ? m_buttons[0] : m_buttons[1];
     }
 
     void moveFocus(int by) {

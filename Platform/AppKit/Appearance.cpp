@@ -2,6 +2,7 @@
 
 #include "AppKit/ControlStyle+Private.h"
 #include "AppKit/Qt/ControlDrawing.h"
+#include "Foundation/NSBundle.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -21,7 +22,6 @@ struct Tones {
     QRgb faintText;
 };
 
-constexpr QRgb accent = 0xff1e88e5;
 constexpr QRgb onAccent = 0xffffffff;
 constexpr Tones light = {0xfff5f5f7, 0xffffffff, 0xffffffff, 0xffc8c8cc,
                          0xff1d1d1f, 0xff66666b, 0xff8a8a8e};
@@ -29,6 +29,8 @@ constexpr Tones dark = {0xff29292b, 0xff1e1e20, 0xff4a4a4d, 0xff55555a,
                         0xfff2f2f4, 0xffa8a8ae, 0xff8e8e93};
 
 QPalette paletteOf(const Tones& tones) {
+    const QColor accent(QString::fromStdString(
+        NSBundle::mainBundle().objectForInfoDictionaryKey("NSAccentColorName").value_or("")));
     using Role = QPalette::ColorRole;
     const QColor window(tones.window);
     const std::pair<Role, QColor> colors[] = {

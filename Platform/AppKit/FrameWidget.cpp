@@ -123,7 +123,7 @@ void FrameWidget::enter() {
     }
     // Window managers put a window that comes back where they like, unless it asks for a place.
     if (!isVisible()) place(rectOf(m_window.frame()));
-    Session::current().setName(winId(), "nimbrel-lite");
+    Session::current().setName(winId(), QCoreApplication::arguments().value(0).toStdString());
     show();
     raise();
     m_isEntering = true;

@@ -19,8 +19,7 @@ inline constexpr NSModalResponse NSModalResponseAbort = -1001;
 class AlertController;
 
 /// A question in a small window that has to be answered before anything else of the program's.
-/// Return presses the first button; Escape the one that says "Not Now" or "Cancel", or the only
-/// one.
+/// Return presses the first button; Escape the second, as the one that declines, or the only one.
 class NSAlert : public NSObject {
 public:
     NSAlert();

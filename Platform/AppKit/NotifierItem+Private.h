@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QDBusConnection>
+#include <QGuiApplication>
 #include <QList>
 #include <QMetaType>
 #include <QString>
@@ -53,7 +54,7 @@ public:
     QRect place() const override;
 
     QString category() const { return "SystemServices"; }
-    QString id() const { return "com.vardek.NimbrelLite"; }
+    QString id() const { return QGuiApplication::desktopFileName(); }
     QString status() const { return "Active"; }
     bool itemIsMenu() const { return false; }
     QString title() const; ///< What trays read out: the program, and what a click does next.

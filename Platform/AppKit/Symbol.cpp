@@ -1,6 +1,7 @@
 #include "AppKit/Symbol+Private.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QImage>
 #include <QSvgRenderer>
 
@@ -34,7 +35,8 @@ QString symbolFile(const std::string& name) {
 }
 
 QString traySymbolName(const std::string& name) {
-    return "com.vardek.NimbrelLite." + QString::fromStdString(name) + "-symbolic";
+    const QString program = QGuiApplication::desktopFileName();
+    return program + "." + QString::fromStdString(name) + "-symbolic";
 }
 
 QString traySymbolFile(const std::string& name, int side) {

@@ -3,6 +3,7 @@
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Windows/Placement.h"
+#include "WindowServer/X11/Windows/WindowClass.h"
 
 #include <QGuiApplication>
 
@@ -29,7 +30,7 @@ void setNumbers(Connection& connection, ToolkitWindow window, const char* proper
 } // namespace
 
 void setToolkitName(Connection&, ToolkitWindow window, const std::string& instance) {
-    const std::string name = instance + '\0' + "nimbrel-lite" + '\0';
+    const std::string name = windowClass(instance);
     xcb_change_property(toolkitConnection(), XCB_PROP_MODE_REPLACE,
                         static_cast<xcb_window_t>(window), XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
                         static_cast<uint32_t>(name.size()), name.data());

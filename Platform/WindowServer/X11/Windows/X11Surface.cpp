@@ -8,6 +8,7 @@
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Windows/Overlay.h"
 #include "WindowServer/X11/Windows/Placement.h"
+#include "WindowServer/X11/Windows/WindowClass.h"
 
 #include <cmath>
 #include <utility>
@@ -124,7 +125,7 @@ void X11Surface::writeTitle() {
 void X11Surface::writeName() {
     if (m_name.empty()) return;
     setText(m_connection, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
-            "cover:" + m_name + '\0' + "nimbrel-lite" + '\0');
+            windowClass("cover:" + m_name));
 }
 
 void X11Surface::setFrame(const CGRect& frame) {
