@@ -59,9 +59,6 @@ public:
         if (onDisplaysChanged) onDisplaysChanged();
     }
 
-    bool canBeCovered() const override { return isCoverable; }
-    bool isCoverable = true;
-
     std::string themeName() const override { return m_themeName; }
     void setThemeName(const std::string& name) {
         m_themeName = name;

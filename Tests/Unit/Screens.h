@@ -29,25 +29,7 @@ protected:
     void SetUp() override {
         screens().setDisplays(twoScreens());
         screens().blurAnswer = 0;
-        screens().isCoverable = true;
         screens().setThemeName("");
     }
     void TearDown() override { screens().setDisplays({}); }
-};
-
-/// Counts the posts of a notification while it lives.
-class PostCounter {
-public:
-    explicit PostCounter(const NSNotificationName& name) {
-        NSNotificationCenter::defaultCenter().addObserverForName(
-            name, nullptr, NSOperationQueue::mainQueue(),
-            [posts = m_posts](const NSNotification& notification) {
-                posts->push_back(notification.object());
-            });
-    }
-    int count() const { return static_cast<int>(m_posts->size()); }
-    const std::vector<id>& objects() const { return *m_posts; }
-
-private:
-    std::shared_ptr<std::vector<id>> m_posts = std::make_shared<std::vector<id>>();
 };

@@ -2,18 +2,22 @@
 
 #include "AppKit/AppKit.h"
 
-using WindowServer::HeadlessSurface;
-
 namespace {
 
 class WindowTest : public ScreensTest {
 protected:
-    HeadlessSurface& surface() { return *screens().surfaces().back(); }
+    void SetUp() override {
+        ScreensTest::SetUp();
+        window.setContentView(content);
+    }
 
-    std::shared_ptr<NSView> layered(const NSRect& frame, const CGColor& color) {
-        auto view = std::make_shared<NSView>(frame);
+    static WindowServer::Look look() { return screens().surfaces().back()->look; }
+
+    std::shared_ptr<NSView> add(const CGColor& color, const std::shared_ptr<NSView>& above = {}) {
+        const auto view = std::make_shared<NSView>(full);
         view->setWantsLayer(true);
         view->layer()->setBackgroundColor(color);
+        above ? content->addSubview(view, NSWindowBelow, above) : content->addSubview(view);
         return view;
     }
 
@@ -26,62 +30,38 @@ protected:
 
 } // namespace
 
-TEST_F(WindowTest, LaysItsColoursOverEachOther) {
+TEST_F(WindowTest, LaysTheColoursThatCoverItOverEachOther) {
     window.setBackgroundColor(NSColor::colorWithSRGBRed(0, 1, 0, 1));
-    EXPECT_EQ(surface().look.overlay, (CGColor{0, 1, 0, 1}));
-    window.setContentView(content);
-    const auto front = layered(full, halfBlue);
-    content->addSubview(front);
-    EXPECT_EQ(surface().look.overlay, (CGColor{0, 0.5, 0.5, 1}));
-    content->addSubview(layered(full, red), NSWindowBelow, front);
-    EXPECT_EQ(surface().look.overlay, (CGColor{0.5, 0, 0.5, 1}));
+    EXPECT_EQ(look().overlay, (CGColor{0, 1, 0, 1}));
+    const auto front = add(halfBlue);
+    EXPECT_EQ(look().overlay, (CGColor{0, 0.5, 0.5, 1}));
+    const auto back = add(red, front);
+    EXPECT_EQ(look().overlay, (CGColor{0.5, 0, 0.5, 1}));
+    back->setFrame(CGRectMake(10, 0, 90, 50));
+    EXPECT_EQ(look().overlay, (CGColor{0, 0.5, 0.5, 1}));
+    back->setFrame(full);
     front->setHidden(true);
-    EXPECT_EQ(surface().look.overlay, red);
+    EXPECT_EQ(look().overlay, red);
     front->setHidden(false);
     front->setWantsLayer(false);
-    EXPECT_EQ(surface().look.overlay, red);
-}
-
-TEST_F(WindowTest, LeavesOutAViewThatDoesNotCoverIt) {
-    window.setContentView(content);
-    const auto part = layered(CGRectMake(10, 0, 90, 50), red);
-    content->addSubview(part);
-    EXPECT_EQ(surface().look.overlay, CGColor{});
-    part->setFrame(full);
-    EXPECT_EQ(surface().look.overlay, red);
+    EXPECT_EQ(look().overlay, red);
 }
 
 TEST_F(WindowTest, AMaterialHidesWhatLiesBehindIt) {
-    window.setContentView(content);
-    const auto tint = layered(full, halfBlue);
-    content->addSubview(tint);
-    content->addSubview(layered(full, red), NSWindowBelow, tint);
-    const auto material = std::make_shared<NSVisualEffectView>(full);
-    content->addSubview(material, NSWindowBelow, tint);
-    EXPECT_EQ(content->subviews()[1], material);
-    EXPECT_TRUE(surface().look.material);
-    EXPECT_EQ(surface().look.overlay, halfBlue);
+    const auto tint = add(halfBlue);
+    add(red, tint);
+    content->addSubview(std::make_shared<NSVisualEffectView>(full), NSWindowBelow, tint);
+    EXPECT_EQ(look(), (WindowServer::Look{true, halfBlue}));
     content->setHidden(true);
-    EXPECT_EQ(surface().look, WindowServer::Look{});
+    EXPECT_EQ(look(), WindowServer::Look{});
 }
 
 TEST_F(WindowTest, AViewThatLeftTheWindowChangesNothingThere) {
-    window.setContentView(content);
-    const auto tint = layered(full, red);
-    content->addSubview(tint);
+    const auto tint = add(red);
     window.setContentView(std::make_shared<NSView>());
-    EXPECT_EQ(surface().look, WindowServer::Look{});
     EXPECT_EQ(tint->window(), nullptr);
     tint->layer()->setBackgroundColor(halfBlue);
-    EXPECT_EQ(surface().look, WindowServer::Look{});
+    EXPECT_EQ(look(), WindowServer::Look{});
     content.reset(); // The tint outlives its superview.
     tint->setHidden(true);
-}
-
-TEST_F(WindowTest, AChangeOfScreensIsPostedOnce) {
-    const PostCounter posts(NSApplicationDidChangeScreenParametersNotification);
-    screens().setDisplays(twoScreens());
-    EXPECT_EQ(posts.count(), 0);
-    screens().setDisplays({});
-    EXPECT_EQ(posts.count(), 1);
 }
