@@ -2,9 +2,11 @@
 #include "SwiftUI/Qt/ViewNode.h"
 #include "SwiftUI/Stacks.h"
 
+#include <QApplication>
 #include <QScrollArea>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -20,6 +22,8 @@ public:
         // The window's own ground shows through.
         viewport()->setAutoFillBackground(false);
         content->setAutoFillBackground(false);
+        connect(qApp, &QApplication::focusChanged, this,
+                [this](const QWidget*, QWidget* now) { follow(now); });
     }
 
     /// With something to scroll it is a stop of the Tab key, so that the arrow keys reach it.
@@ -39,7 +43,17 @@ protected:
     void focusOutEvent(QFocusEvent*) override { m_indicator.setMarked(false); }
 
 private:
+    /// To whatever the keyboard comes to. The toolkit sees to that only if it was in here before.
+    /// One that has had it all along may have been scrolled out of sight, and stays there as the
+    /// window becomes active again.
+    void follow(QWidget* focused) {
+        if (!focused || focused->window() != window()) return;
+        if (std::exchange(m_focused, focused) != focused && widget()->isAncestorOf(focused))
+            ensureWidgetVisible(focused);
+    }
+
     ScrollIndicator& m_indicator;
+    const QWidget* m_focused = nullptr; ///< In this window, the last to have the keyboard.
 };
 
 class ScrollNode : public ViewNode {

@@ -171,6 +171,20 @@ TEST(ViewTree, ScrollsAFormThatIsTallerThanItsRoom) {
     EXPECT_TRUE(area.verticalScrollBar()->isVisible());
 }
 
+TEST(ViewTree, ScrollsToWhereTheKeyboardComesFromOutside) {
+    Shown shown(ScrollView(VStack({}, {box(10, 400), Button("Last", [] {})})));
+    auto& bar = *shown.host.findChild<QScrollArea*>()->verticalScrollBar();
+    EXPECT_EQ(bar.value(), 0);
+    buttonIn(shown.host, "Last").setFocus(Qt::BacktabFocusReason);
+    EXPECT_EQ(bar.value(), bar.maximum());
+
+    bar.setValue(10);
+    QApplication::setActiveWindow(nullptr);
+    QApplication::setActiveWindow(&shown.host);
+    EXPECT_EQ(focusedName(), "Last");
+    EXPECT_EQ(bar.value(), 10);
+}
+
 TEST(ViewTree, TheKeysPressTheButtonsThatTheyBelongTo) {
     std::string pressed;
     const auto button = [&](const std::string& name) {
