@@ -143,7 +143,14 @@ TEST_F(Settings, ComeToTheFrontFromWhereverTheyWerePutAway) {
     reopen();
     ASSERT_TRUE(await(hasKeyboard));
     const std::pair<const char*, std::function<void(xcb_window_t)>> ways[] = {
-        {"minimised", [&](xcb_window_t window) { askManager(window, "WM_CHANGE_STATE", 3); }},
+        {"minimised",
+         [&](xcb_window_t window) {
+             // The program may still be asking for the keyboard, which brings the window back.
+             await([&] {
+                 askManager(window, "WM_CHANGE_STATE", 3);
+                 return holdsFor(200ms, [&] { return !hasKeyboard(); });
+             });
+         }},
         {"shaded",
          [&](xcb_window_t window) {
              askManager(window, "_NET_WM_STATE", 1, client.atom("_NET_WM_STATE_SHADED"));
