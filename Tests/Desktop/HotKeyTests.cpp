@@ -1,20 +1,14 @@
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
 #include "Harness/Keys.h"
-#include "Harness/TestWindow.h"
+#include "Harness/OnDesktop.h"
 
 #include <algorithm>
 #include <csignal>
 #include <list>
 #include <set>
 
-#include <gtest/gtest.h>
-
 using namespace Harness;
 
 namespace {
-
-constexpr uint8_t chordModifiers[] = {37, 64, 133}; // Control, Alt, Super
 
 struct HotKeys : testing::Test {
     HotKeys() : client(desktop.display()) {}
@@ -26,19 +20,8 @@ struct HotKeys : testing::Test {
         ASSERT_EQ(process.awaitEnd(), 0) << command.front() << ": " << process.errors();
     }
 
-    void hold(uint8_t key = nKey) const {
-        for (const uint8_t modifier : chordModifiers)
-            desktop.input.hold(modifier);
-        desktop.input.hold(key);
-    }
-    void letGo(uint8_t key = nKey) const {
-        desktop.input.letGo(key);
-        for (const uint8_t modifier : chordModifiers)
-            desktop.input.letGo(modifier);
-    }
     void strike(uint8_t key = nKey) const {
-        hold(key);
-        letGo(key);
+        desktop.input.strikeTogether({controlKey, altKey, superKey, key});
     }
 
     /// Which modifiers are on.
@@ -120,39 +103,32 @@ TEST_F(HotKeys, FollowTheModifiersWhereverTheyMove) {
     expectToggles(agent, "with Super elsewhere");
 }
 
-TEST_F(HotKeys, FollowTheLayout) {
+TEST_F(HotKeys, BelongToThePlaceOfTheKeyInEveryLayout) {
+    const Folder folder;
+    const auto placeKeys = [&](int n, int m) {
+        const auto keymap = folder.write(
+            "keymap", "xkb_keymap { xkb_keycodes { include \"evdev+aliases(qwerty)\" <AB06> = " +
+                          std::to_string(n) + "; <AB07> = " + std::to_string(m) +
+                          "; };\nxkb_types { include \"complete\" };"
+                          "xkb_compatibility { include \"complete\" };"
+                          "xkb_symbols { include \"pc+us+inet(evdev)\" }; };");
+        run({"xkbcomp", "-w0", keymap.string(), desktop.display()});
+        ASSERT_TRUE(await([&] { return isTaken(chord, static_cast<uint8_t>(n)); }));
+    };
     Agent agent(desktop);
     for (const char* layout : {"de", "ru", "fr", "us"}) {
         run({"setxkbmap", layout});
         expectToggles(agent, layout);
     }
-    run({"setxkbmap", "-layout", "us,ru", "-option", "grp:caps_toggle"});
-    desktop.input.strike(capsLock);
-    expectToggles(agent, "in the second group");
-}
-
-TEST_F(HotKeys, BelongToThePlaceOfTheKey) {
-    const Folder folder;
-    const auto keyboard = [&](int n, int m) {
-        const std::string keycodes =
-            "<AB06> = " + std::to_string(n) + "; <AB07> = " + std::to_string(m) + ";";
-        return folder
-            .write("keymap", "xkb_keymap { xkb_keycodes { include \"evdev+aliases(qwerty)\" " +
-                                 keycodes +
-                                 "};\nxkb_types { include \"complete\" };"
-                                 "xkb_compatibility { include \"complete\" };"
-                                 "xkb_symbols { include \"pc+us+inet(evdev)\" }; };")
-            .string();
-    };
-    Agent agent(desktop);
-    run({"xkbcomp", "-w0", keyboard(58, 57), desktop.display()});
-    ASSERT_TRUE(await([&] { return isTaken(chord, 58); }));
+    placeKeys(58, 57);
     expectToggles(agent, "moved", 58);
     strike(nKey);
     EXPECT_TRUE(holdsFor(300ms, [&] { return agent.visibleCovers().empty(); }));
-    run({"xkbcomp", "-w0", keyboard(57, 58), desktop.display()});
-    ASSERT_TRUE(await([&] { return isTaken(chord); }));
+    placeKeys(57, 58);
     expectToggles(agent, "and back");
+    run({"setxkbmap", "-layout", "us,ru", "-option", "grp:caps_toggle"});
+    desktop.input.strike(capsLock);
+    expectToggles(agent, "in the second group");
 }
 
 TEST_F(HotKeys, ToggleOnceHoweverLongTheyAreHeld) {
@@ -170,10 +146,12 @@ TEST_F(HotKeys, ToggleOnceHoweverLongTheyAreHeld) {
         const auto isSo = [&] {
             return covered ? agent.isCovered() : agent.visibleCovers().empty();
         };
-        hold();
+        for (const uint8_t key : chordKeys)
+            desktop.input.hold(key);
         EXPECT_TRUE(await(isSo));
         EXPECT_TRUE(holdsFor(3s, isSo));
-        letGo();
+        for (const uint8_t key : chordKeys)
+            desktop.input.letGo(key);
         EXPECT_TRUE(holdsFor(200ms, isSo));
     }
 }
@@ -192,16 +170,6 @@ TEST_F(HotKeys, OfAnotherProgramAreLeftToIt) {
     agent.uncover();
 }
 
-TEST_F(HotKeys, GoOverToTheNewestStart) {
-    Agent first(desktop);
-    expectToggles(first, "alone");
-    const auto former = holder();
-    Agent second(desktop);
-    EXPECT_EQ(first.process().awaitEnd(), 0);
-    EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
-    expectToggles(second, "after the hand-over");
-}
-
 TEST_F(HotKeys, StayWithAStartThatDoesNotGoAndTheSettingsSaySo) {
     constexpr uint32_t red = 0xC8141E;         // What the line is written in.
     for (const bool isStuck : {true, false}) { // Or without a bus to be asked on.
@@ -212,12 +180,9 @@ TEST_F(HotKeys, StayWithAStartThatDoesNotGoAndTheSettingsSaySo) {
         if (isStuck) first.process().send(SIGSTOP);
         Agent second(desktop);
         EXPECT_EQ(holder(), former);
-        const Area icon = desktop.tray->icons().back();
-        desktop.input.move(icon.x + icon.width / 2, icon.y + icon.height / 2);
-        desktop.input.click(3);
+        desktop.input.click(desktop.tray->icons().back(), 3);
         ASSERT_TRUE(await([&] { return second.menus().size() == 1; }));
-        for (int i = 0; i < 5; ++i)
-            desktop.input.strike(downKey);
+        desktop.input.strike(downKey, 5);
         desktop.input.strike(returnKey);
         EXPECT_TRUE(await([&] {
             const auto windows = second.windows();

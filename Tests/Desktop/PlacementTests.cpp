@@ -1,15 +1,12 @@
 // Where buttons, menus and windows stand, whatever the size and the scale of the monitors.
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
 #include "Harness/Keys.h"
+#include "Harness/OnDesktop.h"
+#include "Harness/Paper.h"
 #include "Harness/SettingsManager.h"
-#include "Harness/TestWindow.h"
 
 #include <algorithm>
 #include <cmath>
 #include <sstream>
-
-#include <gtest/gtest.h>
 
 using namespace Harness;
 
@@ -29,6 +26,7 @@ constexpr double buttonSize = 44;
 
 std::vector<Case> cases() {
     const std::vector<Area> two = {Desktop::left, Desktop::right};
+    const std::vector<Area> odd = {{0, 0, 1367, 769}, {1367, 13, 801, 601}};
     const std::vector<Area> offset = {{0, 200, 1920, 1080}, {1920, 0, 2560, 1440}};
     return {
         {"One", two, {}, {1, 1}},
@@ -44,6 +42,8 @@ std::vector<Case> cases() {
         {"SecondDouble", offset, {{"QT_SCREEN_SCALE_FACTORS", "1;2"}}, {1, 2}},
         {"FirstDouble", offset, {{"QT_SCREEN_SCALE_FACTORS", "2;1"}}, {2, 1}},
         {"EachByAFraction", two, {{"QT_SCREEN_SCALE_FACTORS", "1.5;1.25"}}, {1.5, 1.25}},
+        {"OddByAQuarter", odd, {{"QT_SCALE_FACTOR", "1.25"}}, {1.25, 1.25}},
+        {"OddByFractions", odd, {{"QT_SCREEN_SCALE_FACTORS", "1.5;1.25"}}, {1.5, 1.25}},
         {"Small", {{0, 0, 1024, 600}}, {}, {1}},
         {"SmallByAHalf", {{0, 0, 1366, 768}}, {{"QT_SCALE_FACTOR", "1.5"}}, {1.5}},
     };
@@ -67,11 +67,6 @@ std::unique_ptr<XServer> serverOf(const std::vector<Area>& monitors) {
         ++name[0];
     }
     return server;
-}
-
-bool holds(const Area& outer, const Area& inner) {
-    return inner.x >= outer.x && inner.y >= outer.y && inner.right() <= outer.right() &&
-           inner.bottom() <= outer.bottom();
 }
 
 struct Placement : testing::TestWithParam<Case> {
@@ -99,7 +94,7 @@ struct Placement : testing::TestWithParam<Case> {
             const Area& monitor = GetParam().monitors[i];
             const double scale = GetParam().scales[i];
             const Area& button = buttons[i].area;
-            if (!holds(monitor, button) || !isAbout(button.width, buttonSize * scale) ||
+            if (!monitor.contains(button) || !isAbout(button.width, buttonSize * scale) ||
                 !isAbout(button.height, buttonSize * scale) ||
                 !isAbout(monitor.right() - button.right(), inset * scale))
                 return false;
@@ -108,9 +103,9 @@ struct Placement : testing::TestWithParam<Case> {
     }
     void openMenu(size_t which) {
         const ScreenWindow button = agent->buttons().at(which);
-        pointer = {button.area.x + button.area.width / 2, button.area.y + button.area.height / 2, 1,
-                   1};
-        desktop.input.move(pointer.x, pointer.y);
+        const auto [x, y] = button.area.middle();
+        pointer = {x, y, 1, 1};
+        desktop.input.move(x, y);
         // It takes clicks once it has been drawn at its monitor's scale.
         ASSERT_TRUE(await([&] { return windowAtPointer() == button.number; }));
         desktop.input.click(3);
@@ -118,10 +113,6 @@ struct Placement : testing::TestWithParam<Case> {
     }
     xcb_window_t windowAtPointer() const {
         return client.ask(xcb_query_pointer_reply, xcb_query_pointer(client, client.root()))->child;
-    }
-    void strike(uint8_t key, int times = 1) const {
-        for (int i = 0; i < times; ++i)
-            desktop.input.strike(key);
     }
 
     Desktop desktop;
@@ -133,21 +124,25 @@ struct Placement : testing::TestWithParam<Case> {
 
 } // namespace
 
-TEST_P(Placement, OfButtonsAndMenusIsOnTheirMonitor) {
+TEST_P(Placement, OfCoversButtonsAndMenusIsOnTheirMonitor) {
+    const Paper paper(desktop);
     ASSERT_NO_FATAL_FAILURE(start());
+    agent->cover();
+    for (const Area& monitor : GetParam().monitors)
+        EXPECT_LE(desktop.screen.grabWithoutButtons(monitor).brightest(), 160) << monitor;
+    agent->uncover();
     for (size_t i = 0; i < GetParam().monitors.size(); ++i) {
         SCOPED_TRACE(testing::Message() << "monitor " << i);
         const Area& monitor = GetParam().monitors[i];
         ASSERT_NO_FATAL_FAILURE(openMenu(i));
         const Area menu = agent->menus()[0].area;
-        EXPECT_TRUE(holds(monitor, menu)) << menu;
-        EXPECT_TRUE(holds({menu.x - 2, menu.y - 2, menu.width + 4, menu.height + 4}, pointer))
-            << menu << " is not at " << pointer;
-        strike(downKey, 4);
-        strike(rightKey);
+        EXPECT_TRUE(monitor.contains(menu)) << menu;
+        EXPECT_TRUE(menu.grown(2).contains(pointer)) << menu << " is not at " << pointer;
+        desktop.input.strike(downKey, 4);
+        desktop.input.strike(rightKey);
         ASSERT_TRUE(await([&] { return agent->menus().size() == 2; }));
-        EXPECT_TRUE(holds(monitor, agent->menus()[1].area)) << agent->menus()[1].area;
-        strike(escapeKey, 2);
+        EXPECT_TRUE(monitor.contains(agent->menus()[1].area)) << agent->menus()[1].area;
+        desktop.input.strike(escapeKey, 2);
         ASSERT_TRUE(await([&] { return agent->menus().empty(); }));
     }
 }
@@ -160,8 +155,8 @@ TEST_P(Placement, OfTheSettingsIsTheMiddleOfTheMonitor) {
             const Area& monitor = GetParam().monitors[i];
             ASSERT_NO_FATAL_FAILURE(start());
             ASSERT_NO_FATAL_FAILURE(openMenu(i));
-            strike(downKey, 5);
-            strike(returnKey);
+            desktop.input.strike(downKey, 5);
+            desktop.input.strike(returnKey);
             Area area;
             ASSERT_TRUE(await([&] {
                 for (const ScreenWindow& window : desktop.screen.windows()) {
@@ -175,7 +170,7 @@ TEST_P(Placement, OfTheSettingsIsTheMiddleOfTheMonitor) {
                 return false;
             }));
             EXPECT_NEAR(area.x + area.right(), monitor.x + monitor.right(), 4);
-            EXPECT_TRUE(holds(monitor, area)) << area;
+            EXPECT_TRUE(monitor.contains(area)) << area;
         }
     }
 }

@@ -2,6 +2,7 @@
 #include "Harness/Await.h"
 #include "Harness/Soak.h"
 #include "Harness/TestWindow.h"
+#include "Harness/Times.h"
 
 #include <algorithm>
 #include <csignal>
@@ -26,40 +27,49 @@ public:
     void sample(bool isSeen) {
         if (isSeen && !m_since) m_since = Clock::now();
         if (isSeen || !m_since) return;
-        m_times.push_back(millisecondsSince(*m_since));
+        m_times.addSince(*m_since);
         m_since.reset();
     }
 
     /// Prints what was measured and holds it to its bounds. Where others keep the machine busy, a
     /// few may take longer than they would on their own.
-    void expectBrief(const char* what) {
-        std::ranges::sort(m_times);
-        std::cout << what << " was readable " << m_times.size() << " times, the median " << at(0.5)
-                  << " ms, 90 % under " << at(0.9) << " ms, the longest " << at(1) << " ms\n";
-        EXPECT_LE(at(0.9), 50);
-        EXPECT_LE(at(1), 500);
+    void expectBrief(const char* what) const {
+        std::cout << what << " was readable " << m_times.count() << " times: " << m_times << "\n";
+        EXPECT_LE(m_times.at(0.9), 50);
+        EXPECT_LE(m_times.at(1), 500);
     }
 
 private:
-    double at(double share) const {
-        if (m_times.empty()) return 0;
-        return m_times[static_cast<size_t>(share * static_cast<double>(m_times.size() - 1))];
-    }
-
     std::optional<Clock::time_point> m_since;
-    std::vector<double> m_times;
+    Times m_times;
 };
 
-void expectNothingAbove(const Desktop& desktop, const Agent& agent) {
-    EXPECT_TRUE(await([&] {
-        const auto windows = desktop.screen.windows();
-        const auto top = std::find_if(windows.rbegin(), windows.rend(),
-                                      [](const auto& window) { return window.viewable; });
-        return top != windows.rend() && top->className == "nimbrel-lite";
-    }));
-    EXPECT_TRUE(await([&] { return !showsMarker(desktop); }));
-    EXPECT_TRUE(agent.isCovered());
-}
+struct Stacking : testing::Test {
+    void start() {
+        agent.emplace(desktop);
+        agent->cover();
+        window.paint(marker);
+    }
+    bool showsMarker() const { return ::showsMarker(desktop); }
+    bool isNeverSeen() const {
+        return holdsFor(300ms, [&] { return !showsMarker(); });
+    }
+
+    void expectNothingAbove() const {
+        EXPECT_TRUE(await([&] {
+            const auto windows = desktop.screen.windows();
+            const auto top = std::find_if(windows.rbegin(), windows.rend(),
+                                          [](const auto& each) { return each.viewable; });
+            return top != windows.rend() && top->className == "nimbrel-lite";
+        }));
+        EXPECT_TRUE(await([&] { return !showsMarker(); }));
+        EXPECT_TRUE(agent->isCovered());
+    }
+
+    Desktop desktop;
+    TestWindow window{desktop.display(), spot};
+    std::optional<Agent> agent;
+};
 
 class TimedStacking : public testing::TestWithParam<bool> {};
 
@@ -118,53 +128,37 @@ INSTANTIATE_TEST_SUITE_P(Timed, TimedStacking, testing::Bool(), [](const auto& e
     return each.param ? "WithACompositor" : "WithoutACompositor";
 });
 
-TEST(Stacking, NoManagedWindowOfAnyStateStandsAbove) {
-    Desktop desktop;
-    const auto manager = desktop.startWindowManager();
-    Agent agent(desktop);
-    agent.cover();
+TEST_F(Stacking, NoManagedWindowOfAnyStateStandsAboveThoughTheManagerGoes) {
+    auto manager = desktop.startWindowManager();
+    start();
     const std::vector<std::vector<std::string>> states = {
         {},
         {"_NET_WM_STATE_ABOVE"},
         {"_NET_WM_STATE_FULLSCREEN"},
         {"_NET_WM_STATE_FULLSCREEN", "_NET_WM_STATE_ABOVE"},
     };
-
+    std::vector<std::unique_ptr<TestWindow>> windows;
     for (const auto& state : states) {
-        TestWindow window(desktop.display(), spot, TestWindow::Kind::Managed);
-        window.setStates(state);
-        window.show();
-        ASSERT_TRUE(await([&] { return window.isViewable(); }));
-        window.raise();
-        expectNothingAbove(desktop, agent);
+        windows.push_back(
+            std::make_unique<TestWindow>(desktop.display(), spot, TestWindow::Kind::Managed));
+        windows.back()->setStates(state);
+        windows.back()->show();
+        ASSERT_TRUE(await([&] { return windows.back()->isViewable(); }));
+        windows.back()->raise();
+        expectNothingAbove();
     }
-}
-
-TEST(Stacking, OutlivesTheWindowManager) {
-    Desktop desktop;
-    TestWindow window(desktop.display(), spot, TestWindow::Kind::Managed);
-    window.setStates({"_NET_WM_STATE_FULLSCREEN", "_NET_WM_STATE_ABOVE"});
-    window.show();
-    auto manager = desktop.startWindowManager();
-    Agent agent(desktop);
-    agent.cover();
-    expectNothingAbove(desktop, agent);
-
     for (const int end : {SIGTERM, SIGKILL}) {
         manager->send(end);
         ASSERT_TRUE(manager->awaitEnd());
-        expectNothingAbove(desktop, agent);
+        expectNothingAbove();
         manager = desktop.startWindowManager();
-        expectNothingAbove(desktop, agent);
+        expectNothingAbove();
     }
 }
 
-TEST(Stacking, AnotherProgramThatRedirectsAllWindowsUncoversNothing) {
-    Desktop desktop;
-    TestWindow window(desktop.display(), spot);
+TEST_F(Stacking, AnotherProgramThatRedirectsAllWindowsUncoversNothing) {
     window.show();
-    Agent agent(desktop);
-    agent.cover();
+    start();
     for (const auto mode : {XCB_COMPOSITE_REDIRECT_MANUAL, XCB_COMPOSITE_REDIRECT_AUTOMATIC}) {
         {
             const XClient foe(desktop.display());
@@ -172,64 +166,44 @@ TEST(Stacking, AnotherProgramThatRedirectsAllWindowsUncoversNothing) {
             xcb_composite_redirect_subwindows(foe, foe.root(), mode);
             foe.settle();
             window.paint(marker);
-            EXPECT_TRUE(holdsFor(300ms, [&] { return !showsMarker(desktop); })) << mode;
+            EXPECT_TRUE(isNeverSeen()) << mode;
         }
-        EXPECT_TRUE(holdsFor(300ms, [&] { return !showsMarker(desktop); })) << mode << " has gone";
-        EXPECT_TRUE(agent.isCovered()) << mode;
+        EXPECT_TRUE(isNeverSeen()) << mode << " has gone";
+        EXPECT_TRUE(agent->isCovered()) << mode;
     }
 }
 
-TEST(Stacking, AnotherProgramThatKeepsACoverAloneFromTheScreenIsOutdone) {
-    Desktop desktop;
-    TestWindow window(desktop.display(), spot);
+TEST_F(Stacking, AnotherProgramThatKeepsACoverAloneFromTheScreenIsOutdone) {
     window.show();
-    Agent agent(desktop);
-    agent.cover();
-    window.paint(marker);
-    std::vector<double> times;
+    start();
+    Times times;
     for (int round = 0; round < rounds(5, 50); ++round) {
         const XClient foe(desktop.display());
         xcb_composite_query_version(foe, 0, 4);
-        const auto kept = agent.visibleCovers();
+        const auto kept = agent->visibleCovers();
         for (const ScreenWindow& cover : kept)
             xcb_composite_redirect_window(foe, cover.number, XCB_COMPOSITE_REDIRECT_MANUAL);
         foe.settle();
-        const auto start = Clock::now();
+        const auto beginning = Clock::now();
         const auto isOld = [&](const ScreenWindow& cover) {
             return std::ranges::find(kept, cover.number, &ScreenWindow::number) != kept.end();
         };
         ASSERT_TRUE(await([&] {
-            return !showsMarker(desktop) && agent.isCovered() &&
-                   std::ranges::none_of(agent.visibleCovers(), isOld);
+            return !showsMarker() && agent->isCovered() &&
+                   std::ranges::none_of(agent->visibleCovers(), isOld);
         })) << round;
-        times.push_back(millisecondsSince(start));
+        times.addSince(beginning);
     }
-    std::ranges::sort(times);
-    std::cout << "covered again after " << times[times.size() / 2] << " ms, at most "
-              << times.back() << " ms\n";
-    EXPECT_TRUE(holdsFor(100ms, [&] { return !showsMarker(desktop) && agent.isCovered(); }));
-    expectNothingAbove(desktop, agent);
+    std::cout << "covered again after " << times << "\n";
+    EXPECT_TRUE(isNeverSeen());
+    expectNothingAbove();
 }
 
-TEST(Stacking, NoScreenSaverOfAnothersAndNoSleepOfTheMonitorsUncovers) {
-    Desktop desktop;
-    TestWindow window(desktop.display(), spot);
+TEST_F(Stacking, NoScreenSaverOfAnothersUncovers) {
     window.show();
-    Agent agent(desktop);
-    agent.cover();
-    const XClient client(desktop.display());
-    {
-        TestWindow saver(desktop.display(), desktop.screen.bounds());
-        saver.show();
-        saver.raise();
-        EXPECT_TRUE(await([&] { return !showsMarker(desktop); }));
-        expectNothingAbove(desktop, agent);
-    }
-    for (const uint8_t mode : {XCB_SCREEN_SAVER_ACTIVE, XCB_SCREEN_SAVER_RESET}) {
-        xcb_force_screen_saver(client, mode);
-        client.settle();
-        EXPECT_TRUE(holdsFor(100ms, [&] { return !showsMarker(desktop); })) << int{mode};
-    }
-    EXPECT_TRUE(await([&] { return agent.isCovered(); }));
-    expectNothingAbove(desktop, agent);
+    start();
+    TestWindow saver(desktop.display(), desktop.screen.bounds());
+    saver.show();
+    saver.raise();
+    expectNothingAbove();
 }

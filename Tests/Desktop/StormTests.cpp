@@ -116,16 +116,7 @@ const End ends[] = {
      }},
 };
 
-struct StormOf : Storm, testing::WithParamInterface<End> {
-    xcb_window_t make(const XClient& client) const {
-        const xcb_window_t window = xcb_generate_id(client);
-        const uint32_t values[] = {marker, 1};
-        xcb_create_window(client, XCB_COPY_FROM_PARENT, window, client.root(), 200, 200, 600, 400,
-                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                          XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
-        return window;
-    }
-};
+struct StormOf : Storm, testing::WithParamInterface<End> {};
 
 } // namespace
 
@@ -148,25 +139,21 @@ TEST_F(Storm, WindowsThatDieUnderTheLiveBlurDoItNoHarm) {
 }
 
 TEST_P(StormOf, DoesNoHarm) {
-    const XClient client(desktop.display());
     for (int round = 0; round < rounds(60, 300); ++round) {
-        const xcb_window_t window = make(client);
-        const xcb_window_t neighbour = make(client);
-        xcb_map_window(client, window);
-        client.settle();
+        TestWindow window(desktop.display(), {200, 200, 600, 400});
+        const TestWindow neighbour(desktop.display(), {200, 200, 600, 400});
+        const XClient& client = window.client();
+        window.show();
         // Through all of a frame's time, so that ends fall before, into and after a capture.
         const auto end = Clock::now() + round * 1700us % 40ms;
         while (Clock::now() < end) {
-            xcb_clear_area(client, 0, window, 0, 0, 0, 0);
+            xcb_clear_area(client, 0, window.number(), 0, 0, 0, 0);
             client.settle();
             std::this_thread::sleep_for(500us);
         }
-        GetParam().requests(client, window, neighbour);
+        GetParam().requests(client, window.number(), neighbour.number());
         client.settle();
-        xcb_destroy_window(client, window);
-        xcb_destroy_window(client, neighbour);
     }
-    client.settle();
     expectNoHarm();
 }
 

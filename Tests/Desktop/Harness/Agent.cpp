@@ -10,17 +10,6 @@
 
 namespace Harness {
 
-namespace {
-
-std::vector<Area> sorted(std::vector<Area> areas) {
-    std::sort(areas.begin(), areas.end(), [](const Area& a, const Area& b) {
-        return std::tie(a.x, a.y, a.width, a.height) < std::tie(b.x, b.y, b.width, b.height);
-    });
-    return areas;
-}
-
-} // namespace
-
 std::vector<std::string> Agent::command() {
     const char* chosen = std::getenv("NIMBREL_LITE");
     return {chosen ? chosen : NIMBREL_LITE};
@@ -49,9 +38,7 @@ Agent::~Agent() {
 void Agent::toggle() {
     const std::vector<Area> icons = m_desktop.tray->icons();
     ASSERT_FALSE(icons.empty()) << "no status item";
-    const Area icon = icons.back();
-    m_desktop.input.move(icon.x + icon.width / 2, icon.y + icon.height / 2);
-    m_desktop.input.click(1);
+    m_desktop.input.click(icons.back());
 }
 
 void Agent::cover() {
@@ -64,66 +51,57 @@ void Agent::uncover() {
     ASSERT_TRUE(await([this] { return visibleCovers().empty(); })) << m_process.errors();
 }
 
-std::vector<ScreenWindow> Agent::covers() const {
-    std::vector<ScreenWindow> windows = m_desktop.screen.windows();
-    std::erase_if(windows, [](const ScreenWindow& window) {
-        return window.className != "nimbrel-lite" || !window.instance.starts_with("cover:");
+Agent::Windows Agent::ours(const std::function<bool(const ScreenWindow&)>& wanted) const {
+    Windows windows = m_desktop.screen.windows();
+    std::erase_if(windows, [&](const ScreenWindow& window) {
+        return window.className != "nimbrel-lite" || !wanted(window);
     });
     return windows;
 }
 
-std::vector<ScreenWindow> Agent::visibleCovers() const {
-    std::vector<ScreenWindow> windows = covers();
-    std::erase_if(windows, [](const ScreenWindow& window) {
-        return !window.viewable || window.area.x < 0; // parked beyond the screen
+Agent::Windows Agent::covers() const {
+    return ours([](const auto& window) { return window.instance.starts_with("cover:"); });
+}
+
+Agent::Windows Agent::visibleCovers() const {
+    return ours([](const auto& window) { // But for those parked beyond the screen.
+        return window.instance.starts_with("cover:") && window.viewable && window.area.x >= 0;
     });
+}
+
+Agent::Windows Agent::buttons() const {
+    Windows windows = ours([](const auto& window) {
+        return window.viewable && window.instance.starts_with("button:");
+    });
+    std::ranges::sort(windows, {}, [](const auto& window) { return window.area.x; });
     return windows;
 }
 
-std::vector<ScreenWindow> Agent::buttons() const {
-    std::vector<ScreenWindow> windows = m_desktop.screen.windows();
-    std::erase_if(windows, [](const ScreenWindow& window) {
-        return !window.viewable || !window.instance.starts_with("button:");
-    });
-    std::sort(windows.begin(), windows.end(),
-              [](const auto& a, const auto& b) { return a.area.x < b.area.x; });
-    return windows;
+Agent::Windows Agent::menus() const {
+    return ours([](const auto& window) { return window.viewable && window.instance == "menu"; });
 }
 
-std::vector<ScreenWindow> Agent::menus() const {
-    std::vector<ScreenWindow> windows = m_desktop.screen.windows();
-    std::erase_if(windows, [](const ScreenWindow& window) {
-        return !window.viewable || window.instance != "menu" || window.className != "nimbrel-lite";
+Agent::Windows Agent::windows() const {
+    return ours([](const auto& window) {
+        return window.viewable && window.area.width >= 200 && window.instance != "menu" &&
+               window.instance != "tip" && window.instance.find(':') == std::string::npos;
     });
-    return windows;
 }
 
-std::vector<ScreenWindow> Agent::windows() const {
-    auto all = m_desktop.screen.windows();
-    std::erase_if(all, [](const auto& window) {
-        return !window.viewable || window.className != "nimbrel-lite" || window.area.width < 200 ||
-               window.instance == "menu" || window.instance.find(':') != std::string::npos;
-    });
-    return all;
+Agent::Windows Agent::panels() const {
+    Windows panels = windows();
+    std::erase_if(panels, [](const auto& window) { return !window.overrideRedirect; });
+    return panels;
 }
 
-std::vector<ScreenWindow> Agent::panels() const {
-    std::vector<ScreenWindow> windows = m_desktop.screen.windows();
-    std::erase_if(windows, [](const ScreenWindow& window) {
-        return !window.viewable || !window.overrideRedirect || window.className != "nimbrel-lite" ||
-               window.instance == "menu" || window.instance == "tip" ||
-               window.instance.find(':') != std::string::npos;
-    });
-    return windows;
+void Agent::openMenu(int row, size_t button) const {
+    m_desktop.input.click(buttons().at(button).area, 3);
+    ASSERT_TRUE(await([this] { return menus().size() == 1; }));
+    m_desktop.input.strike(downKey, row);
 }
 
 void Agent::choose(int row) const {
-    const Area button = buttons().at(0).area;
-    m_desktop.input.move(button.x + button.width / 2, button.y + button.height / 2);
-    m_desktop.input.click(3);
-    ASSERT_TRUE(await([this] { return menus().size() == 1; }));
-    for (int i = 0; i < row; ++i)
-        m_desktop.input.strike(downKey);
+    ASSERT_NO_FATAL_FAILURE(openMenu(row));
     m_desktop.input.strike(returnKey);
     ASSERT_TRUE(await([this] { return menus().empty(); }));
 }
@@ -132,7 +110,7 @@ bool Agent::isCovered() const {
     std::vector<Area> areas;
     for (const ScreenWindow& window : visibleCovers())
         areas.push_back(window.area);
-    return !areas.empty() && sorted(areas) == sorted(m_desktop.screen.monitors());
+    return !areas.empty() && std::ranges::is_permutation(areas, m_desktop.screen.monitors());
 }
 
 } // namespace Harness

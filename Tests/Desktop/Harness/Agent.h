@@ -2,6 +2,8 @@
 
 #include "Harness/Desktop.h"
 
+#include <functional>
+
 namespace Harness {
 
 /// The program under test, running on a desktop. At the end of its life it is asked to quit, and a
@@ -15,25 +17,21 @@ public:
     Process& process() { return m_process; }
 
     void toggle(); ///< A left click on the status item.
-    void
-    cover(); ///< Toggles and waits until every monitor is covered; a failure of the test if not.
+    void cover();  ///< Toggles and waits until every monitor is; a failure of the test if not.
     void uncover();
 
-    std::vector<ScreenWindow> covers() const; ///< Mapped or not, from the bottom to the top.
-    std::vector<ScreenWindow> visibleCovers() const;
+    using Windows = std::vector<ScreenWindow>; ///< From the bottom to the top.
 
-    std::vector<ScreenWindow> buttons() const; ///< On the screen, from the left to the right.
+    Windows covers() const; ///< Mapped or not.
+    Windows visibleCovers() const;
+    Windows buttons() const; ///< On the screen, from the left to the right.
+    Windows menus() const;   ///< On the screen, a menu below its submenus.
+    Windows windows() const; ///< On the screen, but for covers, buttons, menus and tips.
+    Windows panels() const;  ///< Of those an alert, the About panel and the edition window.
 
-    /// Opens the menu at the first button, goes so many rows down, and chooses that one.
-    void choose(int row) const;
-
-    std::vector<ScreenWindow> menus() const; ///< On the screen, a menu below its submenus.
-
-    /// Its windows but for covers, buttons, menus and tips, the newest last.
-    std::vector<ScreenWindow> windows() const;
-
-    /// An alert, the About panel and the edition window, on the screen.
-    std::vector<ScreenWindow> panels() const;
+    /// Opens the menu at a button, and goes so many rows down.
+    void openMenu(int row = 0, size_t button = 0) const;
+    void choose(int row) const; ///< At the first button.
 
     /// True when each monitor has one visible cover of just its size, and there is no other.
     bool isCovered() const;
@@ -41,6 +39,8 @@ public:
     static std::vector<std::string> command();
 
 private:
+    Windows ours(const std::function<bool(const ScreenWindow&)>& wanted) const;
+
     Desktop& m_desktop;
     int m_dockedBefore;
     Process m_process;

@@ -4,6 +4,11 @@
 
 namespace Harness {
 
+struct Point {
+    int x = 0;
+    int y = 0;
+};
+
 /// A rectangle in device pixels, y down.
 struct Area {
     int x = 0;
@@ -13,6 +18,12 @@ struct Area {
 
     int right() const { return x + width; }
     int bottom() const { return y + height; }
+    Point middle() const { return {x + width / 2, y + height / 2}; }
+    Area grown(int by) const { return {x - by, y - by, width + 2 * by, height + 2 * by}; }
+    bool contains(const Area& inner) const {
+        return inner.x >= x && inner.y >= y && inner.right() <= right() &&
+               inner.bottom() <= bottom();
+    }
     bool operator==(const Area&) const = default;
 };
 

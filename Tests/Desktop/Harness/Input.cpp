@@ -10,24 +10,36 @@ void Input::fake(uint8_t type, uint8_t detail, int x, int y) const {
     m_client.settle();
 }
 
-void Input::move(int x, int y) const { fake(XCB_MOTION_NOTIFY, 0, x, y); }
-
-void Input::press(uint8_t button) const { fake(XCB_BUTTON_PRESS, button); }
-
-void Input::release(uint8_t button) const { fake(XCB_BUTTON_RELEASE, button); }
-
 void Input::click(uint8_t button) const {
     press(button);
     release(button);
 }
 
-void Input::hold(uint8_t keycode) const { fake(XCB_KEY_PRESS, keycode); }
+void Input::click(const Area& area, uint8_t button) const {
+    move(area.middle());
+    click(button);
+}
 
-void Input::letGo(uint8_t keycode) const { fake(XCB_KEY_RELEASE, keycode); }
+void Input::drag(const Area& from, const std::vector<Point>& moves) const {
+    move(from.middle());
+    press(1);
+    for (const Point& point : moves)
+        move(point);
+    release(1);
+}
 
-void Input::strike(uint8_t keycode) const {
-    hold(keycode);
-    letGo(keycode);
+void Input::strike(uint8_t keycode, int times) const {
+    for (int i = 0; i < times; ++i) {
+        hold(keycode);
+        letGo(keycode);
+    }
+}
+
+void Input::strikeTogether(const std::vector<uint8_t>& keys) const {
+    for (const uint8_t key : keys)
+        hold(key);
+    for (const uint8_t key : keys)
+        letGo(key);
 }
 
 } // namespace Harness

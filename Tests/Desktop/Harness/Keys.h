@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 namespace Harness {
 
@@ -22,5 +23,8 @@ inline constexpr uint8_t leftKey = 113;
 inline constexpr uint8_t rightKey = 114;
 inline constexpr uint8_t downKey = 116;
 inline constexpr uint8_t superKey = 133;
+
+/// What toggles from anywhere.
+inline const std::vector<uint8_t> chordKeys = {controlKey, altKey, superKey, nKey};
 
 } // namespace Harness

@@ -1,39 +1,49 @@
 #pragma once
 
+#include "Harness/Service.h"
 #include "Harness/SessionBus.h"
 
-#include <QDBusConnection>
 #include <QDBusUnixFileDescriptor>
-#include <QObject>
+
+#include <utility>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
 
 namespace Harness {
 
 /// The keeper of the machine's sleep, on a system bus of its own.
-class Logind : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
-
+class Logind : public SessionBus, public Service {
 public:
-    Logind();
-    ~Logind() override;
+    Logind() : Service(address(), "org.freedesktop.login1") {}
+    ~Logind() override { ::close(m_delay); }
 
-    const std::string& busAddress() const { return m_bus.address(); }
+    void announce(bool sleeps) const {
+        Service::announce("/org/freedesktop/login1", "org.freedesktop.login1.Manager",
+                          "PrepareForSleep", {sleeps});
+    }
 
-    void announce(bool sleeps) { emit PrepareForSleep(sleeps); }
-
-    bool isDelayed() const; ///< Whether somebody makes the machine wait with its sleep.
+    /// Whether somebody makes the machine wait with its sleep.
+    bool isDelayed() const {
+        pollfd end{m_delay, 0, 0};
+        return m_delay >= 0 && ::poll(&end, 1, 0) == 0;
+    }
     int asked() const { return m_asked; } ///< How often somebody wished to.
 
-public slots:
-    QDBusUnixFileDescriptor Inhibit(const QString& what, const QString& who, const QString& why,
-                                    const QString& mode);
-
-signals:
-    void PrepareForSleep(bool start);
-
 private:
-    SessionBus m_bus;
-    QDBusConnection m_connection;
+    std::optional<QVariantList> answer(const QDBusMessage& question) override {
+        ++m_asked;
+        int ends[2];
+        if (question.member() != "Inhibit" || question.arguments().value(0) != "sleep" ||
+            question.arguments().value(3) != "delay" || ::pipe2(ends, O_CLOEXEC) != 0)
+            return {};
+        ::close(std::exchange(m_delay, ends[0]));
+        QDBusUnixFileDescriptor delay;
+        delay.giveFileDescriptor(ends[1]);
+        return {{QVariant::fromValue(delay)}};
+    }
+
     int m_delay = -1; ///< Hangs up as the last holder of the other end lets go.
     int m_asked = 0;
 };

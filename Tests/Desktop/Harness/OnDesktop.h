@@ -15,21 +15,14 @@ struct OnDesktop : testing::Test {
         ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
     }
 
-    void click(const Area& area, uint8_t button = 1) const {
-        desktop.input.move(area.x + area.width / 2, area.y + area.height / 2);
-        desktop.input.click(button);
-    }
+    void click(const Area& area, uint8_t button = 1) const { desktop.input.click(area, button); }
     /// One key after the other.
     void strike(const std::vector<uint8_t>& keys) const {
         for (const uint8_t key : keys)
             desktop.input.strike(key);
     }
-    /// All of them at once.
     void strikeTogether(const std::vector<uint8_t>& keys) const {
-        for (const uint8_t key : keys)
-            desktop.input.hold(key);
-        for (const uint8_t key : keys)
-            desktop.input.letGo(key);
+        desktop.input.strikeTogether(keys);
     }
 
     Desktop desktop;

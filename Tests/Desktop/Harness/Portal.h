@@ -1,42 +1,47 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusContext>
-#include <QDBusVariant>
-#include <QObject>
+#include "Harness/Service.h"
 
-#include <string>
+#include <QDBusVariant>
 
 namespace Harness {
 
 /// The desktop's settings as programs ask for them on the session bus: the wishes for contrast and
 /// for dark colours.
-class Portal : public QObject, protected QDBusContext {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-    Q_PROPERTY(uint version READ version)
-
+class Portal : public Service {
 public:
-    Portal(const std::string& busAddress, bool highContrast);
-    ~Portal() override;
+    Portal(const std::string& busAddress, bool highContrast)
+        : Service(busAddress, "org.freedesktop.portal.Desktop"), m_highContrast(highContrast) {}
 
-    void setHighContrast(bool highContrast); ///< Told to everyone who listens.
-    void setDark(bool dark);
-
-    uint version() const { return 2; }
-
-public slots:
-    QDBusVariant ReadOne(const QString& space, const QString& key);
-    QDBusVariant Read(const QString& space, const QString& key); ///< Wraps its answer once more.
-
-signals:
-    void SettingChanged(const QString& space, const QString& key, const QDBusVariant& value);
+    /// Told to everyone who listens.
+    void setHighContrast(bool highContrast) {
+        m_highContrast = highContrast;
+        tell("contrast");
+    }
+    void setDark(bool dark) {
+        m_dark = dark;
+        tell("color-scheme");
+    }
 
 private:
-    QDBusVariant contrast() const { return QDBusVariant(m_highContrast ? 1U : 0U); }
-    QDBusVariant scheme() const { return QDBusVariant(m_dark ? 1U : 2U); }
+    QDBusVariant value(const QString& key) const {
+        return QDBusVariant(key == "contrast" ? (m_highContrast ? 1U : 0U) : (m_dark ? 1U : 2U));
+    }
+    void tell(const QString& key) const {
+        announce("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings",
+                 "SettingChanged", {appearance, key, QVariant::fromValue(value(key))});
+    }
+    std::optional<QVariantList> answer(const QDBusMessage& question) override {
+        const QString key = question.arguments().value(1).toString();
+        if (question.arguments().value(0) != appearance ||
+            (key != "contrast" && key != "color-scheme"))
+            return {};
+        const auto once = QVariant::fromValue(value(key));
+        if (question.member() == "ReadOne") return {{once}};
+        return {{QVariant::fromValue(QDBusVariant(once))}}; // Read wraps its answer once more.
+    }
 
-    QDBusConnection m_bus;
+    const QString appearance = "org.freedesktop.appearance";
     bool m_highContrast;
     bool m_dark = false;
 };

@@ -12,10 +12,6 @@ namespace Harness {
 
 namespace {
 
-Area areaOf(const xcb_get_geometry_reply_t& geometry) {
-    return {geometry.x, geometry.y, geometry.width, geometry.height};
-}
-
 /// How the root's pixels tell their colour.
 struct PixelForm {
     explicit PixelForm(const XClient& client) {
@@ -46,10 +42,7 @@ struct PixelForm {
 
 } // namespace
 
-Area Screen::bounds() const {
-    return areaOf(
-        *m_client.ask(xcb_get_geometry_reply, xcb_get_geometry(m_client, m_client.root())));
-}
+Area Screen::bounds() const { return areaOf(m_client.root()); }
 
 Picture Screen::grab(const Area& area) const {
     const auto image = m_client.ask(
@@ -115,7 +108,7 @@ ScreenWindow Screen::describe(xcb_window_t window) const {
         xcb_get_property(m_client, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 64));
     // Any of them is missing where the window has gone since the tree was asked for.
     if (!geometry || !attributes || !property) return result;
-    result.area = areaOf(*geometry);
+    result.area = {geometry->x, geometry->y, geometry->width, geometry->height};
     result.viewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
     result.overrideRedirect = attributes->override_redirect;
     const std::string names(static_cast<const char*>(xcb_get_property_value(property.get())),
@@ -138,6 +131,15 @@ bool Screen::isWhole(xcb_window_t window) const {
     const auto reply =
         m_client.ask(xcb_shape_query_extents_reply, xcb_shape_query_extents(m_client, window));
     return reply && !reply->bounding_shaped && !reply->clip_shaped;
+}
+
+Area Screen::areaOf(xcb_window_t window) const {
+    const auto geometry = m_client.ask(xcb_get_geometry_reply, xcb_get_geometry(m_client, window));
+    const auto place =
+        m_client.ask(xcb_translate_coordinates_reply,
+                     xcb_translate_coordinates(m_client, window, m_client.root(), 0, 0));
+    if (!geometry || !place) return {};
+    return {place->dst_x, place->dst_y, geometry->width, geometry->height};
 }
 
 xcb_window_t Screen::focus() const {

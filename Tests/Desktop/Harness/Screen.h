@@ -38,6 +38,9 @@ public:
     size_t inputRectangles(xcb_window_t window) const;
     bool isWhole(xcb_window_t window) const; ///< Nothing is cut out of it, nothing added.
 
+    /// Without the frame of a window manager. Empty where there is no such window.
+    Area areaOf(xcb_window_t window) const;
+
     xcb_window_t focus() const;
     xcb_window_t selectionOwner(const std::string& selection) const;
 

@@ -1,5 +1,7 @@
 #include "Harness/TestWindow.h"
 
+#include <algorithm>
+
 namespace Harness {
 
 namespace {
@@ -60,8 +62,7 @@ void TestWindow::setStates(const std::vector<std::string>& states) {
     std::vector<xcb_atom_t> atoms;
     for (const std::string& state : states)
         atoms.push_back(m_client.atom(state));
-    xcb_change_property(m_client, XCB_PROP_MODE_REPLACE, m_window, m_client.atom("_NET_WM_STATE"),
-                        XCB_ATOM_ATOM, 32, static_cast<uint32_t>(atoms.size()), atoms.data());
+    m_client.put(m_window, "_NET_WM_STATE", XCB_ATOM_ATOM, atoms);
 }
 
 void TestWindow::show() {
@@ -121,6 +122,12 @@ std::vector<TestWindow::Event> TestWindow::takeEvents() {
         result.push_back(heardNow);
     }
     return result;
+}
+
+bool TestWindow::hears(uint8_t type, uint8_t detail) {
+    return std::ranges::any_of(takeEvents(), [=](const Event& event) {
+        return event.type == type && event.detail == detail;
+    });
 }
 
 std::ostream& operator<<(std::ostream& out, const TestWindow::Event& event) {

@@ -52,6 +52,7 @@ public:
 
     /// What was heard since the last call.
     std::vector<Event> takeEvents();
+    bool hears(uint8_t type, uint8_t detail); ///< Whether one of them was such.
 
 private:
     void stack(uint32_t mode);

@@ -45,4 +45,16 @@ void XClient::send(xcb_window_t window, xcb_atom_t type, uint32_t mask,
     xcb_flush(m_connection);
 }
 
+void XClient::put(xcb_window_t window, const std::string& property, xcb_atom_t type,
+                  const std::vector<uint32_t>& numbers) const {
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, atom(property), type, 32,
+                        static_cast<uint32_t>(numbers.size()), numbers.data());
+    settle();
+}
+
+void XClient::askToClose(xcb_window_t window) const {
+    send(window, atom("WM_PROTOCOLS"), XCB_EVENT_MASK_NO_EVENT,
+         {atom("WM_DELETE_WINDOW"), XCB_CURRENT_TIME, 0, 0, 0});
+}
+
 } // namespace Harness

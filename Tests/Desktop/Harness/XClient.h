@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <xcb/xcb.h>
 
@@ -34,6 +35,11 @@ public:
     Received<xcb_generic_event_t> nextEvent() const;
 
     void send(xcb_window_t window, xcb_atom_t type, uint32_t mask, const uint32_t (&data)[5]) const;
+
+    /// Writes numbers, of 32 bits each, into a property.
+    void put(xcb_window_t window, const std::string& property, xcb_atom_t type,
+             const std::vector<uint32_t>& numbers) const;
+    void askToClose(xcb_window_t window) const; ///< As a window manager's close button does.
 
     /// The reply to a request; null if the server refused it. Throws if the server is gone.
     template <class Reply, class Cookie>
