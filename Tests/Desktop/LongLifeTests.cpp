@@ -24,7 +24,7 @@ struct LongLife : testing::Test {
         EXPECT_TRUE(await([&] { return exceeding(before).empty(); })) << exceeding(before);
         const long more = agent.process().memory() - memory;
         std::cout << times << " times: " << more << " of " << memory << " KiB more\n";
-#ifndef __SANITIZE_ADDRESS__ // which keeps what was freed
+#ifndef SANITIZED // which keeps what was freed
         EXPECT_LT(more, memory / 20);
 #endif
         EXPECT_EQ(agent.process().errors(), "");
