@@ -1,0 +1,217 @@
+// How the program's windows look, compared with pictures of them that were found good.
+#include "Harness/Keys.h"
+#include "Harness/OnDesktop.h"
+#include "Harness/Paper.h"
+#include "Harness/Portal.h"
+
+#include <QDir>
+#include <QImage>
+
+using namespace Harness;
+
+namespace {
+
+constexpr uint32_t paperColour = 0x4682B4;
+constexpr uint32_t solid = 0x0E1015; ///< The cover where contrast is wished for.
+
+QImage imageOf(const Picture& picture) {
+    const Area& area = picture.area();
+    QImage image(area.width, area.height, QImage::Format_RGB32);
+    for (int y = 0; y < area.height; ++y)
+        for (int x = 0; x < area.width; ++x)
+            image.setPixel(x, y, picture.at(area.x + x, area.y + y));
+    return image;
+}
+
+int difference(QRgb a, QRgb b) {
+    return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                     std::abs(qBlue(a) - qBlue(b))});
+}
+
+/// Empty where the pictures look alike. A newer toolkit may round an edge in another way.
+std::string complaint(const QImage& actual, const QImage& expected) {
+    constexpr int tolerable = 40;
+    constexpr double tolerableMean = 1.5;
+    if (actual.size() != expected.size()) return "another size";
+    int worst = 0;
+    double sum = 0;
+    for (int y = 0; y < actual.height(); ++y)
+        for (int x = 0; x < actual.width(); ++x) {
+            const int here = difference(actual.pixel(x, y), expected.pixel(x, y));
+            worst = std::max(worst, here);
+            sum += here;
+        }
+    const double mean = sum / (actual.width() * actual.height());
+    if (worst <= tolerable && mean <= tolerableMean) return {};
+    return "a pixel differs by " + std::to_string(worst) + ", all by " + std::to_string(mean);
+}
+
+/// Empty where they look alike; else what is wrong, and where the picture of this run has been put.
+std::string complaintAbout(const Harness::Picture& picture, const std::string& name) {
+    const QImage actual = imageOf(picture);
+    const QString file = QString::fromStdString(name + ".png");
+    const QImage expected(QDir(PICTURES).filePath(file));
+    const std::string text = complaint(actual, expected);
+    if (text.empty()) return {};
+    QDir().mkpath(FOUND_PICTURES);
+    const QString found = QDir(FOUND_PICTURES).filePath(file);
+    actual.save(found);
+    return text + "; see " + found.toStdString();
+}
+
+std::string awaitLook(const Screen& screen, const Area& area, const std::string& name) {
+    std::string complaint;
+    await([&] {
+        complaint = complaintAbout(screen.grab(area), name);
+        return complaint.empty();
+    });
+    return complaint;
+}
+
+/// One monitor, high enough for a window of twice its size, all of one colour.
+struct Showcase {
+    explicit Showcase(const char* scale = "1") {
+        desktop.extra = {{"QT_SCALE_FACTOR", scale}};
+        agent.emplace(desktop);
+        EXPECT_TRUE(await([&] { return agent->buttons().size() == 1; }));
+    }
+
+    void openMenu() {
+        Area icon = desktop.tray->icons().back();
+        icon.x += m_aside = -m_aside; // Two quick clicks on one spot are a double click.
+        desktop.input.click(icon, 3);
+        ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
+        desktop.input.move(5, 5);
+    }
+    /// Opens what stands so many rows down in the menu, the only window then.
+    void choose(int row) {
+        ASSERT_NO_FATAL_FAILURE(openMenu());
+        desktop.input.strike(downKey, row);
+        desktop.input.strike(returnKey);
+        ASSERT_TRUE(await([&] { return agent->menus().empty() && agent->windows().size() == 1; }));
+    }
+
+    void expectLook(const Area& area, const std::string& name) const {
+        EXPECT_EQ(awaitLook(desktop.screen, area, name), "") << name;
+    }
+
+    Desktop desktop{XServer::framebuffer({"-screen", "0", "3200x1800x24"})};
+    Paper paper{desktop, paperColour};
+    Portal portal{desktop.bus->address(), false};
+    std::optional<Agent> agent;
+
+private:
+    int m_aside = 5;
+};
+
+struct WindowLooks : testing::TestWithParam<bool>, Showcase {
+    WindowLooks() : Showcase(GetParam() ? "2" : "1") {}
+
+    /// As the desktop is dark, and light again.
+    void expectLooks(const ScreenWindow& window, const std::string& what) {
+        for (const char* scheme : {"Light", "Dark", "Light"}) {
+            portal.setDark(scheme == std::string("Dark"));
+            expectLook(window.area, scheme + std::string(GetParam() ? "Double" : "") + what);
+        }
+    }
+    void expectWindow(const std::string& what) {
+        ASSERT_TRUE(await([&] { return agent->menus().empty() && agent->windows().size() == 1; }));
+        const ScreenWindow window = agent->windows()[0];
+        expectLooks(window, what);
+        EXPECT_EQ(agent->windows().at(0).number, window.number);
+    }
+    void close() {
+        paper.client().askToClose(agent->windows().at(0).number);
+        ASSERT_TRUE(await([&] { return agent->windows().empty(); }));
+    }
+};
+
+struct ButtonLook {
+    const char* scale;
+    bool composited;
+};
+
+std::string nameOf(const ButtonLook& look) {
+    std::string name = std::string("Scale") + look.scale;
+    std::erase(name, '.');
+    return name + (look.composited ? "Composited" : "Plain");
+}
+
+struct ButtonLooks : testing::TestWithParam<ButtonLook> {};
+
+} // namespace
+
+TEST_P(WindowLooks, AreTheOnesThatWereFoundGood) {
+    ASSERT_NO_FATAL_FAILURE(openMenu());
+    expectLooks(agent->menus().at(0), "Menu");
+    desktop.input.strike(downKey, 4);
+    desktop.input.strike(rightKey);
+    ASSERT_TRUE(await([&] { return agent->menus().size() == 2; }));
+    desktop.input.strike(returnKey);
+    ASSERT_NO_FATAL_FAILURE(expectWindow("Alert"));
+    desktop.input.strike(escapeKey);
+    ASSERT_TRUE(await([&] { return agent->windows().empty(); }));
+
+    for (const auto& [row, name] : {std::pair{3, "Summit"}, {6, "About"}}) {
+        ASSERT_NO_FATAL_FAILURE(choose(row));
+        ASSERT_NO_FATAL_FAILURE(expectWindow(name));
+        ASSERT_NO_FATAL_FAILURE(close());
+    }
+    ASSERT_NO_FATAL_FAILURE(choose(5));
+    ASSERT_NO_FATAL_FAILURE(expectWindow("General"));
+    const Area settings = agent->windows().at(0).area;
+    const int scale = GetParam() ? 2 : 1;
+    desktop.input.click({settings.x + settings.width / 2 + 36 * scale, settings.y + 28 * scale});
+    desktop.input.move(5, 5);
+    ASSERT_NO_FATAL_FAILURE(expectWindow("Support"));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, WindowLooks, testing::Bool(),
+                         [](const auto& each) { return each.param ? "Double" : "Single"; });
+
+TEST(Scheme, AndContrastChangeWhileCovered) {
+    Showcase showcase;
+    ASSERT_NO_FATAL_FAILURE(showcase.choose(3));
+    const ScreenWindow window = showcase.agent->windows().back();
+    showcase.agent->cover();
+    for (const bool contrast : {true, false, true, false})
+        for (const char* scheme : {"Dark", "Light"}) {
+            showcase.portal.setHighContrast(contrast);
+            showcase.portal.setDark(scheme == std::string("Dark"));
+            EXPECT_TRUE(await([&] {
+                return showcase.desktop.screen.grab({100, 100, 200, 200}).isAll(solid) == contrast;
+            }));
+            showcase.expectLook(window.area, std::string(scheme) + "Summit");
+            EXPECT_TRUE(showcase.agent->isCovered());
+        }
+}
+
+TEST_P(ButtonLooks, AreTheOnesThatWereFoundGood) {
+    Desktop desktop;
+    desktop.extra = {{"QT_SCALE_FACTOR", GetParam().scale}};
+    const Paper paper(desktop, paperColour);
+    desktop.input.move(960, 300);
+    const auto compositor = GetParam().composited ? desktop.startCompositor() : nullptr;
+    Agent agent(desktop);
+    ASSERT_TRUE(await([&] { return agent.buttons().size() == 2; }));
+
+    const auto expectLook = [&](const char* state) {
+        constexpr int around = 12; // So many points around the disc belong to the picture.
+        const double scale = std::atof(GetParam().scale);
+        const int margin = static_cast<int>((GetParam().composited ? 0 : around) * scale);
+        Area area = agent.buttons()[1].area.grown(margin);
+        area.width = std::min(area.width, desktop.screen.bounds().width - area.x);
+        const std::string name = nameOf(GetParam()) + state;
+        EXPECT_EQ(awaitLook(desktop.screen, area, name), "") << name;
+    };
+    expectLook("Awake");
+    expectLook("Dim");
+    agent.cover();
+    expectLook("Blurred");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ButtonLooks,
+                         testing::Values(ButtonLook{"1", false}, ButtonLook{"1", true},
+                                         ButtonLook{"1.25", false}, ButtonLook{"1.25", true},
+                                         ButtonLook{"2", false}, ButtonLook{"2", true}),
+                         [](const auto& each) { return nameOf(each.param); });
