@@ -47,8 +47,8 @@ struct Windows : OnDesktop {
     }
     bool haveKeyboard() const {
         const xcb_window_t window = desktop.screen.focus();
-        const auto shown = client.ask(xcb_get_window_attributes_reply,
-                                      xcb_get_window_attributes(client, window));
+        const auto shown =
+            client.ask(xcb_get_window_attributes_reply, xcb_get_window_attributes(client, window));
         return shown && shown->map_state == XCB_MAP_STATE_VIEWABLE &&
                area(window).width == settingsWidth;
     }
@@ -191,7 +191,10 @@ TEST_F(Windows, TheSettingsAreOneWindowThatKeepsItsTabAndPlace) {
     client.settle();
     const Area place = {300, 100, opened.width, opened.height};
     for (const bool closed : {false, true, true}) {
-        if (closed) client.askToClose(window);
+        if (closed) {
+            client.askToClose(window);
+            ASSERT_TRUE(await([&] { return agent->windows().empty(); }));
+        }
         paper.raise();
         paper.takeFocus();
         ASSERT_NO_FATAL_FAILURE(expectReopened());
@@ -247,7 +250,14 @@ TEST_F(Windows, TheSettingsComeBackFromWhereverAWindowManagerPutThem) {
     const std::pair<const char*, std::function<void(xcb_window_t)>> ways[] = {
         {"closed", [&](xcb_window_t shown) { client.askToClose(shown); }},
         {"closed again", [&](xcb_window_t shown) { client.askToClose(shown); }},
-        {"minimised", [&](xcb_window_t shown) { askManager(shown, "WM_CHANGE_STATE", 3); }},
+        {"minimised",
+         [&](xcb_window_t shown) {
+             // The program may still be asking for the keyboard, which brings the window back.
+             await([&] {
+                 askManager(shown, "WM_CHANGE_STATE", 3);
+                 return holdsFor(200ms, [&] { return !haveKeyboard(); });
+             });
+         }},
         {"shaded",
          [&](xcb_window_t shown) {
              askManager(shown, "_NET_WM_STATE", 1, client.atom("_NET_WM_STATE_SHADED"));
