@@ -40,14 +40,26 @@ Covers::Covers(Connection& connection, const DisplayList& displays,
     run(m_above, [this] { drawAbove(); });
 }
 
-Covers::~Covers() = default;
+Covers::~Covers() { m_spare.reset(); } // It says that it goes.
 
 std::unique_ptr<Surface> Covers::makeSurface() {
+    scheduleCommit(); // For another spare one.
+    return m_spare ? std::move(m_spare) : newSurface();
+}
+
+std::unique_ptr<X11Surface> Covers::newSurface() {
     auto surface = std::make_unique<X11Surface>(m_connection, m_displays);
     surface->onChanged = [this] { scheduleCommit(); };
     surface->onGone = [this](X11Surface& gone) { forget(gone); };
     m_surfaces.push_back(surface.get());
     return surface;
+}
+
+/// Where windows that appear fade in, one stands ready for a monitor that is plugged in.
+void Covers::keepSpare() {
+    if (m_spare || !m_compositor.isOwned()) return;
+    m_spare = newSurface();
+    m_spare->orderFront();
 }
 
 void Covers::forget(X11Surface& surface) {
@@ -149,6 +161,7 @@ bool Covers::wantToShow() const {
 }
 
 void Covers::commit() {
+    keepSpare();
     hideUnwanted();
     const bool any = wantToShow();
     const bool live = m_connection.canBlurLive() && !m_resting &&

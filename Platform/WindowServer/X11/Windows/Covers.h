@@ -52,6 +52,8 @@ public:
     void leaveScreen();
 
 private:
+    std::unique_ptr<X11Surface> newSurface();
+    void keepSpare();
     void commit();
     bool wantToShow() const;
     void hideUnwanted();
@@ -81,6 +83,7 @@ private:
     const SelectionWatch& m_compositor;
     Stacking& m_stacking;
     std::vector<X11Surface*> m_surfaces;
+    std::unique_ptr<X11Surface> m_spare; ///< Has no frame, so it is never shown.
     std::unique_ptr<LiveBlur> m_live;
     /// Only while covered, and where a compositor leaves it be.
     std::unique_ptr<Overlay> m_overlay;
