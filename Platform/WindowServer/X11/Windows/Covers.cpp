@@ -17,7 +17,7 @@ constexpr int frameMilliseconds = 33; ///< At most 30 frames a second.
 
 /// For so long the overlay outlives its compositor: until another has taken its place, or what
 /// needs one has taken on another form.
-constexpr int afterCompositorMilliseconds = 1000;
+constexpr int afterCompositorMilliseconds = 5000;
 
 // Return codes of the window server's calls.
 constexpr int illegalArgument = 1001;
