@@ -30,11 +30,11 @@ xcb_window_t makeWindow(Connection& connection, xcb_window_t parent, const Pixel
 
 Pane::Pane(Connection& connection, xcb_window_t parent, const PixelRect& place,
            const WindowPictures& above, Ground ground)
-    : m_connection(connection), m_window(makeWindow(connection, parent, place)), m_place(place),
-      m_above(above), m_ground(std::move(ground)), m_bare(connection, m_window),
-      m_whole(connection, m_window) {}
+    : m_connection(connection), m_window{connection, makeWindow(connection, parent, place)},
+      m_place(place), m_above(above), m_ground(std::move(ground)), m_bare(connection, m_window.id),
+      m_whole(connection, m_window.id) {}
 
-Pane::~Pane() { xcb_destroy_window(m_connection.xcb(), m_window); }
+Pane::Window::~Window() { xcb_destroy_window(connection.xcb(), id); }
 
 void Pane::paint(const PixelRect& area) {
     const auto own = [this](const PixelRect& rect) {
@@ -52,7 +52,7 @@ void Pane::paint(const PixelRect& area) {
 }
 
 void Pane::setBackground(uint32_t pixel) const {
-    xcb_change_window_attributes(m_connection.xcb(), m_window, XCB_CW_BACK_PIXEL, &pixel);
+    xcb_change_window_attributes(m_connection.xcb(), m_window.id, XCB_CW_BACK_PIXEL, &pixel);
 }
 
 /// The windows' places are painted at one stroke with what stands there, so that nothing flickers.

@@ -23,11 +23,10 @@ public:
     /// Stands in `parent`, whose pixels are the root's, once that is shown. `above` outlives it.
     Pane(Connection& connection, xcb_window_t parent, const PixelRect& place,
          const WindowPictures& above, Ground ground);
-    ~Pane();
     Pane(const Pane&) = delete;
     Pane& operator=(const Pane&) = delete;
 
-    xcb_window_t window() const { return m_window; }
+    xcb_window_t window() const { return m_window.id; }
     const PixelRect& place() const { return m_place; }
 
     /// Paints what of the area, in root pixels, is the pane's.
@@ -39,8 +38,15 @@ private:
     void leaveOut(const std::vector<PixelRect>& windows);
     void compose(const PixelRect& area) const;
 
+    /// Goes after the pictures of it.
+    struct Window {
+        Connection& connection;
+        const xcb_window_t id;
+        ~Window();
+    };
+
     Connection& m_connection;
-    xcb_window_t m_window;
+    const Window m_window;
     PixelRect m_place;
     const WindowPictures& m_above;
     Ground m_ground;
