@@ -98,6 +98,7 @@ void Covers::compositorChanged() {
 }
 
 void Covers::leaveScreen() {
+    if (m_overlay) m_overlay->keepLastFrame();
     for (X11Surface* surface : m_surfaces)
         surface->hide(false);
     m_overlay.reset();
@@ -162,6 +163,7 @@ bool Covers::wantToShow() const {
 
 void Covers::commit() {
     keepSpare();
+    if (m_overlay && !wantsOverlay()) m_overlay->keepLastFrame();
     hideUnwanted();
     const bool any = wantToShow();
     const bool live = m_connection.canBlurLive() && !m_resting &&

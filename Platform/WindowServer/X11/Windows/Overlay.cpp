@@ -86,6 +86,11 @@ std::unique_ptr<Pane> Overlay::makePane(const PixelRect& place, Pane::Ground gro
     return std::make_unique<Pane>(m_connection, m_plate, place, m_above, std::move(ground));
 }
 
+void Overlay::keepLastFrame() const {
+    const uint32_t none = XCB_BACK_PIXMAP_NONE;
+    xcb_change_window_attributes(m_connection.xcb(), m_plate, XCB_CW_BACK_PIXMAP, &none);
+}
+
 void Overlay::show() const {
     raise();
     xcb_map_window(m_connection.xcb(), m_plate);

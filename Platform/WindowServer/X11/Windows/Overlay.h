@@ -43,6 +43,9 @@ public:
     /// Dies before the overlay.
     std::unique_ptr<Pane> makePane(const PixelRect& place, Pane::Ground ground) const;
 
+    /// Panes that go from now on leave their last picture, until the compositor draws anew.
+    void keepLastFrame() const;
+
     /// To be called while panes are painted for the first time.
     void show() const;
     /// All painting of panes goes through here: whatever else is painted there is others' doing.
