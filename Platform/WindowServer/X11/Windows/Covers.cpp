@@ -260,7 +260,7 @@ void Covers::showAll(const std::vector<X11Surface*>& surfaces) {
     paint([&] {
         if (overlay) overlay->show();
         for (X11Surface* surface : surfaces)
-            surface->show(overlay, m_overlayIsOnTrial, m_compositor.isOwned());
+            surface->show(overlay, m_compositor.isOwned());
     });
     xcb_ungrab_server(m_connection.xcb());
     m_connection.flush();
@@ -291,12 +291,13 @@ void Covers::holdOverlay() {
         m_overpainter = m_compositor.owner();
         scheduleCommit();
     };
-    m_overlayIsOnTrial = m_compositor.owner() != m_proven && m_overlay->mayBeDrawnOver();
+    // One that came while covered tells by what it draws.
+    if (m_covered || !m_overlay->isDrawnOver()) return;
+    m_overpainter = m_compositor.owner();
+    m_overlay.reset();
 }
 
 void Covers::dropOverlay() {
-    if (std::exchange(m_overlayIsOnTrial, false) && m_compositor.owner() != m_overpainter)
-        m_proven = m_compositor.owner();
     for (X11Surface* surface : m_surfaces)
         surface->dropPane();
     m_overlay.reset();

@@ -88,9 +88,7 @@ private:
     /// Only while covered, and where a compositor leaves it be.
     std::unique_ptr<Overlay> m_overlay;
     bool m_overlayLost = false;
-    bool m_overlayIsOnTrial = false;
-    xcb_window_t m_proven = XCB_WINDOW_NONE;      ///< A compositor that leaves the overlay be.
-    xcb_window_t m_overpainter = XCB_WINDOW_NONE; ///< One that draws over it.
+    xcb_window_t m_overpainter = XCB_WINDOW_NONE; ///< A compositor that draws over the overlay.
     bool m_covered = false;                       ///< As it was told last.
     bool m_resting = false;
     QTimer m_commit;

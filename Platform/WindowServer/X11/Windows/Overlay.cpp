@@ -155,17 +155,19 @@ void Overlay::keepOnTop(int type, const xcb_generic_event_t& event) {
         configure(m_connection.xcb(), m_plate, everywhere);
 }
 
-/// Another program's paint is painted over in its turn.
+/// Another program's paint is painted over in its turn; only a compositor comes back with each
+/// frame.
 bool Overlay::handlePaint(const xcb_generic_event_t& event) {
+    constexpr int accidents = 2;
     if (isBefore(event, m_paintedAt)) return false;
-    if (!mayBeDrawnOver()) return m_isOverpainted = true;
+    if (++m_foreignPaints <= accidents || !isDrawnOver()) return m_isOverpainted = true;
     if (onDrawnOver) onDrawnOver();
     return false;
 }
 
 /// One with a window of its own there cannot draw over that window's neighbours, and drawing by GL
 /// leaves out what stands in a window; drawing with Render does not have to.
-bool Overlay::mayBeDrawnOver() const {
+bool Overlay::isDrawnOver() const {
     const auto tree =
         m_connection.reply(xcb_query_tree_reply, xcb_query_tree(m_connection.xcb(), m_overlay));
     return tree && tree->children_len == 1 && !hasContexts();

@@ -32,10 +32,10 @@ public:
     Overlay(const Overlay&) = delete;
     Overlay& operator=(const Overlay&) = delete;
 
-    /// Whether the compositor may draw into the overlay window itself, over all of its children, so
-    /// that a plate there serves for nothing. Only what it draws tells whether it does.
-    bool mayBeDrawnOver() const;
-    /// Called where it has drawn over the plate.
+    /// Whether the compositor draws into the overlay window itself, over all of its children, so
+    /// that a plate there serves for nothing. One that has only just begun may not tell yet.
+    bool isDrawnOver() const;
+    /// Called where a compositor that does so has drawn over the plate.
     std::function<void()> onDrawnOver;
     /// Called where another program took the plate away.
     std::function<void()> onLost;
@@ -76,6 +76,7 @@ private:
     uint32_t m_paintedAt = 0;  ///< Paint from before this request is ours.
     bool m_isComplete = false; ///< Whether all of it has been painted once.
     bool m_isOverpainted = false;
+    int m_foreignPaints = 0;
     /// What the compositor wants of the overlay window where it is whole meanwhile. A shape of no
     /// rectangles hides all of it.
     std::optional<std::vector<xcb_rectangle_t>> m_formerShape;

@@ -242,19 +242,16 @@ void X11Surface::setBackground(uint32_t mask, uint32_t value) {
     xcb_change_window_attributes(m_connection.xcb(), m_window, mask, &value);
 }
 
-void X11Surface::show(const Overlay* overlay, bool onTrial, bool composited) {
+void X11Surface::show(const Overlay* overlay, bool composited) {
     if (m_resting && m_backdrop) m_still = std::move(m_backdrop);
     if (m_awaitsSource) m_backdrop.reset();
     m_live = m_live && m_backdrop;
-    if (overlay) showInPane(*overlay);
-    configure(m_connection.xcb(), m_window, m_pixels);
-    m_sentinel->place(m_pixels);
-    auto pane = std::move(m_pane); // Seen until the window itself is painted.
-    if (overlay && !onTrial)
-        showPlainWindow(composited);
+    std::unique_ptr<Pane> former; // Seen until the window itself is painted.
+    if (overlay)
+        showInPane(*overlay);
     else
-        showInWindow(composited);
-    if (overlay) m_pane = std::move(pane);
+        former = std::move(m_pane);
+    showInWindow(composited);
 }
 
 void X11Surface::showInPane(const Overlay& overlay) {
@@ -267,19 +264,20 @@ void X11Surface::showInPane(const Overlay& overlay) {
 }
 
 /// With no background the server leaves the old pixels until the picture is painted, so no plain
-/// frame is ever seen; later exposures start from the picture's mean.
+/// frame is ever seen; later exposures start from the picture's mean. Under a pane it is plain:
+/// what comes to light where the overlay is lost.
 void X11Surface::showInWindow(bool composited) {
+    configure(m_connection.xcb(), m_window, m_pixels);
+    m_sentinel->place(m_pixels);
+    if (m_pane) {
+        setBackground(XCB_CW_BACK_PIXEL, plainPixel());
+        return map(composited);
+    }
     if (!m_backdrop) return showPlain(composited);
     if (!m_mapped) setBackground(XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
     map(composited);
     paintAll();
     setBackground(XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
-}
-
-/// What comes to light where the overlay is lost.
-void X11Surface::showPlainWindow(bool composited) {
-    setBackground(XCB_CW_BACK_PIXEL, plainPixel());
-    map(composited);
 }
 
 uint32_t X11Surface::plainPixel() const {

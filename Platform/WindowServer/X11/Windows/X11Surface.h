@@ -76,8 +76,8 @@ public:
     void paintAbove(const std::vector<PixelRect>& areas);
 
     /// Puts the window and its whole picture on the screen, in a pane of the overlay where there is
-    /// one, and in the window beneath as well while the overlay is on trial.
-    void show(const Overlay* overlay, bool onTrial, bool composited);
+    /// one.
+    void show(const Overlay* overlay, bool composited);
     /// Covers with a plain dark colour: the answer to everything that goes wrong.
     void showPlain(bool composited);
     /// Takes it from the screen. Under a compositor it stays shown in a place that nobody sees:
@@ -108,7 +108,6 @@ private:
     void restore(const xcb_property_notify_event_t& event);
     void showInPane(const Overlay& overlay);
     void showInWindow(bool composited);
-    void showPlainWindow(bool composited);
     void paintAll();
     void paint(const PixelRect& area);
     void paintPicture(const Canvas& canvas, const PixelRect& area) const;
