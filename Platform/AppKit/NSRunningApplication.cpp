@@ -39,6 +39,7 @@ bool sendTerminate(const QString& instance) {
 /// This process as the others see it.
 class Instance : public QObject, protected QDBusContext {
     Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "AppKit.NSRunningApplication")
 
 public:
     explicit Instance(std::string bundleIdentifier)
