@@ -9,6 +9,9 @@
 
 namespace WindowServer {
 
+/// As large as a screen can be: the size that a connection knows is the one that it began with.
+inline constexpr PixelRect everywhere{0, 0, 32767, 32767};
+
 inline bool isEmpty(const PixelRect& r) { return r.width <= 0 || r.height <= 0; }
 
 inline PixelRect intersection(const PixelRect& a, const PixelRect& b) {

@@ -11,13 +11,6 @@
 
 namespace WindowServer {
 
-namespace {
-
-/// As large as a screen can be: the size that the connection knows is the one it began with.
-constexpr PixelRect everywhere{0, 0, 32767, 32767};
-
-} // namespace
-
 Scene::Scene(Connection& connection, std::function<bool(xcb_window_t)> shows)
     : m_connection(connection), m_windows(connection, std::move(shows), 2),
       m_rootPixmapAtom(connection.atom("_XROOTPMAP_ID")) {

@@ -19,10 +19,6 @@ namespace WindowServer {
 
 namespace {
 
-/// As large as a screen can be: what a monitor that is plugged in brings to light is covered before
-/// anybody hears of the monitor.
-constexpr PixelRect everywhere{0, 0, 32767, 32767};
-
 void listen(xcb_connection_t* xcb, xcb_window_t window, uint32_t mask) {
     xcb_change_window_attributes(xcb, window, XCB_CW_EVENT_MASK, &mask);
 }
@@ -40,7 +36,8 @@ Overlay::Overlay(Connection& connection, const SelectionWatch& compositor,
     listen(xcb, m_overlay, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     xcb_shape_select_input(xcb, m_overlay, true);
 
-    // Without a background nothing is shown before it is painted.
+    // Without a background nothing is shown before it is painted. What a monitor that is plugged in
+    // brings to light is covered before anybody hears of the monitor.
     const uint32_t values[] = {XCB_BACK_PIXMAP_NONE, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY};
     xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_plate, m_overlay, everywhere.x, everywhere.y,
                       everywhere.width, everywhere.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
