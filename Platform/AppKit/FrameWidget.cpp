@@ -72,7 +72,7 @@ FrameWidget::FrameWidget(NSWindow& window, std::unique_ptr<ViewContent> content,
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingMilliseconds);
     connect(&m_settling, &QTimer::timeout, this, &FrameWidget::followActivation);
-    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this] {
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, [this] {
         m_pointer = QCursor::pos();
         m_settling.start();
     });
@@ -165,7 +165,9 @@ void FrameWidget::comeBack() {
 }
 
 void FrameWidget::followActivation() {
-    if (QGuiApplication::applicationState() == Qt::ApplicationActive) return comeBack();
+    // A menu takes the keyboard for as long as it is open, whichever program is the active one.
+    const QWindow* const front = QGuiApplication::focusWindow();
+    if (front) return front->type() == Qt::Popup ? void() : comeBack();
     if (!isVisible() || !m_window.hidesOnDeactivate()) return;
     // A pointer on its way here, which takes the keyboard along, is no sign of another program
     // being wanted.

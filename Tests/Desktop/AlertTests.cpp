@@ -247,6 +247,9 @@ TEST_F(Alerts, TheEditionWindowReturnsWithTheProgram) {
     ASSERT_NO_FATAL_FAILURE(openSummit());
     paper.takeFocus();
     expectClosed();
+    ASSERT_NO_FATAL_FAILURE(goToRow(0)); // A menu has the keyboard with another program active.
+    EXPECT_TRUE(holdsFor(500ms, [&] { return panels().empty() && agent->menus().size() == 1; }));
+    strike({escapeKey});
     xcb_set_input_focus(paper.client(), XCB_INPUT_FOCUS_PARENT, settings, XCB_CURRENT_TIME);
     paper.client().settle();
     EXPECT_TRUE(await([&] { return panels().size() == 1 && isOnTop(); }));
