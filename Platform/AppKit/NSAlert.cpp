@@ -1,7 +1,7 @@
 #include "AppKit/NSAlert.h"
 
-#include "AppKit/AlertController+Private.h"
 #include "AppKit/NSApplication.h"
+#include "AppKit/Qt/Contents/AlertController.h"
 
 NSAlert::NSAlert()
     : m_controller(std::make_shared<AlertController>()),

@@ -1,8 +1,8 @@
 #include "AppKit/NSStatusBarButton.h"
 
-#include "AppKit/MenuPopup+Private.h"
-#include "AppKit/NSApplication+Private.h"
-#include "AppKit/TrayIcon+Private.h"
+#include "AppKit/Qt/Application/Launch.h"
+#include "AppKit/Qt/Menus/MenuPopup.h"
+#include "AppKit/Qt/StatusItem/TrayIcon.h"
 
 NSStatusBarButton::NSStatusBarButton() : m_icon(std::make_unique<TrayIcon>(*this)) {}
 

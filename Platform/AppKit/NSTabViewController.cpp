@@ -1,6 +1,6 @@
 #include "AppKit/NSTabViewController.h"
 
-#include "AppKit/TabContent+Private.h"
+#include "AppKit/Qt/Contents/TabContent.h"
 
 void NSTabViewController::addTabViewItem(std::shared_ptr<NSTabViewItem> item) {
     m_items.push_back(std::move(item));

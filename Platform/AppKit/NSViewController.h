@@ -13,7 +13,11 @@ class ViewContent;
 class NSViewController : public NSObject {
 public:
     const std::string& title() const { return m_title; }
-    void setTitle(const std::string& title);
+    void setTitle(const std::string& title) {
+        if (m_title == title) return;
+        m_title = title;
+        if (m_titleChanged) m_titleChanged();
+    }
 
     /// In points. 0 by 0 leaves it to what is shown.
     const NSSize& preferredContentSize() const { return m_preferredContentSize; }

@@ -1,10 +1,10 @@
 #include "AppKit/NSWindow.h"
 
-#include "AppKit/ContentWindow+Private.h"
 #include "AppKit/NSAnimationContext.h"
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSScreen.h"
 #include "AppKit/NSViewController.h"
+#include "AppKit/Qt/Windows/ContentWindow.h"
 #include "QuartzCore/Animation+Private.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "SwiftUI/Stacks.h"
 
-#include "AppKit/Qt/ControlDrawing.h"
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "SwiftUI/Qt/Painted.h"
 
 Divider::Divider()

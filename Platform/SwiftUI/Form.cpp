@@ -1,6 +1,6 @@
 #include "SwiftUI/Form.h"
 
-#include "AppKit/Qt/ControlDrawing.h"
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "SwiftUI/Qt/Painted.h"
 #include "SwiftUI/Qt/ViewNode.h"
 #include "SwiftUI/Stacks.h"

@@ -1,4 +1,4 @@
-#include "AppKit/Symbol+Private.h"
+#include "AppKit/Qt/Drawing/Symbol.h"
 #include "SwiftUI/Qt/ViewNode.h"
 #include "SwiftUI/Text.h"
 

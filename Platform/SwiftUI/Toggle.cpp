@@ -1,4 +1,4 @@
-#include "AppKit/Qt/ControlDrawing.h"
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "SwiftUI/Controls.h"
 #include "SwiftUI/Qt/ViewNode.h"
 

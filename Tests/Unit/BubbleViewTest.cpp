@@ -1,7 +1,7 @@
 #include "ManualTime.h"
 #include "Screens.h"
 
-#include "AppKit/NSApplication+Private.h"
+#include "AppKit/Qt/Application/Launch.h"
 #include "BubblePanel.h"
 
 namespace {

@@ -1,5 +1,5 @@
 #include "AppKit/AppKit.h"
-#include "AppKit/KeyEquivalent+Private.h"
+#include "AppKit/Qt/Menus/KeyEquivalent.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "Screens.h"
 
 #include "AppKit/AppKit.h"
-#include "AppKit/PanelWindow+Private.h"
+#include "AppKit/Qt/Panels/PanelWindow.h"
 
 #include <QApplication>
 #include <QEnterEvent>

@@ -1,5 +1,5 @@
+#include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/AppKit.h"
-#include "AppKit/Symbol+Private.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "AppKit/AppKit.h"
-#include "AppKit/TabButton+Private.h"
-#include "AppKit/TabContent+Private.h"
+#include "AppKit/Qt/Contents/TabButton.h"
+#include "AppKit/Qt/Contents/TabContent.h"
 #include "SwiftUI/SwiftUI.h"
 
 #include <gtest/gtest.h>

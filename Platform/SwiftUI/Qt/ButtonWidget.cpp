@@ -1,6 +1,6 @@
 #include "SwiftUI/Qt/ButtonWidget.h"
 
-#include "AppKit/Qt/ControlDrawing.h"
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
 
 ButtonWidget::ButtonWidget(QWidget* parent) : QAbstractButton(parent), m_shortcut(this) {
     setFocusPolicy(Qt::TabFocus);

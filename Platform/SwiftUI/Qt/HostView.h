@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AppKit/ViewContent+Private.h"
+#include "AppKit/Qt/Contents/ViewContent.h"
 #include "Combine/ObservableObject.h"
 #include "SwiftUI/Qt/Element.h"
 #include "SwiftUI/View.h"

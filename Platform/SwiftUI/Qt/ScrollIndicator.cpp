@@ -1,6 +1,6 @@
 #include "SwiftUI/Qt/ScrollIndicator.h"
 
-#include "AppKit/Qt/ControlDrawing.h"
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
 
 #include <QMouseEvent>
 

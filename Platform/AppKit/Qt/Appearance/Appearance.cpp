@@ -1,0 +1,83 @@
+#include "AppKit/Qt/Appearance/Appearance.h"
+
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
+#include "AppKit/Qt/Appearance/ControlStyle.h"
+#include "Foundation/NSBundle.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QToolTip>
+
+namespace {
+
+constexpr int systemFontSize = 13; // In points.
+
+struct Tones {
+    QRgb window;
+    QRgb base; ///< Of lists and fields.
+    QRgb control;
+    QRgb line;
+    QRgb text;
+    QRgb secondaryText; ///< Legible on the window and on the base.
+    QRgb faintText;
+};
+
+constexpr QRgb onAccent = 0xffffffff;
+constexpr Tones light = {0xfff5f5f7, 0xffffffff, 0xffffffff, 0xffc8c8cc,
+                         0xff1d1d1f, 0xff66666b, 0xff8a8a8e};
+constexpr Tones dark = {0xff29292b, 0xff1e1e20, 0xff4a4a4d, 0xff55555a,
+                        0xfff2f2f4, 0xffa8a8ae, 0xff8e8e93};
+
+QPalette paletteOf(const Tones& tones) {
+    const QColor accent(QString::fromStdString(
+        NSBundle::mainBundle().objectForInfoDictionaryKey("NSAccentColorName").value_or("")));
+    using Role = QPalette::ColorRole;
+    const QColor window(tones.window);
+    const std::pair<Role, QColor> colors[] = {
+        {QPalette::Window, window},
+        {QPalette::WindowText, tones.text},
+        {QPalette::Base, tones.base},
+        {QPalette::AlternateBase, tones.window},
+        {QPalette::Text, tones.text},
+        {QPalette::PlaceholderText, tones.secondaryText},
+        {QPalette::ToolTipBase, tones.window},
+        {QPalette::ToolTipText, tones.text},
+        {QPalette::Button, tones.control},
+        {QPalette::ButtonText, tones.text},
+        {QPalette::BrightText, onAccent},
+        {QPalette::Light, window.lighter(115)},
+        {QPalette::Midlight, window.lighter(107)},
+        {QPalette::Mid, tones.line},
+        {QPalette::Dark, window.darker(150)},
+        {QPalette::Shadow, Qt::black},
+        {QPalette::Highlight, accent},
+        {QPalette::HighlightedText, onAccent},
+        {QPalette::Link, accent},
+        {QPalette::LinkVisited, accent},
+    };
+    QPalette palette;
+    for (const auto& [role, color] : colors)
+        palette.setColor(role, color);
+    for (const Role role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, tones.faintText);
+    return palette;
+}
+
+} // namespace
+
+Appearance::Appearance(QObject& application)
+    : QObject(&application), m_foundDark(isDark(QApplication::palette())),
+      m_dark("color-scheme", {"dark", "black", "inverse"}) {
+    QApplication::setStyle(new ControlStyle);
+    QFont font = QApplication::font();
+    font.setPixelSize(systemFontSize);
+    QApplication::setFont(font);
+    m_dark.onChanged = [this] { dress(); };
+    dress();
+}
+
+void Appearance::dress() const {
+    const QPalette palette = paletteOf(m_dark.wish().value_or(m_foundDark) ? dark : light);
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette); // Tool tips have one of their own.
+}

@@ -1,0 +1,213 @@
+#include "AppKit/NSAlert.h"
+#include "AppKit/NSRunningApplication.h"
+#include "AppKit/Qt/Appearance/Appearance.h"
+#include "AppKit/Qt/Application/BusProbe.h"
+#include "AppKit/Qt/Application/Launch.h"
+#include "AppKit/Qt/Application/SleepWatch.h"
+#include "AppKit/Qt/Contents/AboutController.h"
+#include "AppKit/Qt/Menus/PopupOrder.h"
+#include "AppKit/Qt/Panels/PanelWindow.h"
+#include "AppKit/Qt/Windows/AccessibleWidgets.h"
+#include "AppKit/Qt/Windows/ContentWindow.h"
+#include "AppKit/Qt/Windows/ModalInput.h"
+#include "Foundation/NSBundle.h"
+#include "Foundation/NSLog.h"
+#include "WindowServer/Session.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QIcon>
+#include <QWindow>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+#include <sys/prctl.h>
+#include <sys/resource.h>
+
+using WindowServer::Session;
+
+NSApplication* NSApp = nullptr;
+
+namespace {
+
+/// The process holds what stands on the screens: no core file and no debugger may take it away.
+void harden() {
+    const rlimit none{0, 0};
+    ::setrlimit(RLIMIT_CORE, &none);
+    ::prctl(PR_SET_DUMPABLE, 0);
+}
+
+constexpr int keepExisting = 0; ///< Tells setenv to leave a variable that is set.
+
+void connectToWindowServer() {
+    std::signal(SIGPIPE, SIG_IGN); // A server that has gone shows in the connection's own error.
+    if (!Session::open()) {
+        NSLog("X11: no server answers. Set DISPLAY to a running X server.");
+        std::exit(EXIT_FAILURE);
+    }
+    ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
+    const int scale = Session::current().windowScale();
+    if (scale != 1) ::setenv("QT_SCALE_FACTOR", std::to_string(scale).c_str(), keepExisting);
+}
+
+std::string infoOf(const char* key) {
+    return NSBundle::mainBundle().objectForInfoDictionaryKey(key).value_or("");
+}
+
+/// The toolkit closes its menus as another program becomes the active one, and hears of that a
+/// tenth of a second late. A menu that was opened meanwhile is to stay: it has the mouse and the
+/// keyboard whichever program is active.
+class Toolkit : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        return event->type() == QEvent::ApplicationDeactivate
+                   ? QCoreApplication::notify(receiver, event)
+                   : QApplication::notify(receiver, event);
+    }
+};
+
+void makeQtApplication() {
+    static int argc = 1;
+    static std::string name = infoOf("CFBundleExecutable");
+    static char* argv[] = {name.data(), nullptr};
+    // It has nothing to save and its own way to start with the session; a manager of the session
+    // that asks or restarts its clients is left out of it.
+    QApplication::setAttribute(Qt::AA_DisableSessionManager);
+    // Never deleted: the process ends with it, and with the windows and icons that hang on it.
+    auto& application = *new Toolkit(argc, argv);
+    // As panels and assistive technology call it. A display name would stand in every title too.
+    QApplication::setApplicationName(QString::fromStdString(infoOf("CFBundleName")));
+    QApplication::setQuitOnLastWindowClosed(false);
+    const auto identifier = QString::fromStdString(infoOf("CFBundleIdentifier"));
+    QApplication::setWindowIcon(QIcon(":/Icons/" + identifier + ".svg"));
+    QApplication::setDesktopFileName(identifier);
+    // A drag counts by every point that the pointer passed.
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+    new Appearance(application);
+    new PopupOrder(application);
+    new ModalInput(application);
+    offerWidgetsToAssistiveTechnology();
+}
+
+} // namespace
+
+const QProcessEnvironment& foundEnvironment() {
+    static const auto environment = QProcessEnvironment::systemEnvironment();
+    return environment;
+}
+
+NSApplication& NSApplication::sharedApplication() {
+    if (!NSApp) NSApp = new NSApplication;
+    return *NSApp;
+}
+
+NSApplication::NSApplication() {
+    harden();
+    foundEnvironment();
+    settleSessionBus();
+    connectToWindowServer();
+    makeQtApplication();
+    Session::current().attach();
+    Session::current().onDisplaysChanged = [] {
+        NSNotificationCenter::defaultCenter().postNotificationName(
+            NSApplicationDidChangeScreenParametersNotification, nullptr);
+    };
+    Session::current().onCompositingChanged = [] {
+        PanelWindow::compositingChanged();
+        ContentWindow::compositingChanged();
+    };
+    auto* const sleep = new SleepWatch(qApp);
+    sleep->onSleep = [](bool sleeps) { Session::current().setResting(sleeps); };
+    Session::current().onCovered = [sleep](bool covered) { sleep->setWanted(covered); };
+    Session::current().onWindowGone = [](WindowServer::ToolkitWindow window) {
+        PanelWindow::windowGone(window);
+        ContentWindow::windowGone(window);
+    };
+    watchQuitSignals([this] { terminate(nullptr); });
+    NSRunningApplication::currentApplication(); // From here on other instances see this one.
+    answerReopenRequests([this] { reopen(); });
+}
+
+void NSApplication::run() {
+    if (const auto delegate = m_delegate.lock())
+        delegate->applicationDidFinishLaunching(
+            NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
+    QApplication::exec();
+    ContentWindow::leaveForGood();
+}
+
+void NSApplication::reopen() {
+    const auto windows = QGuiApplication::topLevelWindows();
+    const bool hasVisibleWindows = std::ranges::any_of(windows, &QWindow::isVisible);
+    if (const auto delegate = m_delegate.lock())
+        delegate->applicationShouldHandleReopen(*this, hasVisibleWindows);
+}
+
+void NSApplication::terminate(const id&) {
+    // Queued, so that a request that comes before the loop runs is not lost.
+    QMetaObject::invokeMethod(
+        qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+}
+
+void NSApplication::activateIgnoringOtherApps(bool flag) {
+    if (flag) ContentWindow::activate();
+}
+
+NSInteger NSApplication::runModalForWindow(NSWindow& window) {
+    NSInteger result = NSModalResponseAbort;
+    QEventLoop loop;
+    const auto outer = std::exchange(m_stopModal, [&](NSInteger code) {
+        result = code;
+        loop.quit();
+    });
+    dynamic_cast<ContentWindow&>(*window.m_native).setModal(true);
+    if (!window.isVisible()) window.center();
+    window.makeKeyAndOrderFront(nullptr);
+    loop.exec();
+    window.orderOut(nullptr);
+    m_stopModal = outer;
+    return result;
+}
+
+void NSApplication::stopModalWithCode(NSInteger code) {
+    if (m_stopModal) m_stopModal(code);
+}
+
+void NSApplication::orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options) {
+    if (!m_aboutPanel) {
+        m_about = std::make_shared<AboutController>();
+        m_about->setTitle("About " + infoOf("CFBundleName"));
+        m_aboutPanel = NSWindow::windowWithContentViewController(m_about);
+        m_aboutPanel->setStyleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
+        // A menu that stands above the covers asks for it, and gets an answer that is seen.
+        m_aboutPanel->setLevel(NSScreenSaverWindowLevel + 2);
+        m_aboutPanel->setHidesOnDeactivate(true);
+    }
+    const auto credits = options.find(NSAboutPanelOptionCredits);
+    m_about->setCredits(credits == options.end()
+                            ? nullptr
+                            : std::any_cast<std::shared_ptr<NSAttributedString>>(credits->second));
+    if (!m_aboutPanel->isVisible()) m_aboutPanel->center();
+    m_aboutPanel->makeKeyAndOrderFront(nullptr);
+}
+
+namespace {
+std::optional<NSPoint> theMouseLocation;
+}
+
+CurrentEvent::CurrentEvent(const NSEvent& event, std::optional<NSPoint> mouseLocation)
+    : m_previous(std::exchange(NSApp->m_currentEvent, event)),
+      m_previousLocation(std::exchange(theMouseLocation, mouseLocation)) {}
+
+CurrentEvent::~CurrentEvent() {
+    NSApp->m_currentEvent = m_previous;
+    theMouseLocation = m_previousLocation;
+}
+
+const std::optional<NSPoint>& CurrentEvent::mouseLocation() { return theMouseLocation; }

@@ -1,0 +1,115 @@
+#include "AppKit/Qt/Menus/NativeMenu.h"
+
+#include "AppKit/Qt/Drawing/Pictures.h"
+#include "AppKit/Qt/Menus/KeyEquivalent.h"
+#include "AppKit/Qt/Menus/MenuStyle.h"
+#include "AppKit/Qt/Panels/PanelPicture.h"
+#include "WindowServer/Session.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+#include <QStyleOptionMenuItem>
+
+#include <algorithm>
+#include <cmath>
+
+using WindowServer::Session;
+
+namespace {
+bool isModifier(int key) {
+    return (key >= Qt::Key_Shift && key <= Qt::Key_Alt) || key == Qt::Key_AltGr ||
+           key == Qt::Key_Super_L || key == Qt::Key_Super_R;
+}
+} // namespace
+
+NativeMenu::NativeMenu(const NSMenu& menu, Chosen chosen, QWidget* parent)
+    : QMenu(parent), m_chosen(std::move(chosen)), m_translucent(Session::current().isComposited()) {
+    setStyle(&MenuStyle::shared());
+    setWindowFlag(Qt::NoDropShadowWindowHint);
+    setAttribute(Qt::WA_TranslucentBackground, m_translucent);
+    setTitle(QString::fromStdString(menu.title()));
+    for (const auto& item : menu.itemArray())
+        add(item);
+}
+
+void NativeMenu::add(const std::shared_ptr<NSMenuItem>& item) {
+    if (item->isSeparatorItem()) {
+        addSeparator();
+        return;
+    }
+    auto* const action = addAction(QString::fromStdString(item->title()).replace('&', "&&"));
+    m_items[action] = item;
+    action->setEnabled(item->isEnabled());
+    if (item->image()) action->setIcon(inkIconFrom(*item->image()));
+    if (item->submenu())
+        action->setMenu(new NativeMenu(*item->submenu(), m_chosen, this));
+    else
+        connect(action, &QAction::triggered, this, [this, item] { m_chosen(item); });
+}
+
+// The keys are no part of the item's name, which is also read out.
+void NativeMenu::initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const {
+    QMenu::initStyleOption(option, action);
+    const auto item = m_items.find(action);
+    if (item == m_items.end()) return;
+    if (const QString keys = keyEquivalentText(*item->second); !keys.isEmpty())
+        option->text += '\t' + keys;
+}
+
+QAction* NativeMenu::actionFor(const QKeyEvent& press) const {
+    for (auto* const action : actions()) {
+        if (const auto* submenu = qobject_cast<const NativeMenu*>(action->menu())) {
+            if (auto* const found = submenu->actionFor(press)) return found;
+            continue;
+        }
+        const auto item = m_items.find(action);
+        if (item != m_items.end() && isKeyEquivalent(*item->second, press)) return action;
+    }
+    return nullptr;
+}
+
+// The whole menu answers to the keys of its items, whichever submenu is open.
+void NativeMenu::keyPressEvent(QKeyEvent* event) {
+    if (isModifier(event->key())) return; // The first key of a chord closes no menu.
+    auto* whole = this;
+    while (auto* const parent = qobject_cast<NativeMenu*>(whole->parentWidget()))
+        whole = parent;
+    auto* const action = whole->actionFor(*event);
+    if (!action) return QMenu::keyPressEvent(event);
+    if (!action->isEnabled()) return;
+    action->trigger();
+    whole->close();
+}
+
+// Where a point is no whole number of pixels, place and size are both rounded, and a menu at the
+// screen's edge would reach beyond it.
+void NativeMenu::keepOnScreen() {
+    const double scale = devicePixelRatioF();
+    const auto* const on = QGuiApplication::screenAt(geometry().center());
+    if (scale == std::floor(scale) || !on) return;
+    const QRect room = on->geometry();
+    move(std::min(x(), room.right() - width()), std::min(y(), room.bottom() - height()));
+}
+
+bool NativeMenu::event(QEvent* event) {
+    if (event->type() == QEvent::Show) keepOnScreen();
+    const bool handled = QMenu::event(event);
+    const bool reshaped = event->type() == QEvent::Show || event->type() == QEvent::Resize ||
+                          event->type() == QEvent::WinIdChange;
+    if (reshaped && !m_translucent && internalWinId()) cutCorners();
+    return handled;
+}
+
+void NativeMenu::cutCorners() {
+    const double scale = devicePixelRatioF();
+    QImage shape((QSizeF(size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    shape.fill(Qt::transparent);
+    QPainter painter(&shape);
+    painter.setBrush(Qt::black);
+    painter.setPen(Qt::NoPen);
+    const double radius = MenuStyle::radius * scale;
+    painter.drawRoundedRect(shape.rect(), radius, radius);
+    painter.end();
+    Session::current().setShape(internalWinId(), Session::Region::Bounding, inkOf(shape));
+}

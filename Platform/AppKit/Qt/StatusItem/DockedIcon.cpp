@@ -1,0 +1,106 @@
+#include "AppKit/Qt/StatusItem/DockedIcon.h"
+
+#include "AppKit/NSStatusBarButton.h"
+#include "AppKit/Qt/Drawing/Pictures.h"
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+
+#include <algorithm>
+#include <numeric>
+
+using WindowServer::Session;
+using WindowServer::Snapshot;
+
+namespace {
+
+QImage imageOf(const Snapshot& snapshot) {
+    if (snapshot.pixels.empty()) return {};
+    return QImage(reinterpret_cast<const uchar*>(snapshot.pixels.data()), snapshot.area.width,
+                  snapshot.area.height, QImage::Format_RGB32)
+        .copy();
+}
+
+/// Black or white, whichever stands out more from the ground.
+QColor inkOn(const Snapshot& ground) {
+    const auto light = [](int sum, uint32_t pixel) { return sum + qGray(pixel); };
+    const int sum = std::accumulate(ground.pixels.begin(), ground.pixels.end(), 0, light);
+    return sum / static_cast<int>(ground.pixels.size()) > 127 ? Qt::black : Qt::white;
+}
+
+} // namespace
+
+DockedIcon::DockedIcon(NSStatusBarButton& button)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
+      m_button(button), m_look(Session::current().trayLook()),
+      m_ink(m_look.ink ? QColor(*m_look.ink) : palette().color(QPalette::WindowText)) {
+    setAttribute(Qt::WA_TranslucentBackground, m_look.translucent);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setWindowTitle(QCoreApplication::applicationName());
+    constexpr int usualSide = 22;
+    setMinimumSize(usualSide, usualSide); // Trays keep to it, and give more.
+    resize(minimumSize());
+    refresh();
+    move(-2 * usualSide, -2 * usualSide); // Out of sight, until the tray has it.
+    show();
+    Session::current().dock(winId(), [self = QPointer(this)] {
+        if (self) self->lookBeneath();
+    });
+}
+
+void DockedIcon::refresh() {
+    setToolTip(QString::fromStdString(m_button.toolTip()));
+    if (const auto& image = m_button.image())
+        setAccessibleName(QString::fromStdString(image->accessibilityDescription().value_or("")));
+    update();
+}
+
+void DockedIcon::lookBeneath() {
+    const Snapshot ground = m_look.translucent ? Session::current().grabAround(winId(), 1)
+                                               : Session::current().groundOfDocked(winId());
+    if (!m_look.translucent) m_ground = imageOf(ground);
+    if (!m_look.ink && !ground.pixels.empty()) m_ink = inkOn(ground);
+    update();
+}
+
+void DockedIcon::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    if (m_look.translucent) {
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(rect(), Qt::transparent);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    }
+    if (!m_ground.isNull()) painter.drawImage(rect(), m_ground);
+    if (!m_button.image()) return;
+    const double scale = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * scale).toSize();
+    QImage picture = pictureOf(*m_button.image(), std::min(pixels.width(), pixels.height()), m_ink);
+    picture.setDevicePixelRatio(scale);
+    const QSize rest = (pixels - picture.size()) / 2; // In whole pixels, which keeps it sharp.
+    painter.drawImage(QPointF(rest.width(), rest.height()) / scale, picture);
+}
+
+void DockedIcon::resizeEvent(QResizeEvent*) { lookBeneath(); }
+
+void DockedIcon::moveEvent(QMoveEvent*) {
+    m_corner = pos();
+    lookBeneath();
+}
+
+// The press that closes the icon's menu, as one anywhere else would, is no click.
+void DockedIcon::mousePressEvent(QMouseEvent* event) {
+    m_pressed = m_button.isMenuOpen() ? Qt::NoButton : event->button();
+    m_corner = (event->globalPosition() - event->position()).toPoint();
+}
+
+void DockedIcon::mouseReleaseEvent(QMouseEvent* event) {
+    const bool isClick =
+        event->button() == m_pressed && rect().contains(event->position().toPoint());
+    m_pressed = Qt::NoButton;
+    if (!isClick) return;
+    if (event->button() == Qt::LeftButton) click(NSEventTypeLeftMouseUp, event->modifiers());
+    if (event->button() == Qt::RightButton) click(NSEventTypeRightMouseUp, event->modifiers());
+}

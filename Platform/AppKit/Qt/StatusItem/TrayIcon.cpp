@@ -1,0 +1,104 @@
+#include "AppKit/Qt/StatusItem/TrayIcon.h"
+
+#include "AppKit/NSStatusBarButton.h"
+#include "AppKit/Qt/StatusItem/DockedIcon.h"
+#include "AppKit/Qt/StatusItem/NotifierItem.h"
+#include "WindowServer/Session.h"
+
+#include <QCursor>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+using WindowServer::Session;
+
+namespace {
+
+/// Whether the desktop's tray on the server only hands its icons on to the one on the bus.
+bool isServersTrayGoBetween() {
+    const auto desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':');
+    return desktops.contains(u"KDE") || desktops.contains(u"LXQt");
+}
+
+} // namespace
+
+void click(QObject& item, NSStatusBarButton& button, NSEventType type,
+           Qt::KeyboardModifiers modifiers) {
+    const bool control = modifiers & Qt::ControlModifier;
+    const NSEvent event(type, control ? NSUInteger{NSEventModifierFlagControl} : 0);
+    const auto deliver = [&button, event] {
+        event.type() == NSEventTypeLeftMouseUp ? button.mouseUp(event) : button.rightMouseUp(event);
+    };
+    QMetaObject::invokeMethod(&item, deliver, Qt::QueuedConnection);
+}
+
+TrayIcon::TrayIcon(NSStatusBarButton& button)
+    : m_button(button), m_watchers(NotifierItem::watcherService, QDBusConnection::sessionBus(),
+                                   QDBusServiceWatcher::WatchForOwnerChange) {
+    connect(&m_watchers, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] {
+        leave(Tray::OnBus); // The new one, if there is one, does not know the item.
+        askForHost();
+    });
+    QDBusConnection::sessionBus().connect(QString(), NotifierItem::watcherPath,
+                                          NotifierItem::watcherService,
+                                          "StatusNotifierHostRegistered", this, SLOT(askForHost()));
+    Session::current().onTrayChanged = [this] {
+        leave(Tray::OnServer); // Its window may have died with it.
+        choose();
+    };
+    askForHost();
+}
+
+TrayIcon::~TrayIcon() { Session::current().onTrayChanged = nullptr; }
+
+void TrayIcon::askForHost() {
+    const auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) {
+        m_hasHost = false;
+        return;
+    }
+    auto question =
+        QDBusMessage::createMethodCall(NotifierItem::watcherService, NotifierItem::watcherPath,
+                                       "org.freedesktop.DBus.Properties", "Get");
+    question << NotifierItem::watcherService << "IsStatusNotifierHostRegistered";
+    question.setAutoStartService(false);
+    auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        const QDBusPendingReply<QDBusVariant> hasHost = *answer;
+        m_hasHost = hasHost.isValid() && hasHost.value().variant().toBool();
+        choose();
+    });
+}
+
+TrayIcon::Tray TrayIcon::best() const {
+    if (!m_hasHost || !m_button.image()) return Tray::None;
+    const bool onServer = Session::current().hasTray();
+    if (*m_hasHost && (!onServer || isServersTrayGoBetween())) return Tray::OnBus;
+    return onServer ? Tray::OnServer : Tray::None;
+}
+
+void TrayIcon::leave(Tray tray) {
+    if (m_tray != tray) return;
+    m_item.reset();
+    m_tray = Tray::None;
+}
+
+void TrayIcon::choose() {
+    const Tray chosen = best();
+    if (chosen == m_tray) return;
+    leave(m_tray);
+    m_tray = chosen;
+    if (chosen == Tray::OnServer) m_item = std::make_unique<DockedIcon>(m_button);
+    if (chosen == Tray::OnBus) m_item = std::make_unique<NotifierItem>(m_button);
+}
+
+void TrayIcon::update() {
+    choose();
+    if (m_item) m_item->refresh();
+}
+
+QRect TrayIcon::place() const {
+    return m_item ? m_item->place() : QRect(QCursor::pos(), QSize(1, 1));
+}

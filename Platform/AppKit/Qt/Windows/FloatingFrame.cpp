@@ -1,0 +1,156 @@
+#include "AppKit/Qt/Windows/FloatingFrame.h"
+
+#include "AppKit/Qt/Contents/ViewContent.h"
+#include "AppKit/Qt/Panels/SoftShadow.h"
+#include "AppKit/Qt/Windows/TitleBar.h"
+#include "WindowServer/Session.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QScreen>
+#include <QWindow>
+#include <qdrawutil.h>
+
+#include <algorithm>
+#include <cmath>
+
+using WindowServer::Session;
+
+namespace {
+
+// In points.
+constexpr double corner = 10;
+constexpr int leastOnScreen = 60; ///< Of a window that is dragged off a screen.
+
+bool isComposited() { return Session::current().isComposited(); }
+
+bool hasTitleBar(const NSWindow& window) {
+    return !window.title().empty() || (window.styleMask() & NSWindowStyleMaskClosable);
+}
+
+/// A ground with its outline and shadow, in pixels, as small as it can be: a pixel wide and high
+/// between its corners.
+QPixmap groundOf(double scale, const QColor& fill, const QColor& line) {
+    const double margin = std::lround(softShadowMargin * scale);
+    const int side = 2 * static_cast<int>(std::lround(corner * scale + margin)) + 1;
+    QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(line, scale));
+    painter.setBrush(fill);
+    const double inset = scale / 2;
+    painter.drawRoundedRect(QRectF(picture.rect()).adjusted(inset, inset, -inset, -inset),
+                            corner * scale, corner * scale);
+    painter.end();
+    return QPixmap::fromImage(withShadow(picture, margin, scale));
+}
+
+/// The same, drawn once.
+QPixmap cachedGround(double scale, const QColor& fill, const QColor& line) {
+    const QString key = QString("ground %1 %2").arg(scale).arg(fill.name());
+    QPixmap ground;
+    if (QPixmapCache::find(key, &ground)) return ground;
+    ground = groundOf(scale, fill, line);
+    QPixmapCache::insert(key, ground);
+    return ground;
+}
+
+} // namespace
+
+FloatingFrame::FloatingFrame(NSWindow& window, std::unique_ptr<ViewContent> content)
+    : FrameWidget(window, std::move(content),
+                  {.titleBar = hasTitleBar(window) ? TitleBar::height : 0,
+                   .shadow = isComposited() ? softShadowMargin : 0},
+                  Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
+      m_translucent(isComposited()) {
+    connect(qApp, &QGuiApplication::screenRemoved, this, &FloatingFrame::returnToScreen,
+            Qt::QueuedConnection);
+    if (m_translucent) setAttribute(Qt::WA_TranslucentBackground);
+    if (!hasTitleBar(window)) return;
+    auto* bar = new TitleBar(*this, hasStyle(NSWindowStyleMaskClosable));
+    const QRect place = body();
+    bar->setGeometry(place.left(), place.top(), place.width(), TitleBar::height);
+}
+
+QRect FloatingFrame::body() const { return rect().marginsRemoved(QMargins() + shadow()); }
+
+/// To the main screen's middle, from a screen that is no more.
+void FloatingFrame::returnToScreen() {
+    const QRect shown = body().translated(pos());
+    const auto screens = QGuiApplication::screens();
+    const bool isSeen = std::ranges::any_of(screens, [&](const QScreen* screen) {
+        const QRect seen = screen->geometry() & shown;
+        return seen.width() >= leastOnScreen && seen.height() >= leastOnScreen;
+    });
+    if (isSeen || screens.empty()) return;
+    const QRect room = screens.front()->availableGeometry();
+    move(room.center() - rect().center());
+}
+
+void FloatingFrame::enter() {
+    FrameWidget::enter();
+    windowHandle()->installEventFilter(this);
+    Session::current().setName(winId(), hasTitleBar(window()) ? "window" : "alert");
+    if (m_translucent)
+        Session::current().setShadowMargin(
+            winId(), static_cast<int>(std::lround(shadow() * devicePixelRatioF())));
+    Session::current().setLevel(winId(), static_cast<int>(window().level()));
+}
+
+void FloatingFrame::leave() {
+    if (isVisible()) Session::current().dropLevel(winId());
+    FrameWidget::leave();
+}
+
+void FloatingFrame::takeKeyboard() { Session::current().takeKeyboard(winId()); }
+
+void FloatingFrame::checkForm() {
+    if (m_translucent != isComposited()) onWrongForm();
+}
+
+void FloatingFrame::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QColor fill = palette().color(QPalette::Window);
+    QColor line = palette().color(QPalette::WindowText);
+    if (!m_translucent) {
+        // Nothing but the outline parts it from a window behind it.
+        line.setAlphaF(0.5F);
+        painter.setPen(line);
+        painter.setBrush(fill);
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        return;
+    }
+    line.setAlphaF(0.2F);
+    const double scale = devicePixelRatioF();
+    const QPixmap ground = cachedGround(scale, fill, line);
+    painter.scale(1 / scale, 1 / scale);
+    qDrawBorderPixmap(&painter, {{}, size() * scale}, QMargins() + ground.width() / 2, ground);
+}
+
+/// Whatever in the window is pressed: no window manager gives it the keyboard for that.
+bool FloatingFrame::eventFilter(QObject* native, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress) takeKeyboard();
+    return FrameWidget::eventFilter(native, event);
+}
+
+void FloatingFrame::mousePressEvent(QMouseEvent* event) {
+    m_grip = event->globalPosition().toPoint() - pos();
+}
+
+/// The title bar's middle stays in reach on some screen.
+void FloatingFrame::mouseMoveEvent(QMouseEvent* event) {
+    if (!(event->buttons() & Qt::LeftButton)) return;
+    const QPoint pointer = event->globalPosition().toPoint();
+    const QScreen* const screen = QGuiApplication::screenAt(pointer);
+    if (!screen) return;
+    const QRect room = screen->availableGeometry();
+    const QRect shown = body();
+    const QPoint wanted = pointer - m_grip + shown.topLeft();
+    const int x = std::clamp(wanted.x(), room.left() - shown.width() + leastOnScreen,
+                             room.right() - leastOnScreen);
+    const int y = std::clamp(wanted.y(), room.top(), room.bottom() - TitleBar::height);
+    move(QPoint(x, y) - shown.topLeft());
+}
