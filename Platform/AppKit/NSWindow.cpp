@@ -4,7 +4,7 @@
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSScreen.h"
 #include "AppKit/NSViewController.h"
-#include "AppKit/Qt/Windows/ContentWindow.h"
+#include "AppKit/Qt/Windows/NativeWindow.h"
 #include "QuartzCore/Animation+Private.h"
 
 #include <algorithm>
@@ -32,18 +32,18 @@ std::unique_ptr<Animation> animate(std::function<void(double)> apply) {
 } // namespace
 
 NSWindow::NSWindow(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType, bool)
-    : m_native(NativeWindow::make(*this, styleMask)), m_styleMask(styleMask), m_frame(contentRect) {
+    : m_styleMask(styleMask), m_frame(contentRect), m_native(NativeWindow::make(*this)) {
     m_native->setFrame(m_frame);
     m_native->setAlpha(m_alphaValue);
 }
 
 NSWindow::NSWindow(std::shared_ptr<NSViewController> controller)
     : m_contentViewController(std::move(controller)),
-      m_native(std::make_unique<ContentWindow>(*this)),
       m_styleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
                   NSWindowStyleMaskMiniaturizable | NSWindowStyleMaskResizable),
       m_title(m_contentViewController->title()),
-      m_frame{{}, m_contentViewController->preferredContentSize()} {
+      m_frame{{}, m_contentViewController->preferredContentSize()},
+      m_native(NativeWindow::make(*this)) {
     m_contentViewController->onTitleChange([this] { setTitle(m_contentViewController->title()); });
 }
 

@@ -150,6 +150,7 @@ public:
 
 private:
     friend class NSApplication;
+    friend class NativeWindow;
 
     explicit NSWindow(std::shared_ptr<NSViewController> controller);
 
@@ -157,7 +158,6 @@ private:
     void fadeTo(double alpha);
 
     const std::shared_ptr<NSViewController> m_contentViewController;
-    const std::unique_ptr<NativeWindow> m_native;
     NSUInteger m_styleMask;
     bool m_visible = false;
     bool m_isCentered = false; ///< And not moved since: it stays so when its size becomes known.
@@ -172,4 +172,5 @@ private:
     NSColor m_backgroundColor = NSColor::clearColor();
     std::shared_ptr<NSView> m_contentView;
     bool m_hasShadow = true;
+    std::shared_ptr<NativeWindow> m_native; ///< The last, which reads the others.
 };

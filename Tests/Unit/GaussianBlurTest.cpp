@@ -1,5 +1,5 @@
 // The split of a wide Gaussian, halved, blurred small and enlarged, against the Gaussian itself.
-#include "WindowServer/X11/Blur/GaussianBlur.h"
+#include "WindowServer/GaussianBlur.h"
 
 #include <gtest/gtest.h>
 

@@ -14,6 +14,13 @@ QImage pictureOf(NSView& view, const NSSize& size, double scale);
 /// The rectangles that hold all of the picture that is not clear, and nothing else.
 std::vector<WindowServer::PixelRect> inkOf(const QImage& picture);
 
+/// What the shadow takes on each side of what throws it, in points.
+inline constexpr int softShadowMargin = 12;
+
+/// The picture with so many pixels around it on each side, and the shadow there that all of the
+/// program's windows throw where a compositor blends it. The scale is in pixels a point.
+QImage withShadow(const QImage& picture, double margin, double scale);
+
 /// What may well lie behind the ink, as its surroundings have it, but for what something in front
 /// hides of them. Empty where these are not known.
 QImage estimateBehind(const QImage& picture, const WindowServer::Snapshot& surroundings,

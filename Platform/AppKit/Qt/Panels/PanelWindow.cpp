@@ -1,78 +1,339 @@
 #include "AppKit/Qt/Panels/PanelWindow.h"
 
-#include "AppKit/Qt/Panels/PanelWidget.h"
+#include "AppKit/Qt/Application/Launch.h"
+#include "AppKit/Qt/Menus/MenuPopup.h"
+#include "AppKit/Qt/Panels/PanelPicture.h"
+#include "AppKit/Qt/Windows/Coordinates.h"
+#include "WindowServer/Session.h"
 
 #include <QApplication>
+#include <QCursor>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <QWindow>
 
-PanelWindow::~PanelWindow() { PanelWindow::orderOut(); }
+#include <cmath>
+#include <utility>
+
+using WindowServer::Session;
 
 namespace {
-void tellAll(void (PanelWidget::*what)()) {
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        if (auto* panel = dynamic_cast<PanelWidget*>(widget)) (panel->*what)();
+
+/// The windows behind take their time to redraw what has come to light.
+constexpr int lookAfterMilliseconds = 60;
+
+NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers) {
+    return {type, modifiers & Qt::ControlModifier ? NSUInteger{NSEventModifierFlagControl} : 0};
 }
+
+/// The output that holds the middle of the frame.
+std::string outputAt(const NSRect& frame) {
+    const NSPoint middle{CGRectGetMidX(frame), CGRectGetMidY(frame)};
+    for (const auto& display : Session::current().displays())
+        if (CGRectContainsPoint(display.frame, middle)) return display.name;
+    return {};
+}
+
 } // namespace
 
-void PanelWindow::compositingChanged() { tellAll(&PanelWidget::checkForm); }
+std::shared_ptr<PanelWindow> PanelWindow::make(NSWindow& window) {
+    return {new PanelWindow(window), [](PanelWindow* panel) {
+                if (panel->m_isShown) panel->leave();
+                panel->deleteLater();
+            }};
+}
 
-void PanelWindow::menuClosed() { tellAll(&PanelWidget::menuClosed); }
+PanelWindow::PanelWindow(NSWindow& window)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint |
+                           Qt::WindowDoesNotAcceptFocus),
+      m_window(&window) {
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    m_look.setSingleShot(true);
+    m_look.setInterval(lookAfterMilliseconds);
+    connect(&m_look, &QTimer::timeout, this, [this] { lookBehind(); });
+}
+
+template <class Work> void PanelWindow::forAllShown(Work work) {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* panel = dynamic_cast<PanelWindow*>(widget); panel && panel->m_isShown)
+            work(*panel);
+}
+
+void PanelWindow::compositingChanged() {
+    forAllShown([](PanelWindow& panel) { panel.checkForm(); });
+}
+
+/// The end of a press went to the menu, and so may the pointer have gone.
+void PanelWindow::menuClosed() {
+    forAllShown([](PanelWindow& panel) {
+        panel.m_pressed = false;
+        panel.m_look.start(); // The menu may have hidden what lies behind.
+        panel.tellTrackers();
+        panel.checkForm();
+    });
+}
 
 void PanelWindow::windowGone(unsigned long number) {
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        auto* panel = dynamic_cast<PanelWidget*>(widget);
-        if (!panel || panel->internalWinId() != number) continue;
-        panel->onWindowGone();
-        return;
-    }
-}
-
-NSInteger PanelWindow::number() const {
-    return m_widget ? static_cast<NSInteger>(m_widget->winId()) : 0;
-}
-
-void PanelWindow::setTitle(const std::string&) {
-    if (m_widget) m_widget->updateTexts();
-}
-
-void PanelWindow::setFrame(const NSRect&) {
-    if (m_widget) m_widget->updateFrame();
-}
-
-void PanelWindow::setLevel(NSInteger) {
-    if (m_widget) m_widget->updateLevel();
-}
-
-void PanelWindow::setIgnoresMouseEvents(bool) {
-    if (m_widget) m_widget->updatePicture();
-}
-
-void PanelWindow::setAlpha(double) {
-    if (m_widget) m_widget->updateAlpha();
-}
-
-void PanelWindow::displayViews() {
-    if (m_widget) m_widget->updatePicture();
-}
-
-void PanelWindow::describeViews() {
-    if (m_widget) m_widget->updateTexts();
+    forAllShown([number](PanelWindow& panel) {
+        if (panel.internalWinId() == number) panel.comeAnew();
+    });
 }
 
 void PanelWindow::orderFront() {
-    if (m_widget) return;
-    m_widget = PanelWidget::make(m_window);
-    const auto renew = [this] {
-        m_widget->forgetPointer();
-        orderOut();
-        orderFront();
-    };
-    m_widget->onWrongForm = renew;
-    m_widget->onWindowGone = renew;
-    m_widget->enter();
+    if (m_isShown) return;
+    m_isShown = true;
+    m_translucent = Session::current().isComposited();
+    m_margin = m_translucent && m_window->hasShadow() ? softShadowMargin : 0;
+    m_alpha = m_window->alphaValue();
+    setAttribute(m_translucent ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
+    create();
+    windowHandle()->installEventFilter(this);
+    describeViews();
+    setGeometry(place());
+    setFrame(m_window->frame());
+    Session::current().setName(winId(), "button:" + outputAt(m_window->frame()));
+    if (m_margin > 0)
+        Session::current().setShadowMargin(
+            winId(), static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
+    setLevel(m_window->level());
+    draw();
+    lookBehind();
+    show();
+    m_look.start();
 }
 
 void PanelWindow::orderOut() {
-    if (!m_widget) return;
-    m_widget->leave();
-    m_widget.reset();
+    if (!m_isShown) return;
+    const auto self = shared_from_this();
+    NSWindow& window = *m_window;
+    leave();
+    renew(window);
+}
+
+void PanelWindow::leave() {
+    Session::current().dropLevel(winId());
+    m_window = nullptr;
+    m_isShown = false;
+    m_look.stop();
+    hide();
+    // A hidden window that hears of a drag still on its way would stay the pressed one for the
+    // toolkit, even when it is no more. So it goes at once, but not in the middle of an event.
+    if (m_delivering == 0) destroy();
+}
+
+/// At the end of a press that is under way.
+void PanelWindow::checkForm() {
+    if (m_isShown && !m_pressed && m_translucent != Session::current().isComposited()) comeAnew();
+}
+
+/// The other one will hear for itself whether the pointer is there.
+void PanelWindow::comeAnew() {
+    const auto self = shared_from_this();
+    m_hovered = false;
+    tellTrackers();
+    if (!m_isShown) return;
+    NSWindow& window = *m_window;
+    leave();
+    renew(window).orderFront();
+}
+
+NSInteger PanelWindow::number() const { return m_isShown ? static_cast<NSInteger>(winId()) : 0; }
+
+/// With the shadow. The toolkit knows whole points alone.
+QRect PanelWindow::place() const {
+    return rectOf(CGRectInset(m_window->frame(), -m_margin, -m_margin));
+}
+
+/// The toolkit by itself would take another program's move for the user's and drop its own move to
+/// the same place as one that is done.
+void PanelWindow::setFrame(const NSRect&) {
+    if (!m_isShown) return;
+    if (!Session::current().place(winId(), frameOf(place()))) setGeometry(place());
+    if (!m_look.isActive()) m_look.start();
+}
+
+void PanelWindow::setLevel(NSInteger level) {
+    if (m_isShown) Session::current().setLevel(winId(), static_cast<int>(level));
+}
+
+void PanelWindow::setAlpha(double alpha) {
+    const double before = std::exchange(m_alpha, alpha);
+    if (before == 1) lookBehind(); // Now it is seen through the panel.
+    update();
+}
+
+void PanelWindow::setIgnoresMouseEvents(bool) { displayViews(); }
+
+void PanelWindow::displayViews() {
+    if (!m_isShown) return;
+    m_picture = {};
+    m_look.start();
+    update();
+}
+
+void PanelWindow::setTitle(const std::string&) { describeViews(); }
+
+void PanelWindow::describeViews() {
+    if (!m_isShown) return;
+    setWindowTitle(QString::fromStdString(m_window->title()));
+    if (!view()) return;
+    // A tool tip that is on the screen changes with it.
+    const bool shown = m_hovered && QToolTip::isVisible() && QToolTip::text() == toolTip();
+    setToolTip(QString::fromStdString(view()->toolTip()));
+    if (shown) QToolTip::showText(QCursor::pos(), toolTip(), this);
+    setAccessibleName(QString::fromStdString(view()->accessibilityLabel()));
+}
+
+NSView* PanelWindow::view() const { return m_isShown ? m_window->contentView().get() : nullptr; }
+
+// --- Looks
+
+void PanelWindow::draw() {
+    const double scale = devicePixelRatioF();
+    m_picture = {};
+    if (view()) m_picture = pictureOf(*view(), m_window->frame().size, scale);
+    m_shadowed = m_margin > 0 ? withShadow(m_picture, m_margin * scale, scale) : m_picture;
+    m_shadowed.setDevicePixelRatio(scale);
+    setShapes();
+}
+
+/// What the drawing leaves clear neither hides anything nor takes input.
+void PanelWindow::setShapes() {
+    const int margin = static_cast<int>(std::lround(m_margin * devicePixelRatioF()));
+    auto ink = inkOf(m_picture);
+    for (auto& run : ink) {
+        run.x += margin;
+        run.y += margin;
+    }
+    if (!m_translucent) Session::current().setShape(winId(), Session::Region::Bounding, ink);
+    if (m_window->ignoresMouseEvents()) ink.clear();
+    Session::current().setShape(winId(), Session::Region::Input, ink);
+}
+
+/// A look, not a watch: what changes behind a panel that stays as it is does not show through.
+void PanelWindow::lookBehind() {
+    if (m_translucent || !m_isShown) return;
+    if (m_picture.isNull()) draw();
+    constexpr int rim = 2;
+    const QImage behind =
+        estimateBehind(m_picture, Session::current().grabAround(winId(), rim), hiddenByOurs());
+    if (behind.isNull()) return;
+    m_behind = behind;
+    update();
+}
+
+/// What windows of the program's own that stand above panels hide of the surroundings, in pixels.
+QRegion PanelWindow::hiddenByOurs() const {
+    QRegion hidden;
+    for (const QWidget* each : QApplication::topLevelWidgets()) {
+        const bool isAbove = each->windowType() == Qt::Popup || each->windowType() == Qt::ToolTip ||
+                             each->windowFlags() & Qt::BypassWindowManagerHint;
+        if (each == this || !each->isVisible() || !isAbove) continue;
+        const QRectF place = each->geometry().translated(-pos());
+        const double scale = devicePixelRatioF();
+        hidden += QRectF(place.topLeft() * scale, place.size() * scale).toAlignedRect();
+    }
+    return hidden;
+}
+
+void PanelWindow::paintEvent(QPaintEvent*) {
+    if (!m_isShown) return;
+    const double scale = devicePixelRatioF();
+    const QSize size(static_cast<int>(std::lround(m_window->frame().size.width * scale)),
+                     static_cast<int>(std::lround(m_window->frame().size.height * scale)));
+    if (m_picture.size() != size) draw();
+    QPainter painter(this);
+    if (m_translucent) {
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(rect(), Qt::transparent);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    } else if (!m_behind.isNull()) {
+        m_behind.setDevicePixelRatio(scale);
+        painter.drawImage(0, 0, m_behind);
+    } else {
+        painter.fillRect(rect(), Qt::black);
+    }
+    painter.setOpacity(m_alpha);
+    painter.drawImage(0, 0, m_shadowed);
+}
+
+// --- Input
+
+bool PanelWindow::eventFilter(QObject* window, QEvent* event) {
+    if (const auto* mouse = dynamic_cast<const QMouseEvent*>(event))
+        m_mouse = mouse->globalPosition();
+    return QWidget::eventFilter(window, event);
+}
+
+void PanelWindow::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        m_pressed = true;
+        send(&NSView::mouseDown, NSEventTypeLeftMouseDown, *event);
+    } else if (event->button() == Qt::RightButton && !m_pressed) {
+        // During a drag its menu would take the release, and the drag would never end.
+        send(&NSView::rightMouseDown, NSEventTypeRightMouseDown, *event);
+    }
+}
+
+void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
+    if (m_pressed) send(&NSView::mouseDragged, NSEventTypeLeftMouseDragged, *event);
+}
+
+void PanelWindow::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !std::exchange(m_pressed, false)) return;
+    send(&NSView::mouseUp, NSEventTypeLeftMouseUp, *event);
+    checkForm();
+}
+
+void PanelWindow::enterEvent(QEnterEvent*) { hover(true); }
+
+void PanelWindow::leaveEvent(QEvent*) { hover(false); }
+
+/// Not told while a menu is open: that the pointer goes to it, or to whatever is around it, means
+/// nothing to what lies beneath.
+void PanelWindow::hover(bool hovered) {
+    m_hovered = hovered;
+    if (!MenuPopup::isOpen()) tellTrackers();
+}
+
+void PanelWindow::press() {
+    const auto self = shared_from_this();
+    const NSPoint middle = {CGRectGetMidX(m_window->frame()), CGRectGetMidY(m_window->frame())};
+    const auto at = [&](Handler handler, NSEventType type) {
+        if (view()) deliver(handler, *view(), eventOf(type, {}), middle);
+    };
+    at(&NSView::mouseDown, NSEventTypeLeftMouseDown);
+    at(&NSView::mouseUp, NSEventTypeLeftMouseUp);
+}
+
+void PanelWindow::send(Handler handler, NSEventType type, const QMouseEvent& event) {
+    if (!view()) return;
+    const NSEvent translated = eventOf(type, event.modifiers());
+    const bool first = QGuiApplication::applicationState() != Qt::ApplicationActive;
+    if (first && !view()->acceptsFirstMouse(translated)) return;
+    deliver(handler, *view(), translated, pointFrom(m_mouse));
+}
+
+void PanelWindow::tellTrackers() {
+    if (!view()) return;
+    if (std::exchange(m_toldHovered, m_hovered) == m_hovered) return;
+    const Handler handler = m_hovered ? &NSView::mouseEntered : &NSView::mouseExited;
+    const auto type = m_hovered ? NSEventTypeMouseEntered : NSEventTypeMouseExited;
+    const NSEvent event = eventOf(type, QGuiApplication::queryKeyboardModifiers());
+    for (const auto& area : std::vector(view()->trackingAreas()))
+        if (area->options() & NSTrackingMouseEnteredAndExited)
+            deliver(handler, *area->owner(), event, {});
+}
+
+/// What the view does may put an end to the window, and a menu that it opens to everything.
+void PanelWindow::deliver(Handler handler, NSView& view, const NSEvent& event,
+                          std::optional<NSPoint> location) {
+    const auto self = shared_from_this();
+    const auto content = m_window->contentView();
+    const CurrentEvent current(event, location);
+    ++m_delivering;
+    (view.*handler)(event);
+    --m_delivering;
 }

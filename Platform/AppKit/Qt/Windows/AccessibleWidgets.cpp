@@ -1,9 +1,9 @@
 #include "AppKit/Qt/Windows/AccessibleWidgets.h"
 
 #include "AppKit/Qt/Contents/TabButton.h"
-#include "AppKit/Qt/Panels/PanelWidget.h"
+#include "AppKit/Qt/Panels/PanelWindow.h"
 #include "AppKit/Qt/StatusItem/DockedIcon.h"
-#include "AppKit/Qt/Windows/FrameWidget.h"
+#include "AppKit/Qt/Windows/ContentWindow.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -12,7 +12,7 @@ namespace {
 
 class PanelAccessible : public QAccessibleWidget {
 public:
-    explicit PanelAccessible(PanelWidget& panel) : QAccessibleWidget(&panel), m_panel(panel) {}
+    explicit PanelAccessible(PanelWindow& panel) : QAccessibleWidget(&panel), m_panel(panel) {}
 
     QAccessible::Role role() const override {
         return isButton() ? QAccessible::Button : QAccessibleWidget::role();
@@ -31,7 +31,7 @@ private:
         return m_panel.view() && m_panel.view()->accessibilityRole() == NSAccessibilityButtonRole;
     }
 
-    PanelWidget& m_panel;
+    PanelWindow& m_panel;
 };
 
 class StatusAccessible : public QAccessibleWidget {
@@ -80,14 +80,14 @@ private:
 };
 
 /// What has no title is there to ask something.
-QAccessible::Role roleOf(const FrameWidget& frame) {
+QAccessible::Role roleOf(const ContentWindow& frame) {
     return frame.windowTitle().isEmpty() ? QAccessible::AlertMessage : QAccessible::Window;
 }
 
 QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
-    if (auto* const panel = dynamic_cast<PanelWidget*>(object)) return new PanelAccessible(*panel);
+    if (auto* const panel = dynamic_cast<PanelWindow*>(object)) return new PanelAccessible(*panel);
     if (auto* const icon = dynamic_cast<DockedIcon*>(object)) return new StatusAccessible(*icon);
-    if (auto* const frame = dynamic_cast<FrameWidget*>(object))
+    if (auto* const frame = dynamic_cast<ContentWindow*>(object))
         return new QAccessibleWidget(frame, roleOf(*frame));
     if (auto* const tab = dynamic_cast<TabButton*>(object)) return new TabAccessible(*tab);
     if (auto* const row = dynamic_cast<TabRow*>(object))

@@ -1,13 +1,31 @@
 #include "AppKit/Qt/Windows/ContentWindow.h"
 
+#include "AppKit/NSScreen.h"
 #include "AppKit/NSViewController.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
-#include "AppKit/Qt/Windows/FrameWidget.h"
+#include "AppKit/Qt/Windows/FloatingWindow.h"
 
+#include <QApplication>
+#include <QCloseEvent>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
 #include <vector>
 
+using WindowServer::Session;
+
 namespace {
+
+/// While the keyboard goes from one of the program's windows to another, none may have it; nor
+/// while the pointer passes another window where the keyboard follows it.
+constexpr int settlingMilliseconds = 200;
+
+// What window managers lay around a window, in points. Theirs is told only once it is there.
+constexpr int usualTitleBar = 32;
+constexpr int usualBorder = 6;
 
 /// All that there are, oldest first. The list outlives every window.
 std::vector<ContentWindow*>& windows() {
@@ -17,11 +35,28 @@ std::vector<ContentWindow*>& windows() {
 
 /// Takes the keyboard at the turn's end, unless a window is made key before that. The window
 /// manager may answer late, and would then take it from that one again.
-QPointer<FrameWidget> toActivate;
+QPointer<ContentWindow> toActivate;
+
+/// What is free on the screen that the rectangle is mostly on; the rectangle itself where there is
+/// none.
+QRect roomAround(const QRect& rect) {
+    for (const auto& screen : NSScreen::screens())
+        if (rectOf(screen->frame()).contains(rect.center())) return rectOf(screen->visibleFrame());
+    return rect;
+}
 
 } // namespace
 
-ContentWindow::ContentWindow(NSWindow& window) : m_window(window) { windows().push_back(this); }
+ContentWindow::ContentWindow(NSWindow& window) : m_window(window) {
+    windows().push_back(this);
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settlingMilliseconds);
+    connect(&m_settling, &QTimer::timeout, this, &ContentWindow::followActivation);
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, [this] {
+        m_pointer = QCursor::pos();
+        m_settling.start();
+    });
+}
 
 ContentWindow::~ContentWindow() {
     ContentWindow::orderOut();
@@ -29,22 +64,25 @@ ContentWindow::~ContentWindow() {
 }
 
 void ContentWindow::compositingChanged() {
-    for (const ContentWindow* window : windows())
-        if (window->m_frame) window->m_frame->checkForm();
+    for (ContentWindow* window : windows())
+        if (window->m_content) window->checkForm();
 }
 
 void ContentWindow::windowGone(WindowServer::ToolkitWindow gone) {
-    for (const ContentWindow* window : windows())
-        if (window->m_frame && window->m_frame->internalWinId() == gone) window->m_frame->renew();
+    for (ContentWindow* window : windows()) {
+        if (window->internalWinId() != gone) continue;
+        window->orderOut();
+        window->destroy();
+        window->orderFront();
+        window->takeKeyboard();
+    }
 }
 
 void ContentWindow::activate() {
-    FrameWidget* front = nullptr;
-    for (const ContentWindow* window : windows()) {
-        FrameWidget* const frame = window->m_frame.get();
-        if (!frame) continue;
-        frame->comeBack();
-        if (frame->isVisible() && (!front || frame->orderedAfter(*front))) front = frame;
+    ContentWindow* front = nullptr;
+    for (ContentWindow* window : windows()) {
+        window->comeBack();
+        if (window->isVisible() && (!front || window->m_order > front->m_order)) front = window;
     }
     toActivate = front;
     const auto take = [front] {
@@ -56,57 +94,168 @@ void ContentWindow::activate() {
 void ContentWindow::leaveForGood() {
     for (ContentWindow* window : windows()) {
         window->orderOut();
-        window->m_frame.reset();
+        window->destroy();
+        delete window->m_content;
     }
 }
 
 NSInteger ContentWindow::number() const {
-    return m_frame && m_frame->isVisible() ? static_cast<NSInteger>(m_frame->winId()) : 0;
-}
-
-NSRect ContentWindow::frameAround(const NSRect& content) const {
-    return m_frame ? frameOf(m_frame->around(rectOf(content))) : content;
+    return isVisible() ? static_cast<NSInteger>(winId()) : 0;
 }
 
 void ContentWindow::setTitle(const std::string& title) {
-    if (m_frame) m_frame->setWindowTitle(QString::fromStdString(title));
+    setWindowTitle(QString::fromStdString(title));
 }
 
 void ContentWindow::setFrame(const NSRect& frame) {
-    if (m_frame) m_frame->place(rectOf(frame));
+    if (m_content) place(rectOf(frame));
+}
+
+void ContentWindow::setLevel(NSInteger) {
+    const bool isFloating = dynamic_cast<FloatingWindow*>(this);
+    if (!m_content && isFloating != FloatingWindow::suits(m_window)) renew(m_window);
 }
 
 void ContentWindow::makeKey() {
     toActivate = nullptr;
-    if (m_frame) m_frame->takeKeyboard();
+    if (m_content) takeKeyboard();
+}
+
+void ContentWindow::load() {
+    m_content = m_window.contentViewController()->loadView().release();
+    auto* box = new QVBoxLayout(this);
+    box->setSpacing(0);
+    box->addWidget(m_content);
+    dress();
+    setWindowTitle(QString::fromStdString(m_window.title()));
+    NSSize size = m_window.frame().size;
+    if (size.width <= 0)
+        size = {m_content->sizeHint().width() * 1.0, m_content->sizeHint().height() * 1.0};
+    m_window.setContentSize(size); // Known by now, as is all around it.
+}
+
+void ContentWindow::dress() {
+    Qt::WindowFlags flags =
+        Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+    if (hasStyle(NSWindowStyleMaskClosable)) flags |= Qt::WindowCloseButtonHint;
+    if (hasStyle(NSWindowStyleMaskMiniaturizable)) flags |= Qt::WindowMinimizeButtonHint;
+    setWindowFlags(flags);
+    setChrome(0, 0);
+}
+
+void ContentWindow::setChrome(int titleBar, int shadow) {
+    const int toolbar = m_content->toolbarHeight();
+    m_shadow = shadow;
+    m_chrome = QMargins(shadow, shadow + titleBar + toolbar, shadow, shadow);
+    layout()->setContentsMargins(shadow, shadow, shadow, shadow);
+}
+
+void ContentWindow::place(const QRect& content) {
+    const QRect whole = keptOnScreen(content).marginsAdded(m_chrome);
+    if (hasStyle(NSWindowStyleMaskResizable))
+        resize(whole.size());
+    else
+        setFixedSize(whole.size());
+    setGeometry(whole);
+}
+
+bool ContentWindow::isManaged() const {
+    return !FloatingWindow::suits(m_window) && Session::current().hasWindowManager();
+}
+
+NSRect ContentWindow::frameAround(const NSRect& content) const {
+    return m_content ? frameOf(around(rectOf(content))) : content;
+}
+
+QRect ContentWindow::around(const QRect& content) const {
+    const QMargins theirs(usualBorder, usualTitleBar, usualBorder, usualBorder);
+    const QMargins ours = m_chrome - m_shadow;
+    return content.marginsAdded(isManaged() ? ours + theirs : ours);
+}
+
+/// A screen may be lower than the window: what is at its top stays in reach, and what scrolls in it
+/// gives way.
+QRect ContentWindow::keptOnScreen(QRect content) const {
+    const QRect whole = around(content);
+    const QRect room = roomAround(whole);
+    const int tooHigh = whole.height() - (room.height() - 1); // May be rounded up to whole pixels.
+    content.setHeight(content.height() - std::max(tooHigh, 0));
+    content.translate(0, std::max(room.top() - whole.top(), 0));
+    return content;
 }
 
 void ContentWindow::orderFront() {
-    if (!m_frame) {
-        makeFrame(m_window.contentViewController()->loadView());
-        m_window.setContentSize(m_window.frame().size); // Known by now, as is all around it.
-    }
+    static unsigned lastOrder = 0;
+    m_order = ++lastOrder;
+    m_away = false;
+    if (!m_content) load();
     // Modal to no window as the toolkit sees it: ModalInput says which take no input meanwhile.
-    m_frame->setWindowModality(m_modal ? Qt::WindowModal : Qt::NonModal);
-    m_frame->enter();
+    setWindowModality(m_modal ? Qt::WindowModal : Qt::NonModal);
+    if (isPutAway()) {
+        orderOut();
+        destroy();
+    }
+    // Window managers put a window that comes back where they like, unless it asks for a place.
+    if (!isVisible()) place(rectOf(m_window.frame()));
+    Session::current().setName(winId(), QCoreApplication::arguments().value(0).toStdString());
+    show();
+    raise();
+    m_isEntering = true;
+    QMetaObject::invokeMethod(
+        this, [this] { m_isEntering = false; }, Qt::QueuedConnection);
+}
+
+/// A window manager may have minimised or shaded it, or left it on another workspace, and another
+/// program have destroyed it. Each is undone by a new window, which comes to the front of the
+/// workspace at hand.
+bool ContentWindow::isPutAway() const {
+    if (!isVisible() || m_isEntering) return false;
+    return !windowHandle()->isExposed() || (isManaged() && !isActiveWindow());
 }
 
 void ContentWindow::orderOut() {
-    if (m_frame) m_frame->leave();
+    m_away = false;
+    if (!isVisible()) return;
+    Session::current().giveKeyboardBack(winId());
+    hide();
 }
 
-void ContentWindow::makeFrame(std::unique_ptr<ViewContent> content) {
-    m_frame = FrameWidget::make(m_window, std::move(content));
-    m_frame->onWrongForm = [this] { changeForm(); };
+void ContentWindow::takeKeyboard() {
+    if (Session::current().hasWindowManager())
+        activateWindow();
+    else
+        Session::current().takeKeyboard(winId());
 }
 
-void ContentWindow::changeForm() {
-    FrameWidget* const former = m_frame.release(); // It is still telling of the change.
-    const bool shown = former->isVisible();
-    former->leave();
-    former->deleteLater();
-    makeFrame(former->takeContent());
-    if (!shown) return;
-    orderFront();
-    makeKey();
+void ContentWindow::comeBack() {
+    if (m_away) orderFront();
+}
+
+void ContentWindow::followActivation() {
+    // A menu takes the keyboard for as long as it is open, whichever program is the active one.
+    const QWindow* const front = QGuiApplication::focusWindow();
+    if (front) return front->type() == Qt::Popup ? void() : comeBack();
+    if (!isVisible() || !m_window.hidesOnDeactivate()) return;
+    // A pointer on its way here, which takes the keyboard along, is no sign of another program
+    // being wanted.
+    const QPoint pointer = QCursor::pos();
+    const QPoint before = std::exchange(m_pointer, pointer);
+    if (pointer != before) {
+        const bool hasCome = geometry().contains(pointer) && !geometry().contains(before);
+        return hasCome ? takeKeyboard() : m_settling.start();
+    }
+    orderOut();
+    m_away = true;
+}
+
+/// The window manager's close button goes the window's own way.
+void ContentWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    m_window.close();
+}
+
+void ContentWindow::moveEvent(QMoveEvent*) {
+    if (!isVisible()) return;
+    const QPoint corner = geometry().marginsRemoved(m_chrome).topLeft();
+    m_window.movedByUser(pointFrom(QPointF(corner.x(), corner.y() + m_window.frame().size.height)));
 }

@@ -3,15 +3,16 @@
 #include "AppKit/Qt/Windows/NativeWindow.h"
 #include "WindowServer/Session.h"
 
-#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
 
-class FrameWidget;
 class ViewContent;
 
-/// A window that shows what a view controller makes. Its widgets are made when it first comes on
-/// the screen, at the level that the window has by then, and kept, with all that the user did to
-/// them, until the window goes.
-class ContentWindow : public NativeWindow {
+/// A window that shows what a view controller makes, and leaves its place and order to the window
+/// manager. What it shows is made when it first comes on the screen, and kept, with all that the
+/// user did to it, until the window goes.
+class ContentWindow : public QWidget, public NativeWindow {
 public:
     explicit ContentWindow(NSWindow& window);
     ~ContentWindow() override;
@@ -24,8 +25,8 @@ public:
     /// the frontmost takes the keyboard.
     static void activate();
 
-    /// The program ends: every window leaves and gives the keyboard back, and its widgets go while
-    /// the toolkit still stands.
+    /// The program ends: every window leaves and gives the keyboard back, and what it shows goes
+    /// while the toolkit still stands.
     static void leaveForGood();
 
     /// No other window with a frame takes input while this one is on the screen.
@@ -35,15 +36,45 @@ public:
     NSRect frameAround(const NSRect& content) const override;
     void setTitle(const std::string& title) override;
     void setFrame(const NSRect& frame) override;
+    void setLevel(NSInteger level) override;
     void makeKey() override;
     void orderFront() override;
     void orderOut() override;
 
+    virtual void takeKeyboard();
+
+protected:
+    virtual void dress(); ///< Before it first comes on the screen.
+    virtual void checkForm() {}
+
+    /// What the window has of its own around its content: a title bar, and a shadow on each side.
+    void setChrome(int titleBar, int shadow);
+
+    NSWindow& window() const { return m_window; }
+    bool hasStyle(NSUInteger style) const { return m_window.styleMask() & style; }
+    int shadow() const { return m_shadow; }
+
+    void closeEvent(QCloseEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+
 private:
-    void makeFrame(std::unique_ptr<ViewContent> content);
-    void changeForm();
+    void load();
+    void place(const QRect& content);
+    QRect around(const QRect& content) const;
+    QRect keptOnScreen(QRect content) const;
+    bool isManaged() const;
+    bool isPutAway() const;
+    void comeBack();
+    void followActivation();
 
     NSWindow& m_window;
     bool m_modal = false;
-    std::unique_ptr<FrameWidget> m_frame;
+    QPointer<ViewContent> m_content;
+    int m_shadow = 0;
+    QMargins m_chrome;         ///< All of ours around the content, its toolbar included.
+    unsigned m_order = 0;      ///< Counts up with each window that comes to the front.
+    bool m_isEntering = false; ///< It has come in this turn of the event loop.
+    QTimer m_settling;         ///< Since the program became active, or another one did.
+    QPoint m_pointer;          ///< Where it was when that was last looked into.
+    bool m_away = false;       ///< Not on the screen because the program is not the active one.
 };

@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Windows/ModalInput.h"
 
-#include "AppKit/Qt/Windows/FrameWidget.h"
+#include "AppKit/Qt/Windows/ContentWindow.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -8,8 +8,8 @@
 
 namespace {
 
-FrameWidget* frameOf(const QWindow& window) {
-    return dynamic_cast<FrameWidget*>(QWidget::find(window.winId()));
+ContentWindow* frameOf(const QWindow& window) {
+    return dynamic_cast<ContentWindow*>(QWidget::find(window.winId()));
 }
 
 bool isInput(QEvent::Type type) {

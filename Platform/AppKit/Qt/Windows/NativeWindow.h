@@ -6,8 +6,8 @@
 /// ask the window for all that it was told. What a kind of window does not show passes it by.
 class NativeWindow {
 public:
-    /// Of the kind that the window's style asks for.
-    static std::unique_ptr<NativeWindow> make(NSWindow& window, NSUInteger styleMask);
+    /// Of the kind that the window's style and level ask for.
+    static std::shared_ptr<NativeWindow> make(NSWindow& window);
 
     virtual ~NativeWindow() = default;
 
@@ -24,4 +24,8 @@ public:
     virtual void makeKey() {}       ///< To have the keyboard.
     virtual void orderFront() = 0;
     virtual void orderOut() = 0;
+
+protected:
+    /// Puts a new one in the place of the window's own, which may go with it.
+    static NativeWindow& renew(NSWindow& window);
 };

@@ -41,6 +41,7 @@ protected:
 } // namespace
 
 TitleBar::TitleBar(QWidget& window, bool closable) : QWidget(&window) {
+    setFixedHeight(height);
     connect(&window, &QWidget::windowTitleChanged, this, [this] { update(); });
     if (!closable) return;
     auto* layout = new QHBoxLayout(this);

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "WindowServer/GaussianBlur.h"
 #include "WindowServer/Session.h"
 #include "WindowServer/X11/Blur/Enlarger.h"
-#include "WindowServer/X11/Blur/GaussianBlur.h"
 
 #include <memory>
 

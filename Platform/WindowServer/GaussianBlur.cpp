@@ -1,4 +1,4 @@
-#include "WindowServer/X11/Blur/GaussianBlur.h"
+#include "WindowServer/GaussianBlur.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,9 @@
-#include "AppKit/Qt/Windows/FloatingFrame.h"
+#include "AppKit/Qt/Windows/FloatingWindow.h"
 
-#include "AppKit/Qt/Contents/ViewContent.h"
-#include "AppKit/Qt/Panels/SoftShadow.h"
+#include "AppKit/Qt/Panels/PanelPicture.h"
 #include "AppKit/Qt/Windows/TitleBar.h"
-#include "WindowServer/Session.h"
 
+#include <QBoxLayout>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -25,10 +24,6 @@ constexpr double corner = 10;
 constexpr int leastOnScreen = 60; ///< Of a window that is dragged off a screen.
 
 bool isComposited() { return Session::current().isComposited(); }
-
-bool hasTitleBar(const NSWindow& window) {
-    return !window.title().empty() || (window.styleMask() & NSWindowStyleMaskClosable);
-}
 
 /// A ground with its outline and shadow, in pixels, as small as it can be: a pixel wide and high
 /// between its corners.
@@ -60,25 +55,42 @@ QPixmap cachedGround(double scale, const QColor& fill, const QColor& line) {
 
 } // namespace
 
-FloatingFrame::FloatingFrame(NSWindow& window, std::unique_ptr<ViewContent> content)
-    : FrameWidget(window, std::move(content),
-                  {.titleBar = hasTitleBar(window) ? TitleBar::height : 0,
-                   .shadow = isComposited() ? softShadowMargin : 0},
-                  Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
-      m_translucent(isComposited()) {
-    connect(qApp, &QGuiApplication::screenRemoved, this, &FloatingFrame::returnToScreen,
-            Qt::QueuedConnection);
-    if (m_translucent) setAttribute(Qt::WA_TranslucentBackground);
-    if (!hasTitleBar(window)) return;
-    auto* bar = new TitleBar(*this, hasStyle(NSWindowStyleMaskClosable));
-    const QRect place = body();
-    bar->setGeometry(place.left(), place.top(), place.width(), TitleBar::height);
+bool FloatingWindow::hasTitleBar() const {
+    return !window().title().empty() || hasStyle(NSWindowStyleMaskClosable);
 }
 
-QRect FloatingFrame::body() const { return rect().marginsRemoved(QMargins() + shadow()); }
+void FloatingWindow::dress() {
+    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+    connect(qApp, &QGuiApplication::screenRemoved, this, &FloatingWindow::returnToScreen,
+            Qt::QueuedConnection);
+    if (hasTitleBar())
+        static_cast<QBoxLayout*>(layout())->insertWidget(
+            0, new TitleBar(*this, hasStyle(NSWindowStyleMaskClosable)));
+    takeForm();
+}
+
+void FloatingWindow::takeForm() {
+    m_translucent = isComposited();
+    setAttribute(Qt::WA_TranslucentBackground, m_translucent);
+    setAttribute(Qt::WA_NoSystemBackground, m_translucent);
+    setChrome(hasTitleBar() ? TitleBar::height : 0, m_translucent ? softShadowMargin : 0);
+}
+
+void FloatingWindow::checkForm() {
+    if (m_translucent == isComposited()) return;
+    const bool wasShown = isVisible();
+    if (wasShown) orderOut();
+    destroy();
+    takeForm();
+    if (!wasShown) return;
+    orderFront();
+    makeKey();
+}
+
+QRect FloatingWindow::body() const { return rect().marginsRemoved(QMargins() + shadow()); }
 
 /// To the main screen's middle, from a screen that is no more.
-void FloatingFrame::returnToScreen() {
+void FloatingWindow::returnToScreen() {
     const QRect shown = body().translated(pos());
     const auto screens = QGuiApplication::screens();
     const bool isSeen = std::ranges::any_of(screens, [&](const QScreen* screen) {
@@ -90,28 +102,24 @@ void FloatingFrame::returnToScreen() {
     move(room.center() - rect().center());
 }
 
-void FloatingFrame::enter() {
-    FrameWidget::enter();
+void FloatingWindow::orderFront() {
+    ContentWindow::orderFront();
     windowHandle()->installEventFilter(this);
-    Session::current().setName(winId(), hasTitleBar(window()) ? "window" : "alert");
+    Session::current().setName(winId(), hasTitleBar() ? "window" : "alert");
     if (m_translucent)
         Session::current().setShadowMargin(
             winId(), static_cast<int>(std::lround(shadow() * devicePixelRatioF())));
     Session::current().setLevel(winId(), static_cast<int>(window().level()));
 }
 
-void FloatingFrame::leave() {
+void FloatingWindow::orderOut() {
     if (isVisible()) Session::current().dropLevel(winId());
-    FrameWidget::leave();
+    ContentWindow::orderOut();
 }
 
-void FloatingFrame::takeKeyboard() { Session::current().takeKeyboard(winId()); }
+void FloatingWindow::takeKeyboard() { Session::current().takeKeyboard(winId()); }
 
-void FloatingFrame::checkForm() {
-    if (m_translucent != isComposited()) onWrongForm();
-}
-
-void FloatingFrame::paintEvent(QPaintEvent*) {
+void FloatingWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QColor fill = palette().color(QPalette::Window);
     QColor line = palette().color(QPalette::WindowText);
@@ -131,17 +139,17 @@ void FloatingFrame::paintEvent(QPaintEvent*) {
 }
 
 /// Whatever in the window is pressed: no window manager gives it the keyboard for that.
-bool FloatingFrame::eventFilter(QObject* native, QEvent* event) {
+bool FloatingWindow::eventFilter(QObject* native, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) takeKeyboard();
-    return FrameWidget::eventFilter(native, event);
+    return ContentWindow::eventFilter(native, event);
 }
 
-void FloatingFrame::mousePressEvent(QMouseEvent* event) {
+void FloatingWindow::mousePressEvent(QMouseEvent* event) {
     m_grip = event->globalPosition().toPoint() - pos();
 }
 
 /// The title bar's middle stays in reach on some screen.
-void FloatingFrame::mouseMoveEvent(QMouseEvent* event) {
+void FloatingWindow::mouseMoveEvent(QMouseEvent* event) {
     if (!(event->buttons() & Qt::LeftButton)) return;
     const QPoint pointer = event->globalPosition().toPoint();
     const QScreen* const screen = QGuiApplication::screenAt(pointer);
