@@ -58,7 +58,7 @@ void GaussianBlur::apply(SmallImage& image) {
 void GaussianBlur::blurRows(SmallImage& image) {
     const int reach = static_cast<int>(m_kernel.size()) - 1;
     const int count = image.width * channels;
-    m_paddedRow.resize(static_cast<size_t>(count + 2 * reach * channels));
+    m_paddedRow.resize(static_cast<size_t>(image.width + 2 * reach) * channels);
     float* const middle = m_paddedRow.data() + reach * channels;
     for (int y = 0; y < image.height; ++y) {
         float* const row = image.row(y);

@@ -66,9 +66,9 @@ public:
     using QApplication::QApplication;
 
     bool notify(QObject* receiver, QEvent* event) override {
-        return event->type() == QEvent::ApplicationDeactivate
-                   ? QCoreApplication::notify(receiver, event)
-                   : QApplication::notify(receiver, event);
+        if (event->type() != QEvent::ApplicationDeactivate)
+            return QApplication::notify(receiver, event);
+        return QCoreApplication::notify(receiver, event); // NOLINT(bugprone-parent-virtual-call)
     }
 };
 
