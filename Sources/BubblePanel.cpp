@@ -162,6 +162,7 @@ BubblePanel::BubblePanel(CGFloat size, CGFloat idleAlpha)
               NSBackingStoreBuffered, false),
       button(std::make_shared<BubbleView>(CGRectMake(0, 0, size, size), idleAlpha)) {
     setTitle("Nimbrel Lite button");
+    setIdentifier("button");
     setOpaque(false);
     setBackgroundColor(NSColor::clearColor());
     setHasShadow(true);

@@ -39,6 +39,7 @@ CoverWindow::CoverWindow()
     : NSWindow(CGRectMake(0, 0, 100, 100), NSWindowStyleMaskBorderless, NSBackingStoreBuffered,
                false) {
     setTitle("Nimbrel Lite");
+    setIdentifier("cover");
     setOpaque(false);
     setHasShadow(false);
     setBackgroundColor(NSColor::clearColor());

@@ -65,6 +65,11 @@ void NSWindow::setTitle(const std::string& title) {
     m_native->setTitle(title);
 }
 
+void NSWindow::setIdentifier(const std::string& identifier) {
+    m_identifier = identifier;
+    m_native->setIdentifier(identifier);
+}
+
 void NSWindow::setFrame(const NSRect& frame, bool) {
     m_move.reset();
     moveTo(frame);

@@ -74,6 +74,11 @@ public:
     const std::string& title() const { return m_title; }
     void setTitle(const std::string& title);
 
+    /// What kind of window it is, before it is first shown: a cover or a panel is known to other
+    /// programs by it and its screen's name, "cover:DP-1".
+    const std::string& identifier() const { return m_identifier; }
+    void setIdentifier(const std::string& identifier);
+
     /// Without the title bar.
     NSRect frame() const { return m_frame; }
     void setFrame(const NSRect& frame, bool display);
@@ -165,6 +170,7 @@ private:
     std::unique_ptr<Animation> m_move;
     std::unique_ptr<Animation> m_fade;
     std::string m_title;
+    std::string m_identifier;
     NSRect m_frame;
     NSInteger m_level = NSNormalWindowLevel;
     double m_alphaValue = 1;

@@ -52,6 +52,8 @@ public:
     virtual int number() const = 0; ///< The window number, above 0; 0 where the server refused one.
 
     virtual void setTitle(const std::string& title) = 0;
+    /// What kind of window it is, for everyone who looks at the screen.
+    virtual void setIdentifier(const std::string&) {}
     virtual void setFrame(const CGRect& frame) = 0;
     virtual void setLevel(int level) = 0;
     virtual void setIgnoresMouseEvents(bool ignores) = 0;

@@ -58,7 +58,9 @@ struct HotKeys : testing::Test {
     static constexpr uint16_t chord = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
 
     /// The window of the instance that has the key.
-    xcb_window_t holder() const { return desktop.screen.selectionOwner("_NIMBREL_LITE_HOT_KEY"); }
+    xcb_window_t holder() const {
+        return desktop.screen.selectionOwner("com.vardek.NimbrelLite.HotKey");
+    }
 
     bool isHeldByAnotherThan(xcb_window_t former) const {
         return holder() != XCB_WINDOW_NONE && holder() != former;

@@ -93,7 +93,7 @@ void PanelWindow::orderFront() {
     describeViews();
     setGeometry(place());
     setFrame(m_window->frame());
-    Session::current().setName(winId(), "button:" + outputAt(m_window->frame()));
+    Session::current().setName(winId(), m_window->identifier() + ':' + outputAt(m_window->frame()));
     if (m_margin > 0)
         Session::current().setShadowMargin(
             winId(), static_cast<int>(std::lround(m_margin * devicePixelRatioF())));

@@ -15,6 +15,7 @@ public:
     /// The content with its title bar and all else that stands around it.
     virtual NSRect frameAround(const NSRect& content) const { return content; }
     virtual void setTitle(const std::string& title) = 0;
+    virtual void setIdentifier(const std::string&) {}
     virtual void setFrame(const NSRect& frame) = 0;
     virtual void setLevel(NSInteger) {}
     virtual void setIgnoresMouseEvents(bool) {}

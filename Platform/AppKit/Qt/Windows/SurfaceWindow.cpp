@@ -51,6 +51,10 @@ NSInteger SurfaceWindow::number() const { return m_surface->number(); }
 
 void SurfaceWindow::setTitle(const std::string& title) { m_surface->setTitle(title); }
 
+void SurfaceWindow::setIdentifier(const std::string& identifier) {
+    m_surface->setIdentifier(identifier);
+}
+
 void SurfaceWindow::setFrame(const NSRect& frame) { m_surface->setFrame(frame); }
 
 void SurfaceWindow::setLevel(NSInteger level) { m_surface->setLevel(static_cast<int>(level)); }

@@ -14,6 +14,7 @@ public:
 
     NSInteger number() const override;
     void setTitle(const std::string& title) override;
+    void setIdentifier(const std::string& identifier) override;
     void setFrame(const NSRect& frame) override;
     void setLevel(NSInteger level) override;
     void setIgnoresMouseEvents(bool ignores) override;

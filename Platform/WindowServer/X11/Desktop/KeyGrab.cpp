@@ -1,5 +1,6 @@
 #include "WindowServer/X11/Desktop/KeyGrab.h"
 
+#include "Foundation/NSBundle.h"
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/Desktop/Xkb.h"
 #include "WindowServer/X11/Event.h"
@@ -9,17 +10,18 @@
 
 #include <algorithm>
 #include <chrono>
-#include <string_view>
 #include <thread>
 
 namespace WindowServer {
 
 namespace {
 
-constexpr char selection[] = "_NIMBREL_LITE_HOT_KEY";
-constexpr std::string_view windowName = "Nimbrel Lite hot key";
-
 constexpr std::chrono::milliseconds patience(2000), pause(10);
+
+/// Whose owner is the instance that has the key.
+std::string selectionName() {
+    return NSBundle::mainBundle().bundleIdentifier().value_or("") + ".HotKey";
+}
 
 } // namespace
 
@@ -106,10 +108,14 @@ void KeyGrab::announce() {
         m_window = m_connection.newId();
         xcb_create_window(xcb, 0, m_window, m_connection.root(), -1, -1, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        const std::string name =
+            NSBundle::mainBundle().objectForInfoDictionaryKey("CFBundleName").value_or("") +
+            " hot key";
         xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
-                            8, windowName.size(), windowName.data());
+                            8, static_cast<uint32_t>(name.size()), name.data());
     }
-    xcb_set_selection_owner(xcb, m_window, m_connection.atom(selection), XCB_CURRENT_TIME);
+    xcb_set_selection_owner(xcb, m_window, m_connection.atom(selectionName().c_str()),
+                            XCB_CURRENT_TIME);
 }
 
 /// The next instance need not wait for all of this one's end.
@@ -122,7 +128,7 @@ void KeyGrab::leave() {
 xcb_window_t KeyGrab::holder() const {
     const auto owner = m_connection.reply(
         xcb_get_selection_owner_reply,
-        xcb_get_selection_owner(m_connection.xcb(), m_connection.atom(selection)));
+        xcb_get_selection_owner(m_connection.xcb(), m_connection.atom(selectionName().c_str())));
     return owner ? owner->owner : xcb_window_t{XCB_WINDOW_NONE};
 }
 

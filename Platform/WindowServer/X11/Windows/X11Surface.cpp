@@ -125,7 +125,7 @@ void X11Surface::writeTitle() {
 void X11Surface::writeName() {
     if (m_name.empty()) return;
     setText(m_connection, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
-            windowClass("cover:" + m_name));
+            windowClass(m_identifier + ':' + m_name));
 }
 
 void X11Surface::setFrame(const CGRect& frame) {

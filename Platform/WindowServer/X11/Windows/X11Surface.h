@@ -30,6 +30,7 @@ public:
 
     int number() const override { return static_cast<int>(m_window); }
     void setTitle(const std::string& title) override;
+    void setIdentifier(const std::string& identifier) override { m_identifier = identifier; }
     void setFrame(const CGRect& frame) override;
     void setLevel(int level) override;
     void setIgnoresMouseEvents(bool ignores) override;
@@ -120,6 +121,7 @@ private:
     std::optional<WindowCanvas> m_canvas;
     std::unique_ptr<Pane> m_pane;
     std::string m_title;
+    std::string m_identifier;
     std::string m_name; ///< Of the output it covers; empty where it covers none.
     CGRect m_frame;
     PixelRect m_pixels;
