@@ -29,9 +29,7 @@ protected:
     /// A compositor shows a new window some frames after it was mapped.
     void cover(Agent& agent) {
         agent.cover();
-        EXPECT_TRUE(await([&] {
-            return desktop.screen.grab({0, 500, 3200, 1}).count(white) == 0;
-        }));
+        EXPECT_SOON(desktop.screen.grab({0, 500, 3200, 1}).count(white) == 0);
     }
 
     Desktop desktop;
@@ -86,22 +84,21 @@ TEST_P(Blur, FollowsWhatComesMovesChangesAndGoesBelow) {
         paper.paint(colour);
         const double expected = colour == white ? 255 * tint : 0;
         for (const Area& monitor : {Desktop::left, Desktop::right})
-            EXPECT_TRUE(await([&] { return std::abs(meanOf(desktop, monitor) - expected) < 6; }))
+            EXPECT_SOON(std::abs(meanOf(desktop, monitor) - expected) < 6)
                 << monitor << " has stayed at " << meanOf(desktop, monitor);
     }
     const auto isBright = [&](const Area& area) {
         return meanOf(desktop, {area.x + 300, area.y + 300, 50, 50}) > 80;
     };
     visitor.show();
-    EXPECT_TRUE(await([&] { return isBright(from) && !isBright(to); }));
+    EXPECT_SOON(isBright(from) && !isBright(to));
     visitor.place(to);
-    EXPECT_TRUE(await([&] { return !isBright(from) && isBright(to); }));
+    EXPECT_SOON(!isBright(from) && isBright(to));
     const double before = meanOf(desktop, Desktop::left);
-    EXPECT_TRUE(
-        holdsFor(1500ms, [&] { return std::abs(meanOf(desktop, Desktop::left) - before) < 2; }))
+    EXPECT_FOR(1500ms, std::abs(meanOf(desktop, Desktop::left) - before) < 2)
         << "it feeds on itself: " << before << " is now " << meanOf(desktop, Desktop::left);
     visitor.hide();
-    EXPECT_TRUE(await([&] { return !isBright(from) && !isBright(to); }));
+    EXPECT_SOON(!isBright(from) && !isBright(to));
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktop, Blur, testing::Bool(), [](const auto& each) {

@@ -1,4 +1,3 @@
-#include "Harness/Keys.h"
 #include "Harness/OnDesktop.h"
 
 #include <algorithm>
@@ -32,10 +31,10 @@ struct HotKeys : testing::Test {
     }
 
     void expectToggles(const Agent& agent, const std::string& when, uint8_t key = nKey) const {
-        strike(key);
-        EXPECT_TRUE(await([&] { return agent.isCovered(); })) << when;
-        strike(key);
-        EXPECT_TRUE(await([&] { return agent.visibleCovers().empty(); })) << when;
+        for (const bool covered : {true, false}) {
+            strike(key);
+            EXPECT_SOON(covered ? agent.isCovered() : agent.visibleCovers().empty()) << when;
+        }
     }
 
     /// The chord of another program. False if it is taken.
@@ -60,10 +59,6 @@ struct HotKeys : testing::Test {
     /// The window of the instance that has the key.
     xcb_window_t holder() const {
         return desktop.screen.selectionOwner("com.vardek.NimbrelLite.HotKey");
-    }
-
-    bool isHeldByAnotherThan(xcb_window_t former) const {
-        return holder() != XCB_WINDOW_NONE && holder() != former;
     }
 
     Desktop desktop;
@@ -91,7 +86,7 @@ TEST_F(HotKeys, FollowTheModifiersWhereverTheyMove) {
     desktop.input.strike(numLock);
     Agent agent(desktop);
     run({"xmodmap", "-e", "clear mod2", "-e", "add mod3 = Num_Lock"});
-    ASSERT_TRUE(await([&] { return isTaken(chord | XCB_MOD_MASK_3); }));
+    ASSERT_SOON(isTaken(chord | XCB_MOD_MASK_3));
     expectToggles(agent, "with the lock moved, and the former one on for good");
     desktop.input.strike(numLock);
     EXPECT_TRUE(modifiers() & XCB_MOD_MASK_3);
@@ -100,8 +95,7 @@ TEST_F(HotKeys, FollowTheModifiersWhereverTheyMove) {
          "add mod1 = Super_L"});
     expectToggles(agent, "with Alt and Super exchanged");
     run({"xmodmap", "-e", "clear mod1", "-e", "add mod5 = Super_L"});
-    ASSERT_TRUE(
-        await([&] { return isTaken(XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_4 | XCB_MOD_MASK_5); }));
+    ASSERT_SOON(isTaken(XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_4 | XCB_MOD_MASK_5));
     expectToggles(agent, "with Super elsewhere");
 }
 
@@ -115,7 +109,7 @@ TEST_F(HotKeys, BelongToThePlaceOfTheKeyInEveryLayout) {
                           "xkb_compatibility { include \"complete\" };"
                           "xkb_symbols { include \"pc+us+inet(evdev)\" }; };");
         run({"xkbcomp", "-w0", keymap.string(), desktop.display()});
-        ASSERT_TRUE(await([&] { return isTaken(chord, static_cast<uint8_t>(n)); }));
+        ASSERT_SOON(isTaken(chord, static_cast<uint8_t>(n)));
     };
     Agent agent(desktop);
     for (const char* layout : {"de", "ru", "fr", "us"}) {
@@ -125,7 +119,7 @@ TEST_F(HotKeys, BelongToThePlaceOfTheKeyInEveryLayout) {
     placeKeys(58, 57);
     expectToggles(agent, "moved", 58);
     strike(nKey);
-    EXPECT_TRUE(holdsFor(300ms, [&] { return agent.visibleCovers().empty(); }));
+    EXPECT_FOR(300ms, agent.visibleCovers().empty());
     placeKeys(57, 58);
     expectToggles(agent, "and back");
     run({"setxkbmap", "-layout", "us,ru", "-option", "grp:caps_toggle"});
@@ -140,7 +134,7 @@ TEST_F(HotKeys, ToggleOnceHoweverLongTheyAreHeld) {
     paper.takeEvents();
     desktop.input.hold(aKey);
     size_t heard = 0;
-    ASSERT_TRUE(await([&] { return (heard += paper.takeEvents().size()) > 6; })) << "no repeats";
+    ASSERT_SOON((heard += paper.takeEvents().size()) > 6) << "no repeats";
     desktop.input.letGo(aKey);
 
     Agent agent(desktop);
@@ -151,7 +145,7 @@ TEST_F(HotKeys, ToggleOnceHoweverLongTheyAreHeld) {
         for (const uint8_t key : chordKeys)
             desktop.input.hold(key);
         EXPECT_TRUE(await(isSo));
-        EXPECT_TRUE(holdsFor(3s, isSo));
+        EXPECT_TRUE(holdsFor(1200ms, isSo));
         for (const uint8_t key : chordKeys)
             desktop.input.letGo(key);
         EXPECT_TRUE(holdsFor(200ms, isSo));
@@ -163,7 +157,7 @@ TEST_F(HotKeys, OfAnotherProgramAreLeftToIt) {
     Agent agent(desktop);
     EXPECT_TRUE(grab(chord)) << "the program keeps a part of what it was refused";
     strike();
-    EXPECT_TRUE(holdsFor(500ms, [&] { return agent.visibleCovers().empty(); }));
+    EXPECT_FOR(500ms, agent.visibleCovers().empty());
     int presses = 0;
     while (const auto event = client.nextEvent())
         presses += event->response_type == XCB_KEY_PRESS;
@@ -177,14 +171,14 @@ TEST_F(HotKeys, StayWithAStartThatDoesNotGoAndTheSettingsSaySo) {
     for (const bool isStuck : {true, false}) { // Or without a bus to be asked on.
         if (!isStuck) desktop.extra = {{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent"}};
         Agent first(desktop);
-        ASSERT_TRUE(await([&] { return holder() != XCB_WINDOW_NONE; }));
+        ASSERT_SOON(holder() != XCB_WINDOW_NONE);
         const auto former = holder();
         if (isStuck) first.process().send(SIGSTOP);
         Agent second(desktop);
         EXPECT_EQ(holder(), former);
         desktop.input.click(desktop.tray->icons().back(), 3);
-        ASSERT_TRUE(await([&] { return second.menus().size() == 1; }));
-        desktop.input.strike(downKey, 5);
+        ASSERT_SOON(second.menus().size() == 1);
+        desktop.input.strike(downKey, Row::settings);
         desktop.input.strike(returnKey);
         EXPECT_TRUE(await([&] {
             const auto windows = second.windows();
@@ -203,11 +197,11 @@ TEST_F(HotKeys, StayWithTheOneThatIsLeftOfMany) {
     const auto running = [&] {
         return std::ranges::count_if(processes, [](auto& each) { return !each.status(); });
     };
-    ASSERT_TRUE(await([&] { return running() == 1; }));
+    ASSERT_SOON(running() == 1);
     const auto former = holder();
     Agent last(desktop);
-    ASSERT_TRUE(await([&] { return running() == 0; }));
-    EXPECT_TRUE(await([&] { return isHeldByAnotherThan(former); }));
+    ASSERT_SOON(running() == 0);
+    EXPECT_SOON(holder() != XCB_WINDOW_NONE && holder() != former);
     expectToggles(last, "after all others");
 }
 
@@ -218,7 +212,7 @@ TEST_F(HotKeys, AreFreeAfterAnyEnd) {
         EXPECT_FALSE(grab(chord));
         agent.process().send(signal);
         ASSERT_TRUE(agent.process().awaitEnd());
-        EXPECT_TRUE(await([&] { return grab(chord); }));
+        EXPECT_SOON(grab(chord));
         xcb_ungrab_key(client, nKey, client.root(), XCB_MOD_MASK_ANY);
         client.settle();
     }

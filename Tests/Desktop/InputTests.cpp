@@ -67,7 +67,7 @@ TEST_F(CoveredPaper, HearsADragThroughWhichTheCoverGoesAndComes) {
     desktop.input.press(1);
     for (const bool covered : {false, true}) {
         desktop.input.strikeTogether(chordKeys);
-        ASSERT_TRUE(await([&] { return agent.visibleCovers().empty() != covered; }));
+        ASSERT_SOON(agent.visibleCovers().empty() != covered);
         const int x = covered ? 2600 : 900;
         desktop.input.move(x, 500);
         const auto events = paper.takeEvents();
@@ -100,6 +100,6 @@ TEST_F(CoveredPaper, KeepsTheFocusThroughManyToggles) {
     agent.cover();
     desktop.server->xrandr({"--setmonitor", "C", "640/170x480/135+2000+100", "none"});
     desktop.server->xrandr({"--delmonitor", "B"});
-    EXPECT_TRUE(await([&] { return agent.isCovered(); }));
+    EXPECT_SOON(agent.isCovered());
     EXPECT_TRUE(coversTakeNoInput()) << "after the monitors have changed";
 }

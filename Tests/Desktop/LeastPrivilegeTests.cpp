@@ -54,19 +54,19 @@ TEST(LeastPrivilege, NothingIsSentAndOnlySettingsAreWritten) {
     {
         Agent agent(desktop);
         agent.cover();
-        ASSERT_TRUE(await([&] { return agent.buttons().size() == 2; }));
+        ASSERT_SOON(agent.buttons().size() == 2);
         const Area button = agent.buttons().at(0).area;
         desktop.input.move(button.x + 20, button.y + 20);
         desktop.input.press(1);
         for (const int step : {40, 80, 120})
             desktop.input.move(button.x + 20, button.y + 20 - step);
         desktop.input.release(1);
-        ASSERT_TRUE(await([&] { return std::filesystem::exists(settings); }));
+        ASSERT_SOON(std::filesystem::exists(settings));
         desktop.input.click(3);
-        ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
+        ASSERT_SOON(agent.menus().size() == 1);
         for (const uint8_t key : {downKey, downKey, downKey, returnKey}) // The edition window.
             desktop.input.strike(key);
-        ASSERT_TRUE(await([&] { return agent.menus().empty(); }));
+        ASSERT_SOON(agent.menus().empty());
         agent.uncover();
     }
     const auto sockets = tracer.findings(R"(\bsocket\((\w+))");

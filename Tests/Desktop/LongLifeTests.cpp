@@ -21,7 +21,7 @@ struct LongLife : testing::Test {
         const auto before = holdings();
         const long memory = agent.process().memory();
         workTimes(times);
-        EXPECT_TRUE(await([&] { return exceeding(before).empty(); })) << exceeding(before);
+        EXPECT_SOON(exceeding(before).empty()) << exceeding(before);
         const long more = agent.process().memory() - memory;
         std::cout << times << " times: " << more << " of " << memory << " KiB more\n";
 #ifndef SANITIZED // which keeps what was freed
@@ -72,7 +72,7 @@ TEST_F(LongLife, MenusAndWindowsCostNothing) {
     repeat(rounds(15, 200), [this] {
         moveToButton();
         desktop.input.click(3);
-        ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
+        ASSERT_SOON(agent.menus().size() == 1);
         for (const uint8_t key : {downKey, downKey, downKey, returnKey}) // The edition window.
             desktop.input.strike(key);
         ASSERT_TRUE(await([&] {
@@ -80,7 +80,7 @@ TEST_F(LongLife, MenusAndWindowsCostNothing) {
             return open.size() == 1 && desktop.screen.focus() == open[0].number;
         }));
         desktop.input.strike(escapeKey);
-        ASSERT_TRUE(await([&] { return agent.panels().empty(); }));
+        ASSERT_SOON(agent.panels().empty());
     });
 }
 
@@ -88,8 +88,8 @@ TEST_F(LongLife, ChangesOfTheMonitorsCostNothing) {
     agent.cover();
     repeat(rounds(15, 200), [this] {
         desktop.server->xrandr({"--delmonitor", "B"});
-        ASSERT_TRUE(await([&] { return agent.buttons().size() == 1 && agent.isCovered(); }));
+        ASSERT_SOON(agent.buttons().size() == 1 && agent.isCovered());
         desktop.server->xrandr({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"});
-        ASSERT_TRUE(await([&] { return agent.buttons().size() == 2 && agent.isCovered(); }));
+        ASSERT_SOON(agent.buttons().size() == 2 && agent.isCovered());
     });
 }

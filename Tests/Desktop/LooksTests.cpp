@@ -1,5 +1,5 @@
 // How the program's windows look, compared with pictures of them that were found good.
-#include "Harness/Keys.h"
+
 #include "Harness/OnDesktop.h"
 #include "Harness/Paper.h"
 #include "Harness/Portal.h"
@@ -73,14 +73,14 @@ struct Showcase {
     explicit Showcase(const char* scale = "1") {
         desktop.extra = {{"QT_SCALE_FACTOR", scale}};
         agent.emplace(desktop);
-        EXPECT_TRUE(await([&] { return agent->buttons().size() == 1; }));
+        EXPECT_SOON(agent->buttons().size() == 1);
     }
 
     void openMenu() {
         Area icon = desktop.tray->icons().back();
         icon.x += m_aside = -m_aside; // Two quick clicks on one spot are a double click.
         desktop.input.click(icon, 3);
-        ASSERT_TRUE(await([&] { return agent->menus().size() == 1; }));
+        ASSERT_SOON(agent->menus().size() == 1);
         desktop.input.move(5, 5);
     }
     /// Opens what stands so many rows down in the menu, the only window then.
@@ -88,7 +88,7 @@ struct Showcase {
         ASSERT_NO_FATAL_FAILURE(openMenu());
         desktop.input.strike(downKey, row);
         desktop.input.strike(returnKey);
-        ASSERT_TRUE(await([&] { return agent->menus().empty() && agent->windows().size() == 1; }));
+        ASSERT_SOON(agent->menus().empty() && agent->windows().size() == 1);
     }
 
     void expectLook(const Area& area, const std::string& name) const {
@@ -115,14 +115,14 @@ struct WindowLooks : testing::TestWithParam<bool>, Showcase {
         }
     }
     void expectWindow(const std::string& what) {
-        ASSERT_TRUE(await([&] { return agent->menus().empty() && agent->windows().size() == 1; }));
+        ASSERT_SOON(agent->menus().empty() && agent->windows().size() == 1);
         const ScreenWindow window = agent->windows()[0];
         expectLooks(window, what);
         EXPECT_EQ(agent->windows().at(0).number, window.number);
     }
     void close() {
         paper.client().askToClose(agent->windows().at(0).number);
-        ASSERT_TRUE(await([&] { return agent->windows().empty(); }));
+        ASSERT_SOON(agent->windows().empty());
     }
 };
 
@@ -146,11 +146,11 @@ TEST_P(WindowLooks, AreTheOnesThatWereFoundGood) {
     expectLooks(agent->menus().at(0), "Menu");
     desktop.input.strike(downKey, 4);
     desktop.input.strike(rightKey);
-    ASSERT_TRUE(await([&] { return agent->menus().size() == 2; }));
+    ASSERT_SOON(agent->menus().size() == 2);
     desktop.input.strike(returnKey);
     ASSERT_NO_FATAL_FAILURE(expectWindow("Alert"));
     desktop.input.strike(escapeKey);
-    ASSERT_TRUE(await([&] { return agent->windows().empty(); }));
+    ASSERT_SOON(agent->windows().empty());
 
     for (const auto& [row, name] : {std::pair{3, "Summit"}, {6, "About"}}) {
         ASSERT_NO_FATAL_FAILURE(choose(row));
@@ -178,9 +178,8 @@ TEST(Scheme, AndContrastChangeWhileCovered) {
         for (const char* scheme : {"Dark", "Light"}) {
             showcase.portal.setHighContrast(contrast);
             showcase.portal.setDark(scheme == std::string("Dark"));
-            EXPECT_TRUE(await([&] {
-                return showcase.desktop.screen.grab({100, 100, 200, 200}).isAll(solid) == contrast;
-            }));
+            EXPECT_SOON(showcase.desktop.screen.grab({100, 100, 200, 200}).isAll(solid) ==
+                        contrast);
             showcase.expectLook(window.area, std::string(scheme) + "Summit");
             EXPECT_TRUE(showcase.agent->isCovered());
         }
@@ -193,7 +192,7 @@ TEST_P(ButtonLooks, AreTheOnesThatWereFoundGood) {
     desktop.input.move(960, 300);
     const auto compositor = GetParam().composited ? desktop.startCompositor() : nullptr;
     Agent agent(desktop);
-    ASSERT_TRUE(await([&] { return agent.buttons().size() == 2; }));
+    ASSERT_SOON(agent.buttons().size() == 2);
 
     const auto expectLook = [&](const char* state) {
         constexpr int around = 12; // So many points around the disc belong to the picture.

@@ -41,7 +41,7 @@ TEST_P(ScarceMemory, CoversPlainlyAndLiveOnceThereIsMemoryAgain) {
     // A larger monitor takes larger pictures.
     for (const char* half : {"Left", "Right"})
         desktop.server->xrandr({"--delmonitor", half});
-    EXPECT_TRUE(await([&] { return agent.isCovered(); }));
+    EXPECT_SOON(agent.isCovered());
     for (const uint32_t colour : {black, white}) {
         paper.paint(colour);
         EXPECT_TRUE(holdsFor(200ms, [&] {
@@ -55,10 +55,8 @@ TEST_P(ScarceMemory, CoversPlainlyAndLiveOnceThereIsMemoryAgain) {
     agent.cover();
     for (const uint32_t colour : {black, white}) {
         paper.paint(colour);
-        EXPECT_TRUE(await([&] {
-            return std::abs(desktop.screen.grab({400, 300, 800, 400}).mean() -
-                            (colour == white ? 153 : 0)) < 8;
-        }));
+        EXPECT_SOON(std::abs(desktop.screen.grab({400, 300, 800, 400}).mean() -
+                             (colour == white ? 153 : 0)) < 8);
     }
     EXPECT_EQ(agent.process().errors(),
               "X11: the server refused a request, as it does when it is short of "

@@ -152,7 +152,7 @@ TEST_P(TimedTampering, WhatTheyDoToTheCoverIsUndone) {
     agent.cover();
     const PlainSheet sheet(desktop.display(), {1600, 0, 1600, 1080});
     const auto quiet = GetParam() ? 60ms : 10ms;
-    ASSERT_TRUE(await([&] { return !desktop.screen.grab({2400, 500, 1, 1}).isAll(marker); }));
+    ASSERT_SOON(!desktop.screen.grab({2400, 500, 1, 1}).isAll(marker));
 
     for (const auto& [name, attack] : attacks) {
         Harm ours(desktop, quiet);
@@ -160,11 +160,10 @@ TEST_P(TimedTampering, WhatTheyDoToTheCoverIsUndone) {
         for (int round = 0; round < rounds(5, 30); ++round) {
             plain.suffer(attack, {sheet.window()}, 2400, 500);
             ours.suffer(attack, {agent.visibleCovers().at(0).number}, 800, 500);
-            ASSERT_TRUE(await([&] {
-                return agent.isCovered() &&
-                       desktop.screen.isWhole(agent.visibleCovers().at(0).number) &&
-                       desktop.screen.inputRectangles(agent.visibleCovers().at(0).number) == 0;
-            })) << name;
+            ASSERT_SOON(agent.isCovered() &&
+                        desktop.screen.isWhole(agent.visibleCovers().at(0).number) &&
+                        desktop.screen.inputRectangles(agent.visibleCovers().at(0).number) == 0)
+                << name;
         }
         std::cout << name << ": undone after " << ours.times << "; a plain client needs "
                   << plain.times << "\n";
@@ -174,10 +173,9 @@ TEST_P(TimedTampering, WhatTheyDoToTheCoverIsUndone) {
     // Still alive under the blur, not a plain sheet that stands in for it.
     for (const uint32_t colour : {white, black}) {
         window.paint(colour);
-        EXPECT_TRUE(await([&] {
-            return std::abs(desktop.screen.grab({0, 0, 1600, 1080}).mean() -
-                            (colour == white ? 153 : 0)) < 6;
-        })) << "no longer live";
+        EXPECT_SOON(std::abs(desktop.screen.grab({0, 0, 1600, 1080}).mean() -
+                             (colour == white ? 153 : 0)) < 6)
+            << "no longer live";
     }
 }
 
@@ -199,7 +197,7 @@ TEST_P(TimedTampering, WhatTheyDoToTheButtonsIsUndone) {
                                       [](const auto& each) { return each.viewable; });
         return top->instance.starts_with("button:") && (top + 1)->instance.starts_with("button:");
     };
-    ASSERT_TRUE(await([&] { return look().size() == 2 && areOnTop(); }));
+    ASSERT_SOON(look().size() == 2 && areOnTop());
     const auto before = look();
     const PlainSheet sheet(desktop.display(), {0, 0, 100, 100});
 

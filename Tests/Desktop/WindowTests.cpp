@@ -1,7 +1,7 @@
 // The program's windows among other programs: what they hand over, give back and outlive.
 #include "Harness/Browser.h"
-#include "Harness/Keys.h"
 #include "Harness/OnDesktop.h"
+#include "Harness/Paper.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -17,14 +17,11 @@ constexpr int settingsWidth = 540;
 constexpr int settingsHeight = 660;
 constexpr int supportTab = settingsWidth / 2 + 36; ///< The middle of the second tab.
 
-/// The rows of the menu, by the steps down to them.
-enum Row { support = 2, summit = 3, settings = 5, about = 6 };
-
 struct Windows : OnDesktop {
     Windows() { desktop.input.move(960, 300); }
 
     /// Chooses a row, and waits until its window has the keyboard; gives that window.
-    xcb_window_t open(Row row) const {
+    xcb_window_t open(int row) const {
         const xcb_window_t before = desktop.screen.focus();
         agent->choose(row);
         EXPECT_TRUE(await([&] {
@@ -36,47 +33,34 @@ struct Windows : OnDesktop {
 
     /// Opens the settings as a desktop does when the user opens a program that runs already.
     void reopen() const {
-        auto bus = QDBusConnection::connectToBus(QString::fromStdString(desktop.bus->address()),
-                                                 "reopening");
+        auto bus = QDBusConnection::connectToBus(desktop.bus->address(), "reopening");
         auto request =
             QDBusMessage::createMethodCall("com.vardek.NimbrelLite", "/com/vardek/NimbrelLite",
                                            "org.freedesktop.Application", "Activate");
-        request << QVariantMap();
-        EXPECT_EQ(bus.call(request).type(), QDBusMessage::ReplyMessage);
+        EXPECT_EQ(bus.call(request << QVariantMap()).type(), QDBusMessage::ReplyMessage);
         QDBusConnection::disconnectFromBus("reopening");
     }
     bool haveKeyboard() const {
         const xcb_window_t window = desktop.screen.focus();
-        const auto shown =
-            client.ask(xcb_get_window_attributes_reply, xcb_get_window_attributes(client, window));
-        return shown && shown->map_state == XCB_MAP_STATE_VIEWABLE &&
-               area(window).width == settingsWidth;
+        return desktop.screen.isViewable(window) && area(window).width == settingsWidth;
     }
     void expectReopened() const {
         reopen();
         // The program may hear of this before it hears of what was done to its window.
         if (!await([&] { return haveKeyboard(); }, 2s)) reopen();
-        ASSERT_TRUE(await([&] { return haveKeyboard(); }));
+        ASSERT_SOON(haveKeyboard());
     }
 
     Area area(xcb_window_t window) const {
         return window > XCB_INPUT_FOCUS_POINTER_ROOT ? desktop.screen.areaOf(window) : Area();
     }
-    std::string titleOf(xcb_window_t window) const {
-        const auto name = client.ask(
-            xcb_get_property_reply, xcb_get_property(client, 0, window, client.atom("_NET_WM_NAME"),
-                                                     XCB_GET_PROPERTY_TYPE_ANY, 0, 100));
-        return {static_cast<const char*>(xcb_get_property_value(name.get())),
-                static_cast<size_t>(xcb_get_property_value_length(name.get()))};
+    void expectTitle(xcb_window_t window, const std::string& title) const {
+        EXPECT_SOON(desktop.screen.textOf(window, "_NET_WM_NAME") == title) << title;
     }
 
-    /// The child of the root that the window stands in.
-    Area frameAround(xcb_window_t window) const {
-        for (;;) {
-            const auto tree = client.ask(xcb_query_tree_reply, xcb_query_tree(client, window));
-            if (!tree || tree->parent == client.root()) return area(window);
-            window = tree->parent;
-        }
+    void configure(xcb_window_t window, uint16_t mask, const std::vector<uint32_t>& values) const {
+        xcb_configure_window(client, window, mask, values.data());
+        client.settle();
     }
 
     /// What stands there once it has been drawn and has come to rest.
@@ -101,76 +85,63 @@ TEST_F(Windows, StandInTheMiddleAndGiveTheKeyboardBackToWhoHadIt) {
         ASSERT_NO_FATAL_FAILURE(start());
         TestWindow paper(desktop.display(), {200, 200, 400, 300}, TestWindow::Kind::Managed);
         paper.show();
-        ASSERT_TRUE(await([&] { return paper.isViewable(); }));
+        ASSERT_SOON(desktop.screen.isViewable(paper.number()));
         paper.takeFocus();
-        for (const auto& [row, byEscape] : {std::pair{about, true}, std::pair{summit, true},
-                                            std::pair{about, false}, std::pair{settings, false}}) {
-            SCOPED_TRACE(testing::Message() << row << (byEscape ? " by Escape" : "")
-                                            << (managed ? " under a window manager" : ""));
+        for (const auto& [row, byEscape] :
+             {std::pair{Row::about, true}, {Row::summit, true}, {Row::settings, false}}) {
+            SCOPED_TRACE(testing::Message() << row << (managed ? " under a window manager" : ""));
             const xcb_window_t window = open(row);
-            const Area frame = frameAround(window);
+            const Area frame = desktop.screen.frameAround(window);
             const int below = Desktop::left.height - frame.bottom();
             EXPECT_NEAR(frame.y * 3, below * 2, managed ? 40 : 6) << frame;
             EXPECT_NEAR(2 * frame.x + frame.width, Desktop::left.width, 2) << frame;
-            if (row == about) {
+            if (row == Row::about) {
                 agent->cover();
                 drawn(area(window));
                 agent->uncover();
             }
             if (byEscape)
-                desktop.input.strike(escapeKey);
+                strike({escapeKey});
             else
                 client.askToClose(window);
-            EXPECT_TRUE(await([&] { return desktop.screen.focus() == paper.number(); }));
+            EXPECT_SOON(desktop.screen.focus() == paper.number());
         }
-        agent.reset();
     }
 }
 
 TEST_F(Windows, ThrowAShadowThatFadesAllTheWay) {
     const auto compositor = desktop.startCompositor();
-    TestWindow paper(desktop.display(), Desktop::left);
-    paper.paint(white);
-    paper.show();
+    const Paper paper(desktop);
     ASSERT_NO_FATAL_FAILURE(start());
-    const Area all = area(open(summit));
+    const Area all = area(open(Row::summit));
     const Area under = {all.x + all.width / 2, all.bottom() - 12, 1, 12};
     EXPECT_TRUE(await([&] {
         const Picture picture = desktop.screen.grab(under);
-        int last = picture.luminance(under.x, under.y);
-        if (last > 210) return false;
-        for (int y = under.y + 1; y < under.bottom(); ++y) {
-            const int here = picture.luminance(under.x, y);
-            if (here <= last && here < 250) return false;
-            last = here;
-        }
-        return last > 250;
+        const auto at = [&](int y) { return picture.luminance(under.x, under.y + y); };
+        for (int y = 1; y < under.height; ++y)
+            if (at(y) <= at(y - 1) && at(y) < 250) return false;
+        return at(0) <= 210 && at(under.height - 1) > 250;
     }));
 }
 
 TEST_F(Windows, TheListOfTheEditionWindowScrollsAndNoCompositorChangesIt) {
     ASSERT_NO_FATAL_FAILURE(start());
-    const Area all = area(open(summit));
+    const Area all = area(open(Row::summit));
     const Area list = {all.x + 40, all.y + 200, 400, 200};
-    const Area header = {all.x + 20, all.y, 400, 90};
-    const Area footer = {all.x + 20, all.bottom() - 50, 460, 50};
     desktop.input.move(list.middle());
     const Picture before = drawn(all);
     desktop.input.click(wheelDown);
-    EXPECT_TRUE(await([&] { return desktop.screen.grab(list) != before.cut(list); }));
-    for (const Area& still : {header, footer})
+    EXPECT_SOON(desktop.screen.grab(list) != before.cut(list));
+    for (const Area& still : {Area{all.x + 20, all.y, 400, 90},
+                              Area{all.x + 20, all.bottom() - 50, 460, 50}}) // Its head and foot.
         EXPECT_TRUE(desktop.screen.grab(still) == before.cut(still)) << still;
 
-    const Area middle = {all.x + 20, all.y + 60, all.width - 40, all.height - 120};
     desktop.input.move(960, 1000);
-    const Picture scrolled = drawn(middle);
-    const auto looksTheSame = [&] { return desktop.screen.grab(middle) == scrolled; };
-    auto compositor = desktop.startCompositor();
-    EXPECT_TRUE(await(looksTheSame));
-    compositor.reset();
-    EXPECT_TRUE(await(looksTheSame));
-    desktop.input.strike(escapeKey);
-    EXPECT_TRUE(await([&] { return !looksTheSame(); }));
+    const Picture scrolled = drawn(all.grown(-60));
+    for (const bool composited : {true, false}) {
+        const auto compositor = composited ? desktop.startCompositor() : nullptr;
+        EXPECT_SOON(desktop.screen.grab(scrolled.area()) == scrolled) << composited;
+    }
 }
 
 TEST_F(Windows, TheSettingsAreOneWindowThatKeepsItsTabAndPlace) {
@@ -181,19 +152,17 @@ TEST_F(Windows, TheSettingsAreOneWindowThatKeepsItsTabAndPlace) {
     const xcb_window_t window = desktop.screen.focus();
     const Area opened = area(window);
     EXPECT_GT(opened.height, settingsHeight);
-    EXPECT_EQ(titleOf(window), "General");
-    desktop.input.click({opened.x + supportTab, opened.y + 30, 1, 1});
-    EXPECT_TRUE(await([&] { return titleOf(window) == "Support"; }));
+    expectTitle(window, "General");
+    click({opened.x + supportTab, opened.y + 30, 1, 1});
+    expectTitle(window, "Support");
     EXPECT_EQ(area(window), opened);
 
-    const uint32_t moved[] = {300, 100};
-    xcb_configure_window(client, window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, moved);
-    client.settle();
+    configure(window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, {300, 100});
     const Area place = {300, 100, opened.width, opened.height};
     for (const bool closed : {false, true, true}) {
         if (closed) {
             client.askToClose(window);
-            ASSERT_TRUE(await([&] { return agent->windows().empty(); }));
+            ASSERT_SOON(agent->windows().empty());
         }
         paper.raise();
         paper.takeFocus();
@@ -206,14 +175,11 @@ TEST_F(Windows, TheSettingsAreOneWindowThatKeepsItsTabAndPlace) {
             };
             return area(window) == place && at(paper.number()) < at(window);
         })) << area(window);
-        EXPECT_EQ(titleOf(window), "Support");
+        expectTitle(window, "Support");
     }
 
     agent->cover();
     EXPECT_LT(desktop.screen.grab(place).sharpestStep(), 10);
-    desktop.input.strike(escapeKey);
-    agent->uncover();
-    EXPECT_EQ(agent->windows().size(), 1u);
 }
 
 TEST_F(Windows, TheSettingsComeBackFromWhereverAWindowManagerPutThem) {
@@ -223,26 +189,16 @@ TEST_F(Windows, TheSettingsComeBackFromWhereverAWindowManagerPutThem) {
     paper.show();
     const auto askManager = [&](xcb_window_t about, const char* type, uint32_t first,
                                 uint32_t second = 0) {
-        xcb_client_message_event_t message = {};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = about;
-        message.type = client.atom(type);
-        message.data.data32[0] = first;
-        message.data.data32[1] = second;
-        xcb_send_event(client, 0, client.root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                       reinterpret_cast<const char*>(&message));
+        client.send(client.root(), client.atom(type), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                    {first, second, 0, 0, 0}, about);
         client.settle();
     };
     ASSERT_NO_FATAL_FAILURE(expectReopened());
     const xcb_window_t window = desktop.screen.focus();
     const Area opened = area(window);
-    const uint32_t wishes[] = {static_cast<uint32_t>(opened.x + 100), 900, 900};
-    xcb_configure_window(client, window,
-                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-                         wishes);
-    client.settle();
-    EXPECT_TRUE(await([&] { return area(window).x >= opened.x + 90; })) << area(window);
+    configure(window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+              {static_cast<uint32_t>(opened.x + 100), 900, 900});
+    EXPECT_SOON(area(window).x >= opened.x + 90) << area(window);
     const Area moved = area(window);
     EXPECT_EQ(moved.width, opened.width);
     EXPECT_EQ(moved.height, opened.height);
@@ -269,16 +225,13 @@ TEST_F(Windows, TheSettingsComeBackFromWhereverAWindowManagerPutThem) {
          }},
         {"on another workspace",
          [&](xcb_window_t) { askManager(client.root(), "_NET_CURRENT_DESKTOP", 1); }},
-        {"destroyed",
-         [&](xcb_window_t shown) {
-             xcb_destroy_window(client, shown);
-             client.settle();
-         }},
+        {"destroyed", [&](xcb_window_t shown) { xcb_destroy_window(client, shown); }},
     };
     for (const auto& [way, putAway] : ways) {
         SCOPED_TRACE(way);
         putAway(desktop.screen.focus());
-        ASSERT_TRUE(await([&] { return !haveKeyboard(); }));
+        client.settle();
+        ASSERT_SOON(!haveKeyboard());
         ASSERT_NO_FATAL_FAILURE(expectReopened());
         if (std::string(way).starts_with("closed")) {
             EXPECT_EQ(area(window), moved);
@@ -290,11 +243,9 @@ TEST_F(Windows, TheSettingsComeBackFromWhereverAWindowManagerPutThem) {
 TEST_F(Windows, SupportOpensItsPageWithoutAWord) {
     const Browser browser(desktop);
     ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(agent->choose(support)); // Nothing here can open a page yet.
+    ASSERT_NO_FATAL_FAILURE(agent->choose(Row::support)); // Nothing here can open a page yet.
     browser.install();
-    ASSERT_NO_FATAL_FAILURE(agent->choose(support));
-    EXPECT_TRUE(await([&] {
-        return browser.visited() == "https://vardek.example/support-vardek/\n";
-    })) << browser.visited();
+    ASSERT_NO_FATAL_FAILURE(agent->choose(Row::support));
+    EXPECT_SOON(browser.visited() == "https://vardek.example/support-vardek/\n");
     EXPECT_EQ(agent->process().output() + agent->process().errors(), "");
 }

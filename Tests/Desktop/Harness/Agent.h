@@ -6,6 +6,11 @@
 
 namespace Harness {
 
+/// What the rows of its menu open, by the steps down to them.
+struct Row {
+    static constexpr int support = 2, summit = 3, features = 4, settings = 5, about = 6;
+};
+
 /// The program under test, running on a desktop. At the end of its life it is asked to quit, and a
 /// test fails whose program does not do so cleanly.
 class Agent {

@@ -18,3 +18,8 @@ bool await(const std::function<bool()>& condition, std::chrono::milliseconds dea
 bool holdsFor(std::chrono::milliseconds time, const std::function<bool()>& condition);
 
 } // namespace Harness
+
+/// That an expression comes to be true, and that it stays so for a time.
+#define EXPECT_SOON(...) EXPECT_TRUE(Harness::await([&] { return __VA_ARGS__; }))
+#define ASSERT_SOON(...) ASSERT_TRUE(Harness::await([&] { return __VA_ARGS__; }))
+#define EXPECT_FOR(time, ...) EXPECT_TRUE(Harness::holdsFor(time, [&] { return __VA_ARGS__; }))

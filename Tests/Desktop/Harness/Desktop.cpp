@@ -23,8 +23,8 @@ Desktop::Desktop(std::unique_ptr<XServer> xServer)
 
 std::unique_ptr<XServer> Desktop::twoMonitors(const std::vector<std::string>& arguments) {
     auto server = XServer::framebuffer(arguments);
-    server->xrandr({"--setmonitor", "A", "1920/500x1080/290+0+0", "screen"});
-    server->xrandr({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"});
+    server->setMonitor("A", left, "screen");
+    server->setMonitor("B", right);
     return server;
 }
 
@@ -44,7 +44,7 @@ std::unique_ptr<Process> Desktop::startWindowManager() const {
     TestWindow probe(display(), {0, 0, 100, 100}, TestWindow::Kind::Managed);
     const bool ready = await([&] {
         probe.show();
-        return probe.isViewable();
+        return screen.isViewable(probe.number());
     });
     if (!ready) throw std::runtime_error("The window manager shows no window.");
     return manager;
@@ -64,7 +64,7 @@ Environment Desktop::environment() const {
         {"XDG_DATA_HOME", m_home.make("data").string()},
         {"XDG_CACHE_HOME", m_home.make("cache").string()},
         {"XDG_RUNTIME_DIR", m_home.make("runtime").string()},
-        {"DBUS_SESSION_BUS_ADDRESS", bus ? bus->address() : "unix:path=/nonexistent"},
+        {"DBUS_SESSION_BUS_ADDRESS", bus ? bus->address().toStdString() : "unix:path=/nonexistent"},
         {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent"},
 #ifdef OPEN_AT_THE_END
         {"LD_PRELOAD", OPEN_AT_THE_END},

@@ -35,6 +35,11 @@ void Input::strike(uint8_t keycode, int times) const {
     }
 }
 
+void Input::strike(const std::vector<uint8_t>& keys) const {
+    for (const uint8_t key : keys)
+        strike(key);
+}
+
 void Input::strikeTogether(const std::vector<uint8_t>& keys) const {
     for (const uint8_t key : keys)
         hold(key);

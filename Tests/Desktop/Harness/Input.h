@@ -1,9 +1,8 @@
 #pragma once
 
 #include "Harness/Area.h"
+#include "Harness/Keys.h"
 #include "Harness/XClient.h"
-
-#include <vector>
 
 namespace Harness {
 
@@ -25,7 +24,9 @@ public:
     void hold(uint8_t keycode) const { fake(XCB_KEY_PRESS, keycode); } ///< So the key repeats.
     void letGo(uint8_t keycode) const { fake(XCB_KEY_RELEASE, keycode); }
     void strike(uint8_t keycode, int times = 1) const;
+    void strike(const std::vector<uint8_t>& keys) const; ///< One after the other.
     void strikeTogether(const std::vector<uint8_t>& keys) const;
+    void strikeChord() const { strikeTogether(chordKeys); }
 
 private:
     void fake(uint8_t type, uint8_t detail, int x = 0, int y = 0) const;

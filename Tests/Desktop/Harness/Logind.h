@@ -29,11 +29,11 @@ public:
         pollfd end{m_delay, 0, 0};
         return m_delay >= 0 && ::poll(&end, 1, 0) == 0;
     }
-    int asked() const { return m_asked; } ///< How often somebody wished to.
+    bool wasAsked() const { return m_wasAsked; }
 
 private:
     std::optional<QVariantList> answer(const QDBusMessage& question) override {
-        ++m_asked;
+        m_wasAsked = true;
         int ends[2];
         if (question.member() != "Inhibit" || question.arguments().value(0) != "sleep" ||
             question.arguments().value(3) != "delay" || ::pipe2(ends, O_CLOEXEC) != 0)
@@ -45,7 +45,7 @@ private:
     }
 
     int m_delay = -1; ///< Hangs up as the last holder of the other end lets go.
-    int m_asked = 0;
+    bool m_wasAsked = false;
 };
 
 } // namespace Harness

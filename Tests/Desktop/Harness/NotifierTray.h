@@ -3,7 +3,6 @@
 #include "Harness/Service.h"
 
 #include <QDBusPendingCallWatcher>
-#include <QDBusVariant>
 #include <QStringList>
 
 namespace Harness {
@@ -12,7 +11,7 @@ namespace Harness {
 /// hear of their clicks there.
 class NotifierTray : public Service {
 public:
-    explicit NotifierTray(const std::string& busAddress)
+    explicit NotifierTray(const QString& busAddress)
         : Service(busAddress, "org.kde.StatusNotifierWatcher") {}
 
     QStringList items() const { return m_items; } ///< The icons that have come, the newest last.
@@ -41,10 +40,8 @@ private:
     void call(const QString& method, int x, int y) {
         auto* watcher =
             new QDBusPendingCallWatcher(m_bus.asyncCall(question(item, method, {x, y})), this);
-        connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-            if (!watcher->isError()) ++m_answered;
-            watcher->deleteLater();
-        });
+        connect(watcher, &QDBusPendingCallWatcher::finished, this,
+                [this, watcher] { m_answered += !watcher->isError(); });
     }
     std::optional<QVariantList> answer(const QDBusMessage& asked) override {
         if (asked.member() == "Get") return {{QVariant::fromValue(QDBusVariant(true))}};

@@ -10,20 +10,21 @@ namespace Harness {
 
 /// What most tests begin with: a desktop of their own, the program once they start it, and hands.
 struct OnDesktop : testing::Test {
+    explicit OnDesktop(std::unique_ptr<XServer> server = Desktop::twoMonitors())
+        : desktop(std::move(server)) {}
+
+    /// Starts the program, anew where it runs, and waits for its buttons.
     void start() {
+        agent.reset();
         agent.emplace(desktop);
-        ASSERT_TRUE(await([&] { return agent->buttons().size() == 2; }));
+        ASSERT_SOON(agent->buttons().size() == desktop.screen.monitors().size());
+    }
+    void expectCovered(bool covered) const {
+        EXPECT_SOON(covered ? agent->isCovered() : agent->visibleCovers().empty());
     }
 
     void click(const Area& area, uint8_t button = 1) const { desktop.input.click(area, button); }
-    /// One key after the other.
-    void strike(const std::vector<uint8_t>& keys) const {
-        for (const uint8_t key : keys)
-            desktop.input.strike(key);
-    }
-    void strikeTogether(const std::vector<uint8_t>& keys) const {
-        desktop.input.strikeTogether(keys);
-    }
+    void strike(const std::vector<uint8_t>& keys) const { desktop.input.strike(keys); }
 
     Desktop desktop;
     std::optional<Agent> agent;

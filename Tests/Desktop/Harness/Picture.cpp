@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 namespace Harness {
 
@@ -16,47 +17,42 @@ int luminanceOf(uint32_t pixel) {
 
 } // namespace
 
-Picture::Picture(Area area, std::vector<uint32_t> pixels)
-    : m_area(area), m_pixels(std::move(pixels)) {
-    // The unused byte of a 24-bit screen's pixels is anything.
+Picture::Picture(const Area& area, const QImage& image) : m_area(area) {
+    const QImage plain = image.convertToFormat(QImage::Format_RGB32);
+    m_pixels.resize(static_cast<size_t>(area.width) * static_cast<size_t>(area.height));
+    std::memcpy(m_pixels.data(), plain.constBits(), m_pixels.size() * sizeof(uint32_t));
     for (uint32_t& pixel : m_pixels)
-        pixel &= 0xFFFFFF;
+        pixel &= 0xFFFFFF; // The other byte is anything.
 }
 
-uint32_t Picture::at(int x, int y) const {
-    return m_pixels.at(static_cast<size_t>((y - m_area.y) * m_area.width + x - m_area.x));
+QImage Picture::image() const {
+    return QImage(reinterpret_cast<const uchar*>(m_pixels.data()), m_area.width, m_area.height,
+                  QImage::Format_RGB32)
+        .copy();
 }
 
 int Picture::luminance(int x, int y) const { return luminanceOf(at(x, y)); }
 
 Picture Picture::cut(const Area& area) const {
-    std::vector<uint32_t> pixels;
-    for (int y = area.y; y < area.bottom(); ++y)
-        for (int x = area.x; x < area.right(); ++x)
-            pixels.push_back(at(x, y));
-    return {area, std::move(pixels)};
+    return {area, image().copy(area.x - m_area.x, area.y - m_area.y, area.width, area.height)};
 }
 
 void Picture::erase(const Area& area) {
     for (int y = std::max(area.y, m_area.y); y < std::min(area.bottom(), m_area.bottom()); ++y)
         for (int x = std::max(area.x, m_area.x + 1); x < std::min(area.right(), m_area.right());
              ++x)
-            m_pixels[static_cast<size_t>((y - m_area.y) * m_area.width + x - m_area.x)] =
-                at(x - 1, y);
+            m_pixels[indexOf(x, y)] = at(x - 1, y);
 }
 
 double Picture::mean() const {
     double sum = 0;
-    for (uint32_t pixel : m_pixels)
+    for (const uint32_t pixel : m_pixels)
         sum += luminanceOf(pixel);
     return sum / static_cast<double>(m_pixels.size());
 }
 
 int Picture::brightest() const {
-    int result = 0;
-    for (uint32_t pixel : m_pixels)
-        result = std::max(result, luminanceOf(pixel));
-    return result;
+    return luminanceOf(*std::ranges::max_element(m_pixels, {}, luminanceOf));
 }
 
 int Picture::sharpestStep() const {
@@ -71,7 +67,7 @@ int Picture::sharpestStep() const {
 }
 
 size_t Picture::count(uint32_t colour) const {
-    return static_cast<size_t>(std::count(m_pixels.begin(), m_pixels.end(), colour));
+    return static_cast<size_t>(std::ranges::count(m_pixels, colour));
 }
 
 } // namespace Harness

@@ -2,6 +2,8 @@
 
 #include "Harness/Area.h"
 
+#include <QImage>
+
 #include <cstdint>
 #include <vector>
 
@@ -10,12 +12,14 @@ namespace Harness {
 /// What stands on a piece of the screen: opaque pixels, 0xRRGGBB.
 class Picture {
 public:
-    Picture(Area area, std::vector<uint32_t> pixels);
+    Picture(const Area& area, const QImage& image);
 
     const Area& area() const { return m_area; }
+    const std::vector<uint32_t>& pixels() const { return m_pixels; } ///< Line by line.
+    QImage image() const;
 
     /// The pixel at these coordinates of the screen.
-    uint32_t at(int x, int y) const;
+    uint32_t at(int x, int y) const { return m_pixels.at(indexOf(x, y)); }
     int luminance(int x, int y) const; ///< 0 to 255
 
     Picture cut(const Area& area) const;
@@ -29,6 +33,10 @@ public:
     bool operator==(const Picture&) const = default;
 
 private:
+    size_t indexOf(int x, int y) const {
+        return static_cast<size_t>((y - m_area.y) * m_area.width + x - m_area.x);
+    }
+
     Area m_area;
     std::vector<uint32_t> m_pixels;
 };

@@ -2,7 +2,7 @@
 
 #include "Harness/Service.h"
 
-#include <QDBusVariant>
+#include <map>
 
 namespace Harness {
 
@@ -10,40 +10,31 @@ namespace Harness {
 /// for dark colours.
 class Portal : public Service {
 public:
-    Portal(const std::string& busAddress, bool highContrast)
-        : Service(busAddress, "org.freedesktop.portal.Desktop"), m_highContrast(highContrast) {}
+    Portal(const QString& busAddress, bool highContrast)
+        : Service(busAddress, "org.freedesktop.portal.Desktop") {
+        m_values["contrast"] = highContrast;
+    }
 
     /// Told to everyone who listens.
-    void setHighContrast(bool highContrast) {
-        m_highContrast = highContrast;
-        tell("contrast");
-    }
-    void setDark(bool dark) {
-        m_dark = dark;
-        tell("color-scheme");
-    }
+    void setHighContrast(bool highContrast) { tell("contrast", highContrast); }
+    void setDark(bool dark) { tell("color-scheme", dark ? 1 : 2); }
 
 private:
-    QDBusVariant value(const QString& key) const {
-        return QDBusVariant(key == "contrast" ? (m_highContrast ? 1U : 0U) : (m_dark ? 1U : 2U));
-    }
-    void tell(const QString& key) const {
+    void tell(const QString& key, uint value) {
+        m_values[key] = value;
         announce("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings",
-                 "SettingChanged", {appearance, key, QVariant::fromValue(value(key))});
+                 "SettingChanged", {group, key, QVariant::fromValue(QDBusVariant(value))});
     }
     std::optional<QVariantList> answer(const QDBusMessage& question) override {
-        const QString key = question.arguments().value(1).toString();
-        if (question.arguments().value(0) != appearance ||
-            (key != "contrast" && key != "color-scheme"))
-            return {};
-        const auto once = QVariant::fromValue(value(key));
+        const auto found = m_values.find(question.arguments().value(1).toString());
+        if (question.arguments().value(0) != group || found == m_values.end()) return {};
+        const auto once = QVariant::fromValue(QDBusVariant(found->second));
         if (question.member() == "ReadOne") return {{once}};
         return {{QVariant::fromValue(QDBusVariant(once))}}; // Read wraps its answer once more.
     }
 
-    const QString appearance = "org.freedesktop.appearance";
-    bool m_highContrast;
-    bool m_dark = false;
+    const QString group = "org.freedesktop.appearance";
+    std::map<QString, uint> m_values = {{"color-scheme", 2}};
 };
 
 } // namespace Harness

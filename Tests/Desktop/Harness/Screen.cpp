@@ -1,7 +1,5 @@
 #include "Harness/Screen.h"
 
-#include <array>
-#include <cstring>
 #include <stdexcept>
 
 #include <xcb/randr.h>
@@ -10,40 +8,6 @@
 
 namespace Harness {
 
-namespace {
-
-/// How the root's pixels tell their colour.
-struct PixelForm {
-    explicit PixelForm(const XClient& client) {
-        const auto* setup = xcb_get_setup(client);
-        for (auto i = xcb_setup_pixmap_formats_iterator(setup); i.rem != 0; xcb_format_next(&i))
-            if (i.data->depth == client.screen().root_depth) bytes = i.data->bits_per_pixel / 8;
-        for (auto d = xcb_screen_allowed_depths_iterator(&client.screen()); d.rem != 0;
-             xcb_depth_next(&d))
-            for (auto v = xcb_depth_visuals_iterator(d.data); v.rem != 0; xcb_visualtype_next(&v))
-                if (v.data->visual_id == client.screen().root_visual)
-                    masks = {v.data->red_mask, v.data->green_mask, v.data->blue_mask};
-    }
-
-    bool isPlain() const { return bytes == 4 && masks == std::array{0xFF0000U, 0xFF00U, 0xFFU}; }
-
-    uint32_t colour(const uint8_t* data) const {
-        uint32_t pixel = 0;
-        std::memcpy(&pixel, data, static_cast<size_t>(bytes));
-        uint32_t result = 0;
-        for (const uint32_t mask : masks)
-            result = result << 8 | static_cast<uint32_t>(uint64_t{pixel & mask} * 255 / mask);
-        return result;
-    }
-
-    int bytes = 4;
-    std::array<uint32_t, 3> masks = {0xFF0000, 0xFF00, 0xFF};
-};
-
-} // namespace
-
-Area Screen::bounds() const { return areaOf(m_client.root()); }
-
 Picture Screen::grab(const Area& area) const {
     const auto image = m_client.ask(
         xcb_get_image_reply,
@@ -51,19 +15,11 @@ Picture Screen::grab(const Area& area) const {
                       static_cast<int16_t>(area.x), static_cast<int16_t>(area.y),
                       static_cast<uint16_t>(area.width), static_cast<uint16_t>(area.height), ~0U));
     if (!image) throw std::runtime_error("no such area of the screen");
-    std::vector<uint32_t> pixels(static_cast<size_t>(area.width) *
-                                 static_cast<size_t>(area.height));
-    const PixelForm form(m_client);
-    const uint8_t* data = xcb_get_image_data(image.get());
-    if (form.isPlain()) {
-        std::memcpy(pixels.data(), data, pixels.size() * sizeof(uint32_t));
-        return {area, std::move(pixels)};
-    }
-    const size_t line = static_cast<size_t>(xcb_get_image_data_length(image.get()) / area.height);
-    for (int y = 0; y < area.height; ++y, data += line)
-        for (int x = 0; x < area.width; ++x)
-            pixels[static_cast<size_t>(y) * area.width + x] = form.colour(data + x * form.bytes);
-    return {area, std::move(pixels)};
+    const auto format = image->depth == 16   ? QImage::Format_RGB16
+                        : image->depth == 30 ? QImage::Format_RGB30
+                                             : QImage::Format_RGB32;
+    return {area, QImage(xcb_get_image_data(image.get()), area.width, area.height,
+                         xcb_get_image_data_length(image.get()) / area.height, format)};
 }
 
 Picture Screen::grabWithoutButtons(const Area& area) const {
@@ -74,11 +30,7 @@ Picture Screen::grabWithoutButtons(const Area& area) const {
 }
 
 std::vector<Area> Screen::monitors() const {
-    const std::string extension = "RANDR";
-    const auto found = m_client.ask(
-        xcb_query_extension_reply,
-        xcb_query_extension(m_client, static_cast<uint16_t>(extension.size()), extension.c_str()));
-    if (!found->present) return {bounds()};
+    if (!xcb_get_extension_data(m_client, &xcb_randr_id)->present) return {bounds()};
     const auto reply = m_client.ask(xcb_randr_get_monitors_reply,
                                     xcb_randr_get_monitors(m_client, m_client.root(), 1));
     std::vector<Area> result;
@@ -103,21 +55,32 @@ ScreenWindow Screen::describe(xcb_window_t window) const {
     const auto geometry = m_client.ask(xcb_get_geometry_reply, xcb_get_geometry(m_client, window));
     const auto attributes =
         m_client.ask(xcb_get_window_attributes_reply, xcb_get_window_attributes(m_client, window));
-    const auto property = m_client.ask(
-        xcb_get_property_reply,
-        xcb_get_property(m_client, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 64));
-    // Any of them is missing where the window has gone since the tree was asked for.
-    if (!geometry || !attributes || !property) return result;
+    // Either is missing where the window has gone since the tree was asked for.
+    if (!geometry || !attributes) return result;
     result.area = {geometry->x, geometry->y, geometry->width, geometry->height};
     result.viewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
     result.overrideRedirect = attributes->override_redirect;
-    const std::string names(static_cast<const char*>(xcb_get_property_value(property.get())),
-                            static_cast<size_t>(xcb_get_property_value_length(property.get())));
+    const std::string names = textOf(window, "WM_CLASS");
     const size_t end = names.find('\0');
     if (end == std::string::npos) return result;
     result.instance = names.substr(0, end);
     result.className = names.substr(end + 1, names.find('\0', end + 1) - end - 1);
     return result;
+}
+
+bool Screen::isViewable(xcb_window_t window) const {
+    const auto attributes =
+        m_client.ask(xcb_get_window_attributes_reply, xcb_get_window_attributes(m_client, window));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+std::string Screen::textOf(xcb_window_t window, const std::string& property) const {
+    const auto text = m_client.ask(xcb_get_property_reply,
+                                   xcb_get_property(m_client, 0, window, m_client.atom(property),
+                                                    XCB_GET_PROPERTY_TYPE_ANY, 0, 100));
+    if (!text) return {};
+    return {static_cast<const char*>(xcb_get_property_value(text.get())),
+            static_cast<size_t>(xcb_get_property_value_length(text.get()))};
 }
 
 size_t Screen::inputRectangles(xcb_window_t window) const {
@@ -140,6 +103,19 @@ Area Screen::areaOf(xcb_window_t window) const {
                      xcb_translate_coordinates(m_client, window, m_client.root(), 0, 0));
     if (!geometry || !place) return {};
     return {place->dst_x, place->dst_y, geometry->width, geometry->height};
+}
+
+Area Screen::frameAround(xcb_window_t window) const {
+    for (;;) {
+        const auto tree = m_client.ask(xcb_query_tree_reply, xcb_query_tree(m_client, window));
+        if (!tree || tree->parent == m_client.root()) return areaOf(window);
+        window = tree->parent;
+    }
+}
+
+xcb_window_t Screen::windowAtPointer() const {
+    return m_client.ask(xcb_query_pointer_reply, xcb_query_pointer(m_client, m_client.root()))
+        ->child;
 }
 
 xcb_window_t Screen::focus() const {

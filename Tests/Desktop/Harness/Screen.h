@@ -4,8 +4,6 @@
 #include "Harness/XClient.h"
 
 #include <map>
-#include <string>
-#include <vector>
 
 #include <sys/types.h>
 
@@ -26,13 +24,15 @@ class Screen {
 public:
     explicit Screen(const std::string& display) : m_client(display) {}
 
-    Area bounds() const;
+    Area bounds() const { return areaOf(m_client.root()); }
     Picture grab(const Area& area) const;
     /// The same with every floating button of the program painted over by what stands left of it.
     Picture grabWithoutButtons(const Area& area) const;
 
     std::vector<Area> monitors() const;
     std::vector<ScreenWindow> windows() const; ///< From the bottom to the top.
+    bool isViewable(xcb_window_t window) const;
+    std::string textOf(xcb_window_t window, const std::string& property) const;
 
     /// How many rectangles a window's input region has: one, the whole window, unless it was set.
     size_t inputRectangles(xcb_window_t window) const;
@@ -40,8 +40,10 @@ public:
 
     /// Without the frame of a window manager. Empty where there is no such window.
     Area areaOf(xcb_window_t window) const;
+    Area frameAround(xcb_window_t window) const; ///< The child of the root that it stands in.
 
     xcb_window_t focus() const;
+    xcb_window_t windowAtPointer() const; ///< Of those of the root.
     xcb_window_t selectionOwner(const std::string& selection) const;
 
     /// How many pixmaps all clients of the server hold together.

@@ -8,72 +8,30 @@
 
 #include <algorithm>
 #include <csignal>
-#include <map>
 #include <stdexcept>
 
 namespace Harness {
 
 namespace {
 
-const std::string interfaces = "org.a11y.atspi.";
 const char* const connectionName = "screen reader";
 
 /// Bits of an element's states, as the protocol numbers them.
 const std::map<std::string, int> stateBits = {
     {"checked", 4}, {"focusable", 11}, {"focused", 12}, {"selected", 23}, {"showing", 25}};
 
-QVariantList ask(const QDBusConnection& bus, const std::string& service, const std::string& path,
-                 const std::string& interface, const std::string& member,
-                 const QVariantList& arguments = {}) {
-    auto call = QDBusMessage::createMethodCall(
-        QString::fromStdString(service), QString::fromStdString(path),
-        QString::fromStdString(interface), QString::fromStdString(member));
-    call.setArguments(arguments);
-    return bus.call(call).arguments();
+QVariantList call(const QDBusConnection& bus, const QString& service, const QString& path,
+                  const QString& interface, const QString& member, const QVariantList& arguments) {
+    auto question = QDBusMessage::createMethodCall(service, path, interface, member);
+    question.setArguments(arguments);
+    return bus.call(question).arguments();
 }
 
-std::string property(const QDBusConnection& bus, const std::string& service,
-                     const std::string& path, const char* name) {
-    const auto answer = ask(bus, service, path, "org.freedesktop.DBus.Properties", "Get",
-                            {QString::fromStdString(interfaces + "Accessible"), name});
-    return answer.value(0).value<QDBusVariant>().variant().toString().toStdString();
-}
-
-std::vector<std::pair<std::string, std::string>>
-children(const QDBusConnection& bus, const std::string& service, const std::string& path) {
-    std::vector<std::pair<std::string, std::string>> result;
-    const auto answer = ask(bus, service, path, interfaces + "Accessible", "GetChildren");
-    if (!answer.value(0).canConvert<QDBusArgument>()) return result;
-    const auto list = answer[0].value<QDBusArgument>();
-    list.beginArray();
-    while (!list.atEnd()) {
-        QString child;
-        QDBusObjectPath place;
-        list.beginStructure();
-        list >> child >> place;
-        list.endStructure();
-        result.emplace_back(child.toStdString(), place.path().toStdString());
-    }
-    list.endArray();
-    return result;
-}
-
-std::set<std::string> states(const QDBusConnection& bus, const std::string& service,
-                             const std::string& path) {
-    std::set<std::string> result;
-    const auto answer = ask(bus, service, path, interfaces + "Accessible", "GetState");
-    const auto words = qdbus_cast<QList<uint>>(answer.value(0));
-    for (const auto& [name, bit] : stateBits)
-        if (words.value(bit / 32) >> (bit % 32) & 1) result.insert(name);
-    return result;
-}
-
-QDBusConnection accessibilityBus(const std::string& sessionBus) {
-    auto session =
-        QDBusConnection::connectToBus(QString::fromStdString(sessionBus), connectionName);
+QDBusConnection accessibilityBus(const QString& sessionBus) {
+    const auto session = QDBusConnection::connectToBus(sessionBus, connectionName);
     QString address;
     await([&] {
-        address = ask(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
+        address = call(session, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", {})
                       .value(0)
                       .toString();
         return address.startsWith("unix:");
@@ -86,36 +44,24 @@ QDBusConnection accessibilityBus(const std::string& sessionBus) {
 
 } // namespace
 
-std::string Spoken::line() const {
-    std::string text = role + " \"" + name + "\"";
-    if (!description.empty()) text += " (" + description + ")";
-    for (const char* state : {"checked", "selected"})
-        if (states.contains(state)) text += std::string(" [") + state + "]";
-    return text;
-}
-
-std::string Spoken::lines(int depth) const {
+std::string Spoken::roles() const {
     const bool isLayout = name.empty() &&
                           (role == "filler" || role == "layered pane" || role == "panel") &&
                           !states.contains("focusable");
-    std::string text;
-    if (!isLayout) text = std::string(static_cast<size_t>(depth++) * 2, ' ') + line() + "\n";
+    std::string text = isLayout ? "" : role;
+    for (const char* state : {"checked", "selected"})
+        if (states.contains(state)) text += std::string(" [") + state + "]";
     for (const Spoken& child : children)
-        if (child.states.contains("showing")) text += child.lines(depth);
+        if (child.states.contains("showing"))
+            if (const std::string inner = child.roles(); !inner.empty())
+                text += (text.empty() ? "" : ", ") + inner;
     return text;
 }
 
-const Spoken* Spoken::with(const std::string& state) const {
-    if (states.contains(state)) return this;
+const Spoken* Spoken::find(const std::function<bool(const Spoken&)>& wanted) const {
+    if (wanted(*this)) return this;
     for (const Spoken& child : children)
-        if (const Spoken* const found = child.with(state)) return found;
-    return nullptr;
-}
-
-const Spoken* Spoken::called(const std::string& wanted) const {
-    if (name == wanted) return this;
-    for (const Spoken& child : children)
-        if (const Spoken* const found = child.called(wanted)) return found;
+        if (const Spoken* const found = child.find(wanted)) return found;
     return nullptr;
 }
 
@@ -131,44 +77,71 @@ ScreenReader::~ScreenReader() {
     m_launcher.awaitEnd();
 }
 
-std::pair<std::string, std::string> ScreenReader::program() const {
-    const auto programs =
-        children(m_bus, "org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root");
-    return programs.empty() ? std::pair<std::string, std::string>() : programs.front();
+QVariantList ScreenReader::ask(const Place& whom, const char* interface, const char* member,
+                               const QVariantList& arguments) const {
+    return call(m_bus, whom.service, whom.path, interface, member, arguments);
 }
 
-Spoken ScreenReader::read(const std::string& service, const std::string& path) const {
-    Spoken element;
-    element.path = path;
-    element.role = ask(m_bus, service, path, interfaces + "Accessible", "GetRoleName")
-                       .value(0)
-                       .toString()
-                       .toStdString();
-    element.name = property(m_bus, service, path, "Name");
-    element.description = property(m_bus, service, path, "Description");
-    element.states = states(m_bus, service, path);
-    for (const auto& [owner, child] : children(m_bus, service, path))
-        element.children.push_back(read(owner, child));
-    return element;
+std::vector<ScreenReader::Place> ScreenReader::childrenOf(const Place& element) const {
+    std::vector<Place> result;
+    const auto answer = ask(element, "org.a11y.atspi.Accessible", "GetChildren");
+    if (!answer.value(0).canConvert<QDBusArgument>()) return result;
+    const auto list = answer[0].value<QDBusArgument>();
+    for (list.beginArray(); !list.atEnd();) {
+        QString service;
+        QDBusObjectPath path;
+        list.beginStructure();
+        list >> service >> path;
+        list.endStructure();
+        result.push_back({service, path.path()});
+    }
+    return result;
+}
+
+ScreenReader::Place ScreenReader::program() const {
+    const auto programs =
+        childrenOf({"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"});
+    return programs.empty() ? Place() : programs.front();
+}
+
+Spoken ScreenReader::read(const Place& element) const {
+    constexpr const char* interface = "org.a11y.atspi.Accessible";
+    const auto property = [&](const char* name) {
+        const auto answer =
+            ask(element, "org.freedesktop.DBus.Properties", "Get", {interface, name});
+        return answer.value(0).value<QDBusVariant>().variant().toString().toStdString();
+    };
+    Spoken spoken;
+    spoken.path = element.path;
+    spoken.role = ask(element, interface, "GetRoleName").value(0).toString().toStdString();
+    spoken.name = property("Name");
+    spoken.description = property("Description");
+    const auto words = qdbus_cast<QList<uint>>(ask(element, interface, "GetState").value(0));
+    for (const auto& [name, bit] : stateBits)
+        if (words.value(bit / 32) >> (bit % 32) & 1) spoken.states.insert(name);
+    for (const Place& child : childrenOf(element))
+        spoken.children.push_back(read(child));
+    return spoken;
 }
 
 std::vector<Spoken> ScreenReader::windows() const {
-    const auto [service, path] = program();
-    if (service.empty()) return {};
-    std::vector<Spoken> all = read(service, path).children;
+    const Place place = program();
+    if (place.service.isEmpty()) return {};
+    std::vector<Spoken> all = read(place).children;
     std::erase_if(all, [](const Spoken& window) { return !window.states.contains("showing"); });
     return all;
 }
 
 std::string ScreenReader::focused() const {
     for (const Spoken& window : windows())
-        if (const Spoken* const found = window.with("focused"))
-            return found->role + " \"" + found->name + "\"";
+        if (const auto* found =
+                window.find([](const Spoken& each) { return each.states.contains("focused"); }))
+            return found->line();
     return {};
 }
 
 void ScreenReader::press(const Spoken& element) const {
-    ask(m_bus, program().first, element.path, interfaces + "Action", "DoAction", {0});
+    ask({program().service, element.path}, "org.a11y.atspi.Action", "DoAction", {0});
 }
 
 } // namespace Harness

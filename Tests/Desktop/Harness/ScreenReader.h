@@ -4,9 +4,8 @@
 
 #include <QDBusConnection>
 
+#include <functional>
 #include <set>
-#include <string>
-#include <vector>
 
 namespace Harness {
 
@@ -16,17 +15,18 @@ struct Spoken {
     std::string name;
     std::string description;
     std::set<std::string> states; ///< Of those that `ScreenReader` knows by name.
-    std::string path;             ///< By which the program knows it.
+    QString path;                 ///< By which the program knows it.
     std::vector<Spoken> children;
 
-    std::string line() const; ///< `push button "Name" (description) [checked]`
-    /// The lines of this and of all within that is showing, deeper levels indented by two blanks.
-    /// What is there for the layout alone, which screen readers pass over, has none.
-    std::string lines(int depth = 0) const;
-    /// This element or the first within that has the state; null without one.
-    const Spoken* with(const std::string& state) const;
-    /// The same for a name.
-    const Spoken* called(const std::string& wanted) const;
+    std::string line() const { return role + " \"" + name + '"'; }
+    /// "frame, push button, check box [checked]": of this and of all within that is showing, but
+    /// for what is there for the layout alone, which screen readers pass over.
+    std::string roles() const;
+    /// This element or the first within for which it holds; null without one.
+    const Spoken* find(const std::function<bool(const Spoken&)>& wanted) const;
+    const Spoken* called(const std::string& wanted) const {
+        return find([&](const Spoken& each) { return each.name == wanted; });
+    }
 };
 
 /// Assistive technology on a desktop that has a session bus. It is there before the program starts,
@@ -39,14 +39,19 @@ public:
     /// The windows on the screen of the one program that is known.
     std::vector<Spoken> windows() const;
 
-    /// What has the keyboard, as its role and name; empty where nothing has.
-    std::string focused() const;
+    std::string focused() const; ///< The line of what has the keyboard.
 
     void press(const Spoken& element) const;
 
 private:
-    Spoken read(const std::string& service, const std::string& path) const;
-    std::pair<std::string, std::string> program() const;
+    struct Place {
+        QString service, path;
+    };
+    QVariantList ask(const Place& whom, const char* interface, const char* member,
+                     const QVariantList& arguments = {}) const;
+    std::vector<Place> childrenOf(const Place& element) const;
+    Spoken read(const Place& element) const;
+    Place program() const;
 
     Process m_launcher;
     QDBusConnection m_bus;

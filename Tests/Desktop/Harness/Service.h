@@ -2,35 +2,37 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <QDBusVirtualObject>
 
 #include <optional>
 #include <stdexcept>
-#include <string>
 
 namespace Harness {
 
 /// A program that has a name on a bus, and answers what it is asked there.
 class Service : public QDBusVirtualObject {
 public:
-    Service(const std::string& busAddress, const QString& name)
-        : m_bus(QDBusConnection::connectToBus(QString::fromStdString(busAddress), name)) {
+    Service(const QString& busAddress, const QString& name)
+        : m_bus(QDBusConnection::connectToBus(busAddress, name)) {
         if (!m_bus.registerVirtualObject("/", this, QDBusConnection::SubPath) ||
             !m_bus.registerService(name))
             throw std::runtime_error("nobody can be " + name.toStdString());
     }
     ~Service() override { QDBusConnection::disconnectFromBus(m_bus.name()); }
 
-protected:
-    /// Nothing where there is no such method, and no such property or setting.
-    virtual std::optional<QVariantList> answer(const QDBusMessage& question) = 0;
-
-    void announce(const QString& path, const QString& interface, const QString& signal,
-                  const QVariantList& arguments) const {
-        auto message = QDBusMessage::createSignal(path, interface, signal);
+    void send(QDBusMessage message, const QVariantList& arguments) const {
         message.setArguments(arguments);
         m_bus.send(message);
     }
+    void announce(const char* path, const char* interface, const char* signal,
+                  const QVariantList& arguments) const {
+        send(QDBusMessage::createSignal(path, interface, signal), arguments);
+    }
+
+protected:
+    /// Nothing where there is no such method, and no such property or setting.
+    virtual std::optional<QVariantList> answer(const QDBusMessage& question) = 0;
 
     QDBusConnection m_bus;
 
@@ -38,9 +40,8 @@ private:
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& question, const QDBusConnection& bus) override {
         const auto arguments = answer(question);
-        bus.send(arguments ? question.createReply(*arguments)
-                           : question.createErrorReply(QDBusError::Failed, "no such thing"));
-        return true;
+        return bus.send(arguments ? question.createReply(*arguments)
+                                  : question.createErrorReply(QDBusError::Failed, "no such thing"));
     }
 };
 

@@ -21,8 +21,7 @@ SessionBus::SessionBus()
                 "--config-file=" + m_folder.write("bus.conf", configuration(m_folder)).string()}) {
     if (!await([this] { return m_daemon.output().find('\n') != std::string::npos; }))
         throw std::runtime_error("no session bus: " + m_daemon.errors());
-    m_address = m_daemon.output();
-    m_address.pop_back();
+    m_address = QString::fromStdString(m_daemon.output()).trimmed();
 }
 
 } // namespace Harness

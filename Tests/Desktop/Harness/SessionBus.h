@@ -3,7 +3,9 @@
 #include "Harness/Folder.h"
 #include "Harness/Process.h"
 
-#include <string>
+#include <QString>
+
+#include <csignal>
 
 namespace Harness {
 
@@ -12,12 +14,14 @@ class SessionBus {
 public:
     SessionBus();
 
-    const std::string& address() const { return m_address; }
+    const QString& address() const { return m_address; }
+
+    void freeze() { m_daemon.send(SIGSTOP); } ///< It takes connections and never says a word.
 
 private:
     Folder m_folder;
     Process m_daemon;
-    std::string m_address;
+    QString m_address;
 };
 
 } // namespace Harness

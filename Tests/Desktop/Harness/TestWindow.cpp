@@ -27,6 +27,10 @@ TestWindow::TestWindow(const std::string& display, const Area& area, Kind kind)
 
 void TestWindow::paint(uint32_t colour) {
     xcb_change_window_attributes(m_client, m_window, XCB_CW_BACK_PIXEL, &colour);
+    clear();
+}
+
+void TestWindow::clear() {
     xcb_clear_area(m_client, 0, m_window, 0, 0, 0, 0);
     m_client.settle();
 }
@@ -47,10 +51,9 @@ void TestWindow::paint(int width, int height,
                   0, 0, 0, depth, static_cast<uint32_t>(pixels.size() * sizeof(uint32_t)),
                   reinterpret_cast<const uint8_t*>(pixels.data()));
     xcb_change_window_attributes(m_client, m_window, XCB_CW_BACK_PIXMAP, &tile);
-    xcb_clear_area(m_client, 0, m_window, 0, 0, 0, 0);
     xcb_free_gc(m_client, context);
     xcb_free_pixmap(m_client, tile);
-    m_client.settle();
+    clear();
 }
 
 void TestWindow::paintChecks(int size) {
@@ -70,33 +73,20 @@ void TestWindow::show() {
     m_client.settle();
 }
 
-bool TestWindow::isViewable() const {
-    const auto attributes = m_client.ask(xcb_get_window_attributes_reply,
-                                         xcb_get_window_attributes(m_client, m_window));
-    return attributes->map_state == XCB_MAP_STATE_VIEWABLE;
-}
-
 void TestWindow::hide() {
     xcb_unmap_window(m_client, m_window);
     m_client.settle();
 }
 
-void TestWindow::raise() { stack(XCB_STACK_MODE_ABOVE); }
-
-void TestWindow::lower() { stack(XCB_STACK_MODE_BELOW); }
-
-void TestWindow::stack(uint32_t mode) {
-    xcb_configure_window(m_client, m_window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
+void TestWindow::configure(uint16_t mask, const std::vector<int32_t>& values) {
+    xcb_configure_window(m_client, m_window, mask, values.data());
     m_client.settle();
 }
 
 void TestWindow::place(const Area& area) {
-    const int32_t values[] = {area.x, area.y, area.width, area.height};
-    xcb_configure_window(m_client, m_window,
-                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                             XCB_CONFIG_WINDOW_HEIGHT,
-                         values);
-    m_client.settle();
+    configure(XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                  XCB_CONFIG_WINDOW_HEIGHT,
+              {area.x, area.y, area.width, area.height});
 }
 
 void TestWindow::takeFocus() {

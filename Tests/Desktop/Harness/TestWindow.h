@@ -4,7 +4,6 @@
 #include "Harness/XClient.h"
 
 #include <functional>
-#include <vector>
 
 namespace Harness {
 
@@ -40,13 +39,11 @@ public:
     void paint(int width, int height, const std::function<uint32_t(int x, int y)>& colourAt);
     void paintChecks(int size); ///< Black and white.
 
-    void
-    setStates(const std::vector<std::string>& states); ///< "_NET_WM_STATE_ABOVE"; before `show`
+    void setStates(const std::vector<std::string>& states); ///< "_NET_WM_STATE_ABOVE"; first
     void show();
-    bool isViewable() const; ///< A window manager takes its time to show a window.
     void hide();
-    void raise();
-    void lower();
+    void raise() { configure(XCB_CONFIG_WINDOW_STACK_MODE, {XCB_STACK_MODE_ABOVE}); }
+    void lower() { configure(XCB_CONFIG_WINDOW_STACK_MODE, {XCB_STACK_MODE_BELOW}); }
     void place(const Area& area);
     void takeFocus();
 
@@ -55,7 +52,8 @@ public:
     bool hears(uint8_t type, uint8_t detail); ///< Whether one of them was such.
 
 private:
-    void stack(uint32_t mode);
+    void configure(uint16_t mask, const std::vector<int32_t>& values);
+    void clear();
 
     XClient m_client;
     xcb_window_t m_window;

@@ -33,12 +33,12 @@ Received<xcb_generic_event_t> XClient::nextEvent() const {
     return Received<xcb_generic_event_t>(xcb_poll_for_event(m_connection));
 }
 
-void XClient::send(xcb_window_t window, xcb_atom_t type, uint32_t mask,
-                   const uint32_t (&data)[5]) const {
+void XClient::send(xcb_window_t window, xcb_atom_t type, uint32_t mask, const uint32_t (&data)[5],
+                   xcb_window_t about) const {
     xcb_client_message_event_t message = {};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
-    message.window = window;
+    message.window = about ? about : window;
     message.type = type;
     std::copy(std::begin(data), std::end(data), message.data.data32);
     xcb_send_event(m_connection, 0, window, mask, reinterpret_cast<const char*>(&message));

@@ -34,7 +34,9 @@ public:
     /// The next event that has already arrived; null if none has.
     Received<xcb_generic_event_t> nextEvent() const;
 
-    void send(xcb_window_t window, xcb_atom_t type, uint32_t mask, const uint32_t (&data)[5]) const;
+    /// A message to a window, about itself or about another one.
+    void send(xcb_window_t window, xcb_atom_t type, uint32_t mask, const uint32_t (&data)[5],
+              xcb_window_t about = XCB_WINDOW_NONE) const;
 
     /// Writes numbers, of 32 bits each, into a property.
     void put(xcb_window_t window, const std::string& property, xcb_atom_t type,

@@ -2,6 +2,7 @@
 
 #include "Harness/Await.h"
 
+#include <sstream>
 #include <stdexcept>
 
 namespace Harness {
@@ -68,6 +69,12 @@ void XServer::xrandr(const std::vector<std::string>& arguments) const {
     command.insert(command.end(), arguments.begin(), arguments.end());
     Process xrandr(command);
     if (xrandr.awaitEnd() != 0) throw std::runtime_error("xrandr: " + xrandr.errors());
+}
+
+void XServer::setMonitor(const std::string& name, const Area& area, const char* output) const {
+    std::ostringstream place;
+    place << area.width << "/500x" << area.height << "/300+" << area.x << "+" << area.y;
+    xrandr({"--setmonitor", name, place.str(), output});
 }
 
 } // namespace Harness

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Harness/Area.h"
 #include "Harness/Folder.h"
 #include "Harness/Process.h"
 
@@ -25,6 +26,7 @@ public:
 
     /// Runs xrandr, which speaks to the server the way a user's screen settings do.
     void xrandr(const std::vector<std::string>& arguments) const;
+    void setMonitor(const std::string& name, const Area& area, const char* output = "none") const;
 
 private:
     bool start(const std::vector<std::string>& command);

@@ -1,0 +1,71 @@
+// What the desktop tells of the user's wishes. A change of contrast under the cover is with the
+// looks.
+#include "Harness/OnDesktop.h"
+#include "Harness/Paper.h"
+#include "Harness/Portal.h"
+#include "Harness/SettingsManager.h"
+
+#include <fstream>
+
+using namespace Harness;
+
+namespace {
+
+struct Wishes : OnDesktop {
+    bool isSolid() const {
+        return desktop.screen.grabWithoutButtons({0, 0, 3200, 1024}).isAll(0x0E1015);
+    }
+    bool isBlurred() const { return desktop.screen.grab({0, 0, 3200, 1024}).mean() > 120; }
+
+    Paper paper{desktop};
+};
+
+} // namespace
+
+TEST_F(Wishes, ForContrastAreHeardWhileClearAndOutliveThePortal) {
+    std::optional<Portal> portal(std::in_place, desktop.bus->address(), true);
+    agent.emplace(desktop);
+    for (const bool wished : {true, false, true}) {
+        portal->setHighContrast(wished);
+        EXPECT_FOR(300ms, agent->visibleCovers().empty());
+        agent->cover();
+        EXPECT_TRUE(wished ? isSolid() : isBlurred()) << wished;
+        agent->uncover();
+    }
+    portal.reset();
+    agent->cover();
+    EXPECT_TRUE(isSolid()) << "as it was told last";
+}
+
+TEST_F(Wishes, ForContrastAreWhatTheThemeTellsWhereNoPortalDoes) {
+    agent.emplace(desktop);
+    agent->cover();
+    EXPECT_TRUE(isBlurred());
+    SettingsManager manager(desktop.display());
+    for (int i = 0; i < 2; ++i) {
+        manager.tell({{"Net/IconThemeName", "Tango"}, {"Net/ThemeName", "HighContrast"}});
+        EXPECT_SOON(isSolid()) << i;
+        manager.tell({{"Net/ThemeName", "Xfce"}}, {{"Gdk/WindowScalingFactor", 1}});
+        EXPECT_SOON(isBlurred()) << i;
+    }
+}
+
+TEST_F(Wishes, ForDarkColoursAreTheToolkitsWhereNothingElseTells) {
+    desktop.extra = {{"XDG_CURRENT_DESKTOP", "KDE"}, {"KDE_SESSION_VERSION", "5"}};
+    const std::filesystem::path folder = desktop.environment()["XDG_CONFIG_HOME"];
+    for (const bool isDark : {true, false}) {
+        std::ofstream file(folder / "kdeglobals");
+        for (const char* group : {"Button", "Window", "View"})
+            file << "[Colors:" << group << "]\n"
+                 << (isDark ? "BackgroundNormal=49,54,59\nForegroundNormal=239,240,241\n"
+                            : "BackgroundNormal=239,240,241\nForegroundNormal=49,54,59\n");
+        file.close();
+        ASSERT_NO_FATAL_FAILURE(start());
+        agent->choose(Row::settings);
+        EXPECT_SOON(
+            agent->windows().size() == 1 &&
+            desktop.screen.grab(agent->windows()[0].area).count(isDark ? 0x29292B : 0xF5F5F7) >
+                10000)
+            << isDark;
+    }
+}
