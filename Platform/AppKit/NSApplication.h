@@ -23,7 +23,6 @@ enum NSApplicationActivationPolicy : NSInteger { NSApplicationActivationPolicyAc
 /// Credits, an NSAttributedString.
 inline const std::string NSAboutPanelOptionCredits = "Credits";
 
-class AboutController;
 class NSApplication;
 class NSWindow;
 
@@ -72,7 +71,8 @@ public:
     void stopModalWithCode(NSInteger code);
 
     using AboutPanelOptions = std::map<std::string, std::any>;
-    /// Shows what the bundle says of the program, and the credits of the options.
+    /// Shows what the bundle says of the program, and the credits of the options, or brings the
+    /// panel that shows them to the front.
     void orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options);
 
     /// The event that is being handled.
@@ -87,7 +87,6 @@ private:
     std::weak_ptr<NSApplicationDelegate> m_delegate;
     std::optional<NSEvent> m_currentEvent;
     std::function<void(NSInteger)> m_stopModal; ///< Ends the innermost modal loop.
-    std::shared_ptr<AboutController> m_about;
     std::shared_ptr<NSWindow> m_aboutPanel;
 };
 

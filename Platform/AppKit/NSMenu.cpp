@@ -4,5 +4,5 @@
 #include "AppKit/Qt/Windows/Coordinates.h"
 
 void NSMenu::popUpContextMenu(const std::shared_ptr<NSMenu>& menu, const NSEvent&, NSView&) {
-    if (menu) MenuPopup(menu).openAt(rectOf({NSEvent::mouseLocation(), {}}).topLeft());
+    if (menu) openMenuAt(menu, rectOf({NSEvent::mouseLocation(), {}}).topLeft());
 }

@@ -1,6 +1,6 @@
 #include "AppKit/NSStatusBarButton.h"
 
-#include "AppKit/Qt/Application/Launch.h"
+#include "AppKit/Qt/Application/CurrentEvent.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"
 #include "AppKit/Qt/StatusItem/TrayIcon.h"
 
@@ -21,11 +21,11 @@ void NSStatusBarButton::setImage(std::shared_ptr<NSImage> image) {
 void NSStatusBarButton::performClick(const id&) {
     const auto menu = m_menu; // The delegate may take it away as it closes.
     if (!menu) return sendAction();
-    if (MenuPopup::close(*menu)) return;
-    MenuPopup(menu).openBeside(m_icon->place());
+    if (close(*menu)) return;
+    openMenuBeside(menu, m_icon->place());
 }
 
-bool NSStatusBarButton::isMenuOpen() const { return m_menu && MenuPopup::isOpen(*m_menu); }
+bool NSStatusBarButton::isMenuOpen() const { return m_menu && isOpen(*m_menu); }
 
 void NSStatusBarButton::sendAction() {
     if (const auto target = m_target.lock()) m_action.send(*target, *this);

@@ -2,7 +2,7 @@
 #include "Screens.h"
 
 #include "AppDelegate.h"
-#include "AppKit/Qt/Application/Launch.h"
+#include "AppKit/Qt/Application/CurrentEvent.h"
 #include "Cover.h"
 #include "Foundation/NSBundle+Private.h"
 #include "Prefs.h"

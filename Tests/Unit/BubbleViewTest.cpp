@@ -1,7 +1,7 @@
 #include "ManualTime.h"
 #include "Screens.h"
 
-#include "AppKit/Qt/Application/Launch.h"
+#include "AppKit/Qt/Application/CurrentEvent.h"
 #include "BubblePanel.h"
 
 namespace {

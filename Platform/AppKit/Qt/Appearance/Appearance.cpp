@@ -1,7 +1,7 @@
-#include "AppKit/Qt/Appearance/Appearance.h"
-
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Appearance/ControlStyle.h"
+#include "AppKit/Qt/Appearance/Preference.h"
+#include "AppKit/Qt/Application/Launch.h"
 #include "Foundation/NSBundle.h"
 
 #include <QApplication>
@@ -23,10 +23,10 @@ struct Tones {
 };
 
 constexpr QRgb onAccent = 0xffffffff;
-constexpr Tones light = {0xfff5f5f7, 0xffffffff, 0xffffffff, 0xffc8c8cc,
-                         0xff1d1d1f, 0xff66666b, 0xff8a8a8e};
-constexpr Tones dark = {0xff29292b, 0xff1e1e20, 0xff4a4a4d, 0xff55555a,
-                        0xfff2f2f4, 0xffa8a8ae, 0xff8e8e93};
+constexpr Tones lightTones = {0xfff5f5f7, 0xffffffff, 0xffffffff, 0xffc8c8cc,
+                              0xff1d1d1f, 0xff66666b, 0xff8a8a8e};
+constexpr Tones darkTones = {0xff29292b, 0xff1e1e20, 0xff4a4a4d, 0xff55555a,
+                             0xfff2f2f4, 0xffa8a8ae, 0xff8e8e93};
 
 QPalette paletteOf(const Tones& tones) {
     const QColor accent(QString::fromStdString(
@@ -63,21 +63,22 @@ QPalette paletteOf(const Tones& tones) {
     return palette;
 }
 
+void wear(const QPalette& palette) {
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette); // Tool tips have one of their own.
+}
+
 } // namespace
 
-Appearance::Appearance(QObject& application)
-    : QObject(&application), m_foundDark(isDark(QApplication::palette())),
-      m_dark("color-scheme", {"dark", "black", "inverse"}) {
+void dressWindows() {
+    const bool foundDark = isDark(QApplication::palette());
     QApplication::setStyle(new ControlStyle);
     QFont font = QApplication::font();
     font.setPixelSize(systemFontSize);
     QApplication::setFont(font);
-    m_dark.onChanged = [this] { dress(); };
-    dress();
-}
-
-void Appearance::dress() const {
-    const QPalette palette = paletteOf(m_dark.wish().value_or(m_foundDark) ? dark : light);
-    QApplication::setPalette(palette);
-    QToolTip::setPalette(palette); // Tool tips have one of their own.
+    static auto* const dark = new Preference("color-scheme", {"dark", "black", "inverse"});
+    dark->onChanged = [foundDark] {
+        wear(paletteOf(dark->wish().value_or(foundDark) ? darkTones : lightTones));
+    };
+    dark->onChanged();
 }

@@ -1,24 +1,37 @@
 #pragma once
 
-#include "AppKit/Qt/Appearance/PortalSetting.h"
-
-#include <QStringList>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QVariant>
 
 #include <functional>
 #include <optional>
 
-/// Something that the user wants of all programs, or not: as the settings portal tells it, and
-/// where that knows of no wish, as the name of the desktop's theme does.
+/// Something that the user wants of all programs, or not: as the desktop's settings portal tells
+/// it, and where that knows of no wish, as the name of the desktop's theme does. Nothing here waits
+/// for an answer. Lives as long as the process.
 class Preference : public QObject {
+    Q_OBJECT
+
 public:
     /// What the portal calls it, and what themes that give it have in their names.
     Preference(QString key, QStringList words);
 
-    std::optional<bool> wish() const; ///< Nothing where neither tells.
+    /// Nothing where neither tells.
+    const std::optional<bool>& wish() const { return m_wish; }
     std::function<void()> onChanged;
 
+private slots:
+    void settingChanged(const QDBusMessage& signal);
+
 private:
-    PortalSetting m_portal;
+    void ask(const QString& method);
+    void take(QVariant setting);
+    void settle();
+
+    const QString m_key;
     const QStringList m_words;
-    std::optional<bool> m_told;
+    QDBusServiceWatcher m_portalStart;
+    uint m_setting = 0; ///< The portal's: 0 while it has told of no wish.
+    std::optional<bool> m_wish;
 };

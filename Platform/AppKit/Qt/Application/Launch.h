@@ -1,6 +1,5 @@
+// What the application sets up once, as it comes to life.
 #pragma once
-
-#include "AppKit/NSApplication.h"
 
 #include <QProcessEnvironment>
 
@@ -10,7 +9,7 @@
 /// its own libraries alone.
 const QProcessEnvironment& foundEnvironment();
 
-/// Calls `quit` from the event loop after a SIGTERM, SIGINT or SIGHUP. Called once.
+/// Calls `quit` from the event loop after a SIGTERM, SIGINT or SIGHUP.
 void watchQuitSignals(std::function<void()> quit);
 
 /// Answers under the bundle identifier on the session bus, where desktops ask an application that
@@ -19,19 +18,17 @@ void watchQuitSignals(std::function<void()> quit);
 /// The request that made the bus start this very process is its launch, and calls nothing.
 void answerReopenRequests(std::function<void()> reopen);
 
-/// Makes an event the application's current one while it lives.
-class CurrentEvent {
-public:
-    /// The location is the pointer's at the time of the event, where that is known.
-    explicit CurrentEvent(const NSEvent& event, std::optional<NSPoint> mouseLocation = {});
-    ~CurrentEvent();
-    CurrentEvent(const CurrentEvent&) = delete;
-    CurrentEvent& operator=(const CurrentEvent&) = delete;
+/// Windows look light or dark from now on, as the desktop prefers at the moment, as the toolkit's
+/// platform looks where no more is told, and light where nothing tells.
+void dressWindows();
 
-    /// Of the event that is being handled.
-    static const std::optional<NSPoint>& mouseLocation();
+/// Puts menus and tool tips above all windows of the program, whichever they belong to.
+void keepPopupsInFront();
 
-private:
-    const std::optional<NSEvent> m_previous;
-    const std::optional<NSPoint> m_previousLocation;
-};
+/// Keeps input from the program's windows with a frame while another one of them runs modally. The
+/// toolkit's own modality would take in the buttons and the tray's icon, which always work.
+void keepInputForModalWindows();
+
+/// Makes known to assistive technology what the toolkit cannot tell of by itself: panels as what
+/// their views say that they are, windows, and tabs.
+void offerWidgetsToAssistiveTechnology();

@@ -1,15 +1,12 @@
+#include "AppKit/NSApplication.h"
 #include "AppKit/NSAlert.h"
 #include "AppKit/NSRunningApplication.h"
-#include "AppKit/Qt/Appearance/Appearance.h"
 #include "AppKit/Qt/Application/BusProbe.h"
 #include "AppKit/Qt/Application/Launch.h"
 #include "AppKit/Qt/Application/SleepWatch.h"
-#include "AppKit/Qt/Contents/AboutController.h"
-#include "AppKit/Qt/Menus/PopupOrder.h"
+#include "AppKit/Qt/Contents/Controllers.h"
 #include "AppKit/Qt/Panels/PanelWindow.h"
-#include "AppKit/Qt/Windows/AccessibleWidgets.h"
 #include "AppKit/Qt/Windows/ContentWindow.h"
-#include "AppKit/Qt/Windows/ModalInput.h"
 #include "Foundation/NSBundle.h"
 #include "Foundation/NSLog.h"
 #include "WindowServer/Session.h"
@@ -80,7 +77,7 @@ void makeQtApplication() {
     // that asks or restarts its clients is left out of it.
     QApplication::setAttribute(Qt::AA_DisableSessionManager);
     // Never deleted: the process ends with it, and with the windows and icons that hang on it.
-    auto& application = *new Toolkit(argc, argv);
+    new Toolkit(argc, argv);
     // As panels and assistive technology call it. A display name would stand in every title too.
     QApplication::setApplicationName(QString::fromStdString(infoOf("CFBundleName")));
     QApplication::setQuitOnLastWindowClosed(false);
@@ -89,9 +86,9 @@ void makeQtApplication() {
     QApplication::setDesktopFileName(identifier);
     // A drag counts by every point that the pointer passed.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
-    new Appearance(application);
-    new PopupOrder(application);
-    new ModalInput(application);
+    dressWindows();
+    keepPopupsInFront();
+    keepInputForModalWindows();
     offerWidgetsToAssistiveTechnology();
 }
 
@@ -180,34 +177,18 @@ void NSApplication::stopModalWithCode(NSInteger code) {
 }
 
 void NSApplication::orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options) {
-    if (!m_aboutPanel) {
-        m_about = std::make_shared<AboutController>();
-        m_about->setTitle("About " + infoOf("CFBundleName"));
-        m_aboutPanel = NSWindow::windowWithContentViewController(m_about);
+    if (!m_aboutPanel || !m_aboutPanel->isVisible()) {
+        const auto credits = options.find(NSAboutPanelOptionCredits);
+        m_aboutPanel = NSWindow::windowWithContentViewController(aboutController(
+            credits == options.end()
+                ? nullptr
+                : std::any_cast<std::shared_ptr<NSAttributedString>>(credits->second)));
+        m_aboutPanel->setTitle("About " + infoOf("CFBundleName"));
         m_aboutPanel->setStyleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
         // A menu that stands above the covers asks for it, and gets an answer that is seen.
         m_aboutPanel->setLevel(NSScreenSaverWindowLevel + 2);
         m_aboutPanel->setHidesOnDeactivate(true);
+        m_aboutPanel->center();
     }
-    const auto credits = options.find(NSAboutPanelOptionCredits);
-    m_about->setCredits(credits == options.end()
-                            ? nullptr
-                            : std::any_cast<std::shared_ptr<NSAttributedString>>(credits->second));
-    if (!m_aboutPanel->isVisible()) m_aboutPanel->center();
     m_aboutPanel->makeKeyAndOrderFront(nullptr);
 }
-
-namespace {
-std::optional<NSPoint> theMouseLocation;
-}
-
-CurrentEvent::CurrentEvent(const NSEvent& event, std::optional<NSPoint> mouseLocation)
-    : m_previous(std::exchange(NSApp->m_currentEvent, event)),
-      m_previousLocation(std::exchange(theMouseLocation, mouseLocation)) {}
-
-CurrentEvent::~CurrentEvent() {
-    NSApp->m_currentEvent = m_previous;
-    theMouseLocation = m_previousLocation;
-}
-
-const std::optional<NSPoint>& CurrentEvent::mouseLocation() { return theMouseLocation; }

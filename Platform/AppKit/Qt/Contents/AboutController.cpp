@@ -1,7 +1,6 @@
-#include "AppKit/Qt/Contents/AboutController.h"
-
 #include "AppKit/NSColor.h"
 #include "AppKit/NSFont.h"
+#include "AppKit/Qt/Contents/Controllers.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "AppKit/Qt/Drawing/NSGraphicsContext.h"
 #include "Foundation/NSBundle.h"
@@ -37,8 +36,8 @@ QLabel* line(const QString& text, int pixels, QFont::Weight weight) {
 
 class AboutContent : public ViewContent {
 public:
-    explicit AboutContent(AboutController& about)
-        : m_about(about), m_credits(line({}, 11, QFont::Normal)) {
+    explicit AboutContent(const std::shared_ptr<NSAttributedString>& credits)
+        : m_credits(credits), m_line(line({}, 11, QFont::Normal)) {
         auto* all = new QVBoxLayout(this);
         all->setContentsMargins(sideEdge, 12, sideEdge, lowerEdge);
         all->setSpacing(4);
@@ -51,12 +50,10 @@ public:
         all->addWidget(
             line("Version " + information("CFBundleShortVersionString"), 11, QFont::Normal));
         all->addSpacing(10);
-        all->addWidget(m_credits);
+        all->addWidget(m_line);
         new QShortcut(Qt::Key_Escape, this, [this] { window()->close(); });
-        m_about.creditsChanged = [this] { showCredits(); };
         showCredits();
     }
-    ~AboutContent() override { m_about.creditsChanged = nullptr; }
 
 protected:
     void changeEvent(QEvent* event) override {
@@ -66,35 +63,42 @@ protected:
 
 private:
     void showCredits() {
-        const auto& credits = m_about.credits();
-        if (!credits) return m_credits->clear();
-        m_credits->setText(QString::fromStdString(credits->string()));
-        const auto& attributes = credits->attributes();
-        if (const auto font = attributes.find(NSFontAttributeName); font != attributes.end()) {
-            QFont changed = m_credits->font();
-            changed.setPixelSize(static_cast<int>(std::any_cast<NSFont>(font->second).pointSize()));
-            m_credits->setFont(changed);
+        if (!m_credits) return;
+        m_line->setText(QString::fromStdString(m_credits->string()));
+        const auto& attributes = m_credits->attributes();
+        if (const auto found = attributes.find(NSFontAttributeName); found != attributes.end()) {
+            QFont font = m_line->font();
+            font.setPixelSize(static_cast<int>(std::any_cast<NSFont>(found->second).pointSize()));
+            m_line->setFont(font);
         }
         const auto color = attributes.find(NSForegroundColorAttributeName);
         if (color == attributes.end()) return;
         const QColor ink = colorFrom(std::any_cast<NSColor>(color->second).CGColor());
-        if (m_credits->palette().color(QPalette::WindowText) == ink) return;
-        QPalette palette = m_credits->palette();
+        QPalette palette = m_line->palette();
         palette.setColor(QPalette::WindowText, ink);
-        m_credits->setPalette(palette);
+        m_line->setPalette(palette);
     }
 
-    AboutController& m_about;
-    QLabel* const m_credits;
+    const std::shared_ptr<NSAttributedString> m_credits;
+    QLabel* const m_line;
+};
+
+class AboutController : public NSViewController {
+public:
+    explicit AboutController(std::shared_ptr<NSAttributedString> credits)
+        : m_credits(std::move(credits)) {}
+
+    std::unique_ptr<ViewContent> loadView() override {
+        return std::make_unique<AboutContent>(m_credits);
+    }
+
+private:
+    const std::shared_ptr<NSAttributedString> m_credits;
 };
 
 } // namespace
 
-void AboutController::setCredits(std::shared_ptr<NSAttributedString> credits) {
-    m_credits = std::move(credits);
-    if (creditsChanged) creditsChanged();
-}
-
-std::unique_ptr<ViewContent> AboutController::loadView() {
-    return std::make_unique<AboutContent>(*this);
+std::shared_ptr<NSViewController>
+aboutController(const std::shared_ptr<NSAttributedString>& credits) {
+    return std::make_shared<AboutController>(credits);
 }

@@ -1,7 +1,6 @@
-#include "AppKit/Qt/Contents/AlertController.h"
-
 #include "AppKit/NSAlert.h"
 #include "AppKit/NSApplication.h"
+#include "AppKit/Qt/Contents/Controllers.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 
 #include <QApplication>
@@ -21,8 +20,8 @@ constexpr int edge = 20;
 constexpr int iconGap = 16;
 constexpr int leastTextWidth = 340;
 
-QLabel* labelWith(const std::string& text, QFont::Weight weight, int width) {
-    auto* label = new QLabel(QString::fromStdString(text));
+QLabel* labelWith(const QString& text, QFont::Weight weight, int width) {
+    auto* label = new QLabel(text);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setFixedWidth(width);
@@ -46,15 +45,15 @@ protected:
 
 class AlertContent : public ViewContent {
 public:
-    explicit AlertContent(const AlertController& alert)
-        : m_message(QString::fromStdString(alert.messageText)),
-          m_information(QString::fromStdString(alert.informativeText)) {
-        auto* const row = rowOf(alert.buttons);
+    explicit AlertContent(const NSAlert& alert)
+        : m_message(QString::fromStdString(alert.messageText())),
+          m_information(QString::fromStdString(alert.informativeText())) {
+        auto* const row = rowOf(alert.buttons());
         const int width = std::max(leastTextWidth, row->sizeHint().width() - iconSize - iconGap);
         auto* texts = new QVBoxLayout;
         texts->setSpacing(6);
-        texts->addWidget(labelWith(alert.messageText, QFont::Bold, width));
-        texts->addWidget(labelWith(alert.informativeText, QFont::Normal, width));
+        texts->addWidget(labelWith(m_message, QFont::Bold, width));
+        texts->addWidget(labelWith(m_information, QFont::Normal, width));
         texts->addStretch();
 
         auto* top = new QHBoxLayout;
@@ -145,8 +144,20 @@ private:
     std::vector<QPushButton*> m_buttons; ///< The first one at the right.
 };
 
+class AlertController : public NSViewController {
+public:
+    explicit AlertController(const NSAlert& alert) : m_alert(alert) {}
+
+    std::unique_ptr<ViewContent> loadView() override {
+        return std::make_unique<AlertContent>(m_alert);
+    }
+
+private:
+    const NSAlert& m_alert;
+};
+
 } // namespace
 
-std::unique_ptr<ViewContent> AlertController::loadView() {
-    return std::make_unique<AlertContent>(*this);
+std::shared_ptr<NSViewController> controllerOf(const NSAlert& alert) {
+    return std::make_shared<AlertController>(alert);
 }

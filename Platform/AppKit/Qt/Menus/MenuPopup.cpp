@@ -13,7 +13,11 @@
 
 namespace {
 
-MenuPopup* theOpen = nullptr;
+struct Popup {
+    const NSMenu& menu;
+    NativeMenu* native;
+};
+Popup* theOpen = nullptr;
 
 /// Below the place, or above where the screen has no room below; beside the screen's edges never.
 QPoint cornerBeside(const QRect& place, const QSize& size) {
@@ -43,43 +47,41 @@ void takeInput(NativeMenu& menu) {
     retry->start(20ms);
 }
 
-} // namespace
-
-MenuPopup::MenuPopup(const std::shared_ptr<NSMenu>& menu) : m_menu(menu) {}
-
-MenuPopup::~MenuPopup() = default;
-
-void MenuPopup::openAt(const QPoint& corner) {
-    open([&](const QSize&) { return corner; });
-}
-
-void MenuPopup::openBeside(const QRect& place) {
-    open([&](const QSize& size) { return cornerBeside(place, size); });
-}
-
-bool MenuPopup::isOpen(const NSMenu& menu) { return theOpen && theOpen->m_menu.get() == &menu; }
-
-bool MenuPopup::close(const NSMenu& menu) {
-    if (!isOpen(menu) || !theOpen->m_native) return false;
-    theOpen->m_native->close();
-    return true;
-}
-
-bool MenuPopup::isOpen() { return theOpen != nullptr; }
-
-void MenuPopup::open(const std::function<QPoint(const QSize&)>& cornerFor) {
-    if (m_menu->itemArray().empty()) return;
+template <class CornerFor>
+void open(const std::shared_ptr<NSMenu>& menu, const CornerFor& cornerFor) {
+    if (menu->itemArray().empty()) return;
     std::shared_ptr<NSMenuItem> chosen;
-    m_native = std::make_unique<NativeMenu>(*m_menu, [&](const auto& item) { chosen = item; });
-    if (theOpen) close(*theOpen->m_menu);
-    auto* const before = std::exchange(theOpen, this);
-    takeInput(*m_native);
-    m_native->exec(cornerFor(m_native->sizeHint()));
+    auto native = std::make_unique<NativeMenu>(*menu, [&](const auto& item) { chosen = item; });
+    if (theOpen) close(theOpen->menu);
+    Popup popup{*menu, native.get()};
+    auto* const before = std::exchange(theOpen, &popup);
+    takeInput(*native);
+    native->exec(cornerFor(native->sizeHint()));
     theOpen = before;
-    m_native.reset();
-    if (!isOpen()) PanelWindow::menuClosed();
+    native.reset();
+    if (!isAnyMenuOpen()) PanelWindow::menuClosed();
 
-    if (const auto delegate = m_menu->delegate()) delegate->menuDidClose(*m_menu);
+    if (const auto delegate = menu->delegate()) delegate->menuDidClose(*menu);
     const auto target = chosen ? chosen->target() : nullptr;
     if (target) chosen->action().send(*target, *chosen);
 }
+
+} // namespace
+
+void openMenuAt(const std::shared_ptr<NSMenu>& menu, const QPoint& corner) {
+    open(menu, [&](const QSize&) { return corner; });
+}
+
+void openMenuBeside(const std::shared_ptr<NSMenu>& menu, const QRect& place) {
+    open(menu, [&](const QSize& size) { return cornerBeside(place, size); });
+}
+
+bool isOpen(const NSMenu& menu) { return theOpen && &theOpen->menu == &menu; }
+
+bool close(const NSMenu& menu) {
+    if (!isOpen(menu)) return false;
+    theOpen->native->close();
+    return true;
+}
+
+bool isAnyMenuOpen() { return theOpen != nullptr; }

@@ -1,3 +1,4 @@
+// Menus on the screen. There is one at a time: as another opens, the one before it closes.
 #pragma once
 
 #include "AppKit/NSMenu.h"
@@ -5,37 +6,18 @@
 #include <QPoint>
 #include <QRect>
 
-#include <functional>
 #include <memory>
 
-class NativeMenu;
+// Both return when the menu has closed, its delegate knows and what was chosen has run. A menu
+// without items does not open.
+void openMenuAt(const std::shared_ptr<NSMenu>& menu, const QPoint& corner);
+/// Below the place, or above where there is no room.
+void openMenuBeside(const std::shared_ptr<NSMenu>& menu, const QRect& place);
 
-/// A menu on the screen, from its opening to its closing. There is one at a time: as another opens,
-/// the one before it closes.
-class MenuPopup {
-public:
-    explicit MenuPopup(const std::shared_ptr<NSMenu>& menu);
-    ~MenuPopup();
-    MenuPopup(const MenuPopup&) = delete;
-    MenuPopup& operator=(const MenuPopup&) = delete;
+/// Until its delegate hears of the close.
+bool isOpen(const NSMenu& menu);
 
-    /// Both return when the menu has closed, its delegate knows and what was chosen has run. A menu
-    /// without items does not open.
-    void openAt(const QPoint& corner);
-    void openBeside(const QRect& place); ///< Below it, or above where there is no room.
+/// False where the menu is not the one that is open.
+bool close(const NSMenu& menu);
 
-    /// Until its delegate hears of the close.
-    static bool isOpen(const NSMenu& menu);
-
-    /// False where the menu is not the one that is open.
-    static bool close(const NSMenu& menu);
-
-    /// Whether any menu is.
-    static bool isOpen();
-
-private:
-    void open(const std::function<QPoint(const QSize&)>& cornerFor);
-
-    const std::shared_ptr<NSMenu> m_menu;
-    std::unique_ptr<NativeMenu> m_native;
-};
+bool isAnyMenuOpen();

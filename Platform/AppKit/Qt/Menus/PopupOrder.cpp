@@ -1,5 +1,4 @@
-#include "AppKit/Qt/Menus/PopupOrder.h"
-
+#include "AppKit/Qt/Application/Launch.h"
 #include "WindowServer/Session.h"
 
 #include <QApplication>
@@ -7,15 +6,26 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <map>
+
 using WindowServer::Session;
 
 namespace {
-constexpr int aboveAll = 2000;
-}
 
-PopupOrder::PopupOrder(QApplication& application) : QObject(&application) {
-    application.installEventFilter(this);
-}
+constexpr int aboveAll = 2000;
+
+class PopupOrder : public QObject {
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    void raise(const QWidget& popup);
+    void drop(const QObject* popup);
+
+    std::map<const QObject*, WId> m_raised; ///< Windows of popups that are shown.
+};
 
 bool PopupOrder::eventFilter(QObject* object, QEvent* event) {
     const bool shown = event->type() == QEvent::Show;
@@ -46,3 +56,7 @@ void PopupOrder::drop(const QObject* popup) {
     const auto raised = m_raised.extract(popup);
     if (raised) Session::current().dropLevel(raised.mapped());
 }
+
+} // namespace
+
+void keepPopupsInFront() { qApp->installEventFilter(new PopupOrder(qApp)); }

@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Panels/PanelWindow.h"
 
-#include "AppKit/Qt/Application/Launch.h"
+#include "AppKit/Qt/Application/CurrentEvent.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"
 #include "AppKit/Qt/Panels/PanelPicture.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
@@ -295,7 +295,7 @@ void PanelWindow::leaveEvent(QEvent*) { hover(false); }
 /// nothing to what lies beneath.
 void PanelWindow::hover(bool hovered) {
     m_hovered = hovered;
-    if (!MenuPopup::isOpen()) tellTrackers();
+    if (!isAnyMenuOpen()) tellTrackers();
 }
 
 void PanelWindow::press() {

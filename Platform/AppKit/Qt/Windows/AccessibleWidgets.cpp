@@ -1,5 +1,4 @@
-#include "AppKit/Qt/Windows/AccessibleWidgets.h"
-
+#include "AppKit/Qt/Application/Launch.h"
 #include "AppKit/Qt/Contents/TabButton.h"
 #include "AppKit/Qt/Panels/PanelWindow.h"
 #include "AppKit/Qt/StatusItem/DockedIcon.h"

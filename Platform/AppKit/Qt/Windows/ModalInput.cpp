@@ -1,5 +1,4 @@
-#include "AppKit/Qt/Windows/ModalInput.h"
-
+#include "AppKit/Qt/Application/Launch.h"
 #include "AppKit/Qt/Windows/ContentWindow.h"
 
 #include <QApplication>
@@ -32,23 +31,26 @@ bool isInput(QEvent::Type type) {
     }
 }
 
+class ModalInput : public QObject {
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* object, QEvent* event) override {
+        const auto* const modal = QGuiApplication::modalWindow();
+        if (!modal || object == modal || !object->isWindowType()) return false;
+        const bool input = isInput(event->type());
+        const bool wakes =
+            event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress;
+        if ((!input && !wakes) || !frameOf(static_cast<const QWindow&>(*object))) return false;
+        auto* const front = frameOf(*modal);
+        if (wakes && front)
+            QMetaObject::invokeMethod(
+                front, [front] { front->takeKeyboard(); }, Qt::QueuedConnection);
+        if (input) event->ignore();
+        return input;
+    }
+};
+
 } // namespace
 
-ModalInput::ModalInput(QApplication& application) : QObject(&application) {
-    application.installEventFilter(this);
-}
-
-bool ModalInput::eventFilter(QObject* object, QEvent* event) {
-    const auto* const modal = QGuiApplication::modalWindow();
-    if (!modal || object == modal || !object->isWindowType()) return false;
-    const bool input = isInput(event->type());
-    const bool wakes =
-        event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress;
-    if ((!input && !wakes) || !frameOf(static_cast<const QWindow&>(*object))) return false;
-    auto* const front = frameOf(*modal);
-    if (wakes && front)
-        QMetaObject::invokeMethod(
-            front, [front] { front->takeKeyboard(); }, Qt::QueuedConnection);
-    if (input) event->ignore();
-    return input;
-}
+void keepInputForModalWindows() { qApp->installEventFilter(new ModalInput(qApp)); }
