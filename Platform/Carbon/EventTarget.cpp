@@ -1,4 +1,4 @@
-#include "Carbon/CarbonEvents+Private.h"
+#include "Carbon/Carbon+Private.h"
 
 #include <algorithm>
 #include <cstring>

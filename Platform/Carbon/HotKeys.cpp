@@ -1,5 +1,4 @@
-#include "Carbon/CarbonEvents+Private.h"
-#include "Carbon/Events.h"
+#include "Carbon/Carbon+Private.h"
 #include "WindowServer/Session.h"
 
 #include <optional>

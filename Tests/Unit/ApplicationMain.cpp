@@ -2,7 +2,7 @@
 
 #include "AppKit/AppKit.h"
 #include "Bubble.h"
-#include "Carbon/CarbonEvents+Private.h"
+#include "Carbon/Carbon+Private.h"
 #include "Cover.h"
 #include "Foundation/Foundation.h"
 #include "HotKey.h"

@@ -1,6 +1,6 @@
 #include "HotKey.h"
 
-#include "Carbon/CarbonEvents+Private.h"
+#include "Carbon/Carbon+Private.h"
 #include "Cover.h"
 #include "Screens.h"
 

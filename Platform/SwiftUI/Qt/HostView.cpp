@@ -1,5 +1,6 @@
 #include "SwiftUI/Qt/HostView.h"
 
+#include "SwiftUI/NSHostingController.h"
 #include "SwiftUI/ObservedObject.h"
 #include "SwiftUI/Qt/Accessibility.h"
 
@@ -9,6 +10,10 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+
+std::unique_ptr<ViewContent> NSHostingController::loadView() {
+    return std::make_unique<HostView>(m_rootView);
+}
 
 HostView::HostView(View root) : m_root(std::move(root)) {
     offerElementsToAssistiveTechnology();

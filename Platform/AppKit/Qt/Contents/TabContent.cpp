@@ -3,7 +3,7 @@
 #include "AppKit/NSTabViewController.h"
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Contents/TabButton.h"
-#include "AppKit/Qt/Drawing/Pictures.h"
+#include "AppKit/Qt/Drawing/Symbol.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>

@@ -1,13 +1,14 @@
-#include "AppKit/Qt/Drawing/Pictures.h"
-
 #include "AppKit/Qt/Drawing/NSGraphicsContext.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QStandardPaths>
 #include <QSvgRenderer>
+
+#include <algorithm>
 
 namespace {
 
@@ -24,6 +25,20 @@ public:
 private:
     const std::string m_name;
 };
+
+/// As the desktop's icons name it.
+QString traySymbolName(const std::string& name) {
+    const QString program = QGuiApplication::desktopFileName();
+    return program + "." + QString::fromStdString(name) + "-symbolic";
+}
+
+/// Its drawing for a square of so many pixels each way: small ones are drawn for themselves.
+QString traySymbolFile(const std::string& name, int side) {
+    constexpr int sides[] = {32, 24, 22, 16};
+    const auto* const fits = std::ranges::find_if(sides, [side](int each) { return each <= side; });
+    const int drawn = fits == std::end(sides) ? 16 : *fits;
+    return QString(":/Icons/status/%1/%2.svg").arg(drawn).arg(traySymbolName(name));
+}
 
 } // namespace
 
@@ -63,35 +78,19 @@ std::shared_ptr<NSImage> NSImage::imageWithSize(const NSSize& size, bool flipped
     return std::shared_ptr<NSImage>(new NSImage(size, flipped, std::move(drawingHandler)));
 }
 
-// The handler draws on a layer of its own, with the pixels of what lies below, so that nothing is
-// drawn at a scale it was not meant for.
 void NSImage::drawInRect(const NSRect& rect) const {
     auto* const context = NSGraphicsContext::currentContext();
     if (!context || m_size.width <= 0 || m_size.height <= 0) return;
-    QPainter& target = context->painter();
-    const QTransform toDevice = target.transform();
-    const QRect area = toDevice.mapRect(rectFrom(rect)).toAlignedRect();
-    QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
-    layer.fill(Qt::transparent);
-
-    QTransform toTarget =
-        QTransform::fromTranslate(rect.origin.x, rect.origin.y)
-            .scale(rect.size.width / m_size.width, rect.size.height / m_size.height);
-    if (m_flipped) toTarget.translate(0, m_size.height).scale(1, -1);
-    QPainter painter(&layer);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setTransform(toTarget * toDevice * QTransform::fromTranslate(-area.x(), -area.y()));
-    bool drawn = false;
-    {
-        const NSGraphicsContext inner(painter);
-        drawn = m_drawingHandler({{}, m_size});
-    }
-    painter.end();
-    if (!drawn) return;
-    target.save();
-    target.resetTransform();
-    target.drawImage(area.topLeft(), layer);
-    target.restore();
+    drawOnOwnPixels(context->painter(), rectFrom(rect), [&](QPainter& layer) {
+        layer.translate(rect.origin.x, rect.origin.y);
+        layer.scale(rect.size.width / m_size.width, rect.size.height / m_size.height);
+        if (m_flipped) {
+            layer.translate(0, m_size.height);
+            layer.scale(1, -1);
+        }
+        const NSGraphicsContext inner(layer);
+        return m_drawingHandler({{}, m_size});
+    });
 }
 
 QImage pictureOf(const NSImage& image, int side, const QColor& ink) {

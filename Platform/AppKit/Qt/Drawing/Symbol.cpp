@@ -1,12 +1,8 @@
 #include "AppKit/Qt/Drawing/Symbol.h"
 
 #include <QFile>
-#include <QGuiApplication>
 #include <QImage>
 #include <QSvgRenderer>
-
-#include <algorithm>
-#include <iterator>
 
 namespace {
 
@@ -34,18 +30,6 @@ QString symbolFile(const std::string& name) {
     return ":/Symbols/" + QString::fromStdString(name) + ".svg";
 }
 
-QString traySymbolName(const std::string& name) {
-    const QString program = QGuiApplication::desktopFileName();
-    return program + "." + QString::fromStdString(name) + "-symbolic";
-}
-
-QString traySymbolFile(const std::string& name, int side) {
-    constexpr int sides[] = {32, 24, 22, 16};
-    const auto* const fits = std::ranges::find_if(sides, [side](int each) { return each <= side; });
-    const int drawn = fits == std::end(sides) ? 16 : *fits;
-    return QString(":/Icons/status/%1/%2.svg").arg(drawn).arg(traySymbolName(name));
-}
-
 void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect,
                    SymbolWeight weight) {
     QSvgRenderer renderer(drawingOf(name, weight));
@@ -63,23 +47,35 @@ void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rec
     painter.restore();
 }
 
-void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
-                      const QColor& color, SymbolWeight weight) {
-    const QTransform toDevice = painter.deviceTransform();
+void drawOnOwnPixels(QPainter& target, const QRectF& rect,
+                     const std::function<bool(QPainter&)>& draw) {
+    const QTransform toDevice = target.deviceTransform();
     const QRect area = toDevice.mapRect(rect).toAlignedRect();
     QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
     layer.fill(Qt::transparent);
-    QPainter ink(&layer);
-    ink.setRenderHint(QPainter::Antialiasing);
-    const QTransform upright = QTransform::fromTranslate(0, 2 * rect.center().y()).scale(1, -1);
-    ink.setTransform(upright * toDevice * QTransform::fromTranslate(-area.x(), -area.y()));
-    drawSymbolInk(ink, name, rect, weight);
-    ink.resetTransform();
-    ink.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    ink.fillRect(layer.rect(), color);
-    ink.end();
-    painter.save();
-    painter.setTransform(toDevice.inverted(), true);
-    painter.drawImage(area.topLeft(), layer);
-    painter.restore();
+    QPainter painter(&layer);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(toDevice * QTransform::fromTranslate(-area.x(), -area.y()));
+    const bool drawn = draw(painter);
+    painter.end();
+    if (!drawn) return;
+    target.save();
+    target.setTransform(toDevice.inverted(), true);
+    target.drawImage(area.topLeft(), layer);
+    target.restore();
+}
+
+void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
+                      const QColor& color, SymbolWeight weight) {
+    drawOnOwnPixels(painter, rect, [&](QPainter& layer) {
+        layer.save();
+        layer.translate(0, 2 * rect.center().y());
+        layer.scale(1, -1);
+        drawSymbolInk(layer, name, rect, weight);
+        layer.restore();
+        layer.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        layer.resetTransform();
+        layer.fillRect(layer.window(), color);
+        return true;
+    });
 }

@@ -1,18 +1,13 @@
 #pragma once
 
-#include <QPainter>
-#include <QString>
+#include "AppKit/NSImage.h"
 
-#include <string>
+#include <QIcon>
+#include <QPainter>
 
 /// The file that a symbol is drawn in, whether or not there is one. Its parts, by their names:
 /// `ink` is the symbol; `gap`, where there is one, parts the ink from the `slash` across it.
 QString symbolFile(const std::string& name);
-
-/// A status item's symbol, as the desktop's icons name it, and its drawing for a square of so many
-/// pixels each way: small ones are drawn for themselves.
-QString traySymbolName(const std::string& name);
-QString traySymbolFile(const std::string& name, int side);
 
 /// How wide a symbol's strokes are.
 enum class SymbolWeight { semibold, bold };
@@ -21,7 +16,22 @@ enum class SymbolWeight { semibold, bold };
 void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect,
                    SymbolWeight weight = SymbolWeight::semibold);
 
-/// Draws the ink in one colour, on the device's own pixels whatever its scale. The painter's y axis
-/// points down.
+/// Draws on a layer that has the pixels of what lies below, whatever its scale: nothing is blurred.
+/// `draw` says whether there is anything to show.
+void drawOnOwnPixels(QPainter& target, const QRectF& rect,
+                     const std::function<bool(QPainter&)>& draw);
+
+/// Draws the ink in one colour, on its own pixels. The painter's y axis points down.
 void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
                       const QColor& color, SymbolWeight weight = SymbolWeight::semibold);
+
+/// The symbol as a square picture of so many pixels each way, as trays show it; a template in the
+/// colour, others black.
+QImage pictureOf(const NSImage& image, int side, const QColor& ink);
+
+/// By which the desktop's own icons have the symbol and colour it themselves, where the program is
+/// installed; else empty.
+QString themeNameOf(const NSImage& image);
+
+/// A symbol drawn anew for each size in the colour of the painter's pen.
+QIcon inkIconFrom(const NSImage& image);

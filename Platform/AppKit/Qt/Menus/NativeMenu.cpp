@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Menus/NativeMenu.h"
 
-#include "AppKit/Qt/Drawing/Pictures.h"
+#include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/Qt/Menus/KeyEquivalent.h"
 #include "AppKit/Qt/Menus/MenuStyle.h"
 #include "AppKit/Qt/Panels/PanelPicture.h"

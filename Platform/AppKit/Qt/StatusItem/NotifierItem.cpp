@@ -1,7 +1,7 @@
 #include "AppKit/Qt/StatusItem/NotifierItem.h"
 
 #include "AppKit/NSStatusBarButton.h"
-#include "AppKit/Qt/Drawing/Pictures.h"
+#include "AppKit/Qt/Drawing/Symbol.h"
 
 #include <QCoreApplication>
 #include <QCursor>

@@ -1,10 +1,8 @@
 #include "AppKit/Qt/Windows/SurfaceWindow.h"
 
 #include "AppKit/NSVisualEffectView.h"
-#include "WindowServer/Session.h"
 
 using WindowServer::Look;
-using WindowServer::Session;
 
 namespace {
 
@@ -42,35 +40,8 @@ void lay(const NSView& view, NSPoint origin, const NSSize& window, Look& look) {
 
 } // namespace
 
-SurfaceWindow::SurfaceWindow(const NSWindow& window)
-    : m_window(window), m_surface(Session::current().makeSurface()) {}
-
-SurfaceWindow::~SurfaceWindow() = default;
-
-NSInteger SurfaceWindow::number() const { return m_surface->number(); }
-
-void SurfaceWindow::setTitle(const std::string& title) { m_surface->setTitle(title); }
-
-void SurfaceWindow::setIdentifier(const std::string& identifier) {
-    m_surface->setIdentifier(identifier);
-}
-
-void SurfaceWindow::setFrame(const NSRect& frame) { m_surface->setFrame(frame); }
-
-void SurfaceWindow::setLevel(NSInteger level) { m_surface->setLevel(static_cast<int>(level)); }
-
-void SurfaceWindow::setIgnoresMouseEvents(bool ignores) {
-    m_surface->setIgnoresMouseEvents(ignores);
-}
-
-void SurfaceWindow::setAlpha(double alpha) { m_surface->setAlpha(alpha); }
-
 void SurfaceWindow::displayViews() {
     Look look{.material = false, .overlay = m_window.backgroundColor().CGColor()};
     if (m_window.contentView()) lay(*m_window.contentView(), {}, m_window.frame().size, look);
     m_surface->setLook(look);
 }
-
-void SurfaceWindow::orderFront() { m_surface->orderFront(); }
-
-void SurfaceWindow::orderOut() { m_surface->orderOut(); }

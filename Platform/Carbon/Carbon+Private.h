@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Carbon/CarbonEvents.h"
+#include "Carbon/Carbon.h"
 
 #include <memory>
 #include <vector>
