@@ -241,6 +241,8 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Each, Composited,
     testing::Values(
+        Compositor{"Marco", {"marco", "--composite"}, true, true, true},
+        Compositor{"Muffin", {"muffin"}, true},
         picom("Picom", {"xrender"}), picom("PicomActive", {"xrender", "--active-opacity", "0.85"}),
         picom("PicomDim", {"xrender", "--inactive-dim", "0.5"}),
         picom("PicomRule", {"xrender", "--opacity-rule", "80:width > 0"}),

@@ -265,8 +265,11 @@ void X11Surface::showInPane(const Overlay& overlay) {
 
 /// With no background the server leaves the old pixels until the picture is painted, so no plain
 /// frame is ever seen; later exposures start from the picture's mean. Under a pane it is plain:
-/// what comes to light where the overlay is lost.
+/// what comes to light where the overlay is lost; and one that was parked is mapped anew there, for
+/// compositors on software GL stand still for seconds as a window that they have never drawn
+/// changes its size.
 void X11Surface::showInWindow(bool composited) {
+    if (m_parked && m_pane) xcb_unmap_window(m_connection.xcb(), m_window);
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
     if (m_pane) {
