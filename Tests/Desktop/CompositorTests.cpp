@@ -11,6 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <xcb/composite.h>
+#include <xcb/shape.h>
+
 using namespace Harness;
 
 namespace {
@@ -122,6 +125,26 @@ struct Stage {
     std::unique_ptr<Process> process;
 };
 
+/// Where a compositor shows what it draws, and takes input for what it draws itself.
+struct OverlayWindow {
+    explicit OverlayWindow(const XClient& its) : client(its) {
+        number = client
+                     .ask(xcb_composite_get_overlay_window_reply,
+                          xcb_composite_get_overlay_window(client, client.root()))
+                     ->overlay_win;
+    }
+    ~OverlayWindow() { xcb_composite_release_overlay_window(client, client.root()); }
+
+    void takeInput(const xcb_rectangle_t& area) const {
+        xcb_shape_rectangles(client, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
+                             XCB_CLIP_ORDERING_UNSORTED, number, 0, 0, 1, &area);
+        client.settle();
+    }
+
+    const XClient& client;
+    xcb_window_t number;
+};
+
 struct Composited : testing::TestWithParam<Compositor> {};
 
 } // namespace
@@ -170,9 +193,14 @@ TEST_P(Composited, IsWhatTheProgramShows) {
     EXPECT_TRUE(await([&] { return !stage.shows(text); }));
     popup.hide();
 
+    std::optional<OverlayWindow> overlay;
+    if (!GetParam().drawsOver) overlay.emplace(stage.paper.client());
+    if (overlay) overlay->takeInput({0, 0, 1024, 20}); // As for a panel.
+
     TestWindow window(desktop.display(), {300, 200, 400, 300}, TestWindow::Kind::Managed);
     window.paintChecks(6);
     stage.watch("a window", [&] { window.show(); });
+    EXPECT_TRUE(!overlay || desktop.screen.inputRectangles(overlay->number) == 1);
     TestWindow film(desktop.display(), {0, 0, 1024, 768}, TestWindow::Kind::Managed);
     film.paintChecks(6);
     film.setStates({"_NET_WM_STATE_FULLSCREEN"});
@@ -220,6 +248,8 @@ TEST_P(Composited, IsWhatTheProgramShows) {
         stage.process->send(SIGKILL);
         EXPECT_TRUE(
             await([&] { return desktop.screen.selectionOwner("_NET_WM_CM_S0") == XCB_NONE; }));
+        const auto inputs = [&] { return desktop.screen.inputRectangles(overlay->number); };
+        EXPECT_TRUE(!overlay || await([&] { return inputs() == 0; }));
     });
     stage.watch("started", [&] { stage.start(); });
 
@@ -240,13 +270,13 @@ INSTANTIATE_TEST_SUITE_P(
 // For the long run.
 INSTANTIATE_TEST_SUITE_P(
     Each, Composited,
-    testing::Values(
-        Compositor{"Marco", {"marco", "--composite"}, true, true, true},
-        Compositor{"Muffin", {"muffin"}, true},
-        picom("Picom", {"xrender"}), picom("PicomActive", {"xrender", "--active-opacity", "0.85"}),
-        picom("PicomDim", {"xrender", "--inactive-dim", "0.5"}),
-        picom("PicomRule", {"xrender", "--opacity-rule", "80:width > 0"}),
-        picom("PicomGlTranslucent",
-              {"glx", "-i", "0.9", "--inactive-opacity-override", "--corner-radius", "20"}),
-        picom("PicomSample", {"xrender"}, "/usr/share/doc/picom/examples/picom.sample.conf")),
+    testing::Values(Compositor{"Marco", {"marco", "--composite"}, true, true, true},
+                    Compositor{"Muffin", {"muffin"}, true}, picom("Picom", {"xrender"}),
+                    picom("PicomActive", {"xrender", "--active-opacity", "0.85"}),
+                    picom("PicomDim", {"xrender", "--inactive-dim", "0.5"}),
+                    picom("PicomRule", {"xrender", "--opacity-rule", "80:width > 0"}),
+                    picom("PicomGlTranslucent", {"glx", "-i", "0.9", "--inactive-opacity-override",
+                                                 "--corner-radius", "20"}),
+                    picom("PicomSample", {"xrender"},
+                          "/usr/share/doc/picom/examples/picom.sample.conf")),
     [](const auto& each) { return each.param.name; });

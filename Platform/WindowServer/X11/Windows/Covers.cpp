@@ -91,10 +91,9 @@ void Covers::displaysChanged() {
 
 /// A new one is about to show all that the covers hide, in an order of its own.
 void Covers::compositorChanged() {
-    if (m_compositor.isOwned())
-        commit();
-    else
-        m_afterCompositor.start(afterCompositorMilliseconds);
+    if (m_compositor.isOwned()) return commit();
+    m_afterCompositor.start(afterCompositorMilliseconds);
+    if (m_overlay) m_overlay->compositorEnded();
 }
 
 void Covers::leaveScreen() {

@@ -206,7 +206,8 @@ void Overlay::keepWhole() {
     m_connection.flush();
 }
 
-/// A compositor that ends takes back what let the input through.
+/// Where the overlay window takes input is its compositor's affair, which gives it to its panels;
+/// one that has ended may have left it anywhere.
 void Overlay::keepShapes() const {
     xcb_connection_t* const xcb = m_connection.xcb();
     const auto inputAsked = xcb_shape_get_rectangles(xcb, m_overlay, XCB_SHAPE_SK_INPUT);
@@ -215,7 +216,8 @@ void Overlay::keepShapes() const {
     const auto input = m_connection.reply(xcb_shape_get_rectangles_reply, inputAsked);
     const auto own = m_connection.reply(xcb_shape_query_extents_reply, ownAsked);
     const auto ownInput = m_connection.reply(xcb_shape_get_rectangles_reply, ownInputAsked);
-    if (input && xcb_shape_get_rectangles_rectangles_length(input.get()) > 0)
+    if (!m_compositor.isOwned() && input &&
+        xcb_shape_get_rectangles_rectangles_length(input.get()) > 0)
         dropInput(m_connection, m_overlay);
     if (ownInput && xcb_shape_get_rectangles_rectangles_length(ownInput.get()) > 0)
         dropInput(m_connection, m_plate);

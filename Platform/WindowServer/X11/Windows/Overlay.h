@@ -46,6 +46,9 @@ public:
     /// Panes that go from now on leave their last picture, until the compositor draws anew.
     void keepLastFrame() const;
 
+    /// To be called as the compositor has ended: all input goes to the windows beneath from now on.
+    void compositorEnded() const { keepShapes(); }
+
     /// To be called while panes are painted for the first time.
     void show() const;
     /// All painting of panes goes through here: whatever else is painted there is others' doing.
