@@ -1,6 +1,5 @@
 #pragma once
 
-#include "AppKit/NSAccessibility.h"
 #include "AppKit/NSAlert.h"
 #include "AppKit/NSAnimationContext.h"
 #include "AppKit/NSApplication.h"
@@ -11,7 +10,6 @@
 #include "AppKit/NSFont.h"
 #include "AppKit/NSGraphics.h"
 #include "AppKit/NSImage.h"
-#include "AppKit/NSImageSymbolConfiguration.h"
 #include "AppKit/NSMenu.h"
 #include "AppKit/NSMenuItem.h"
 #include "AppKit/NSPanel.h"
@@ -19,10 +17,7 @@
 #include "AppKit/NSScreen.h"
 #include "AppKit/NSStatusBar.h"
 #include "AppKit/NSStatusBarButton.h"
-#include "AppKit/NSStatusItem.h"
 #include "AppKit/NSTabViewController.h"
-#include "AppKit/NSTabViewItem.h"
-#include "AppKit/NSTrackingArea.h"
 #include "AppKit/NSView.h"
 #include "AppKit/NSViewController.h"
 #include "AppKit/NSVisualEffectView.h"

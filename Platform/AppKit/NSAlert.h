@@ -1,8 +1,7 @@
 #pragma once
 
 #include "AppKit/NSWindow.h"
-#include "Foundation/NSObjCRuntime.h"
-#include "Foundation/NSObject.h"
+#include "Foundation/Foundation.h"
 
 #include <memory>
 #include <string>

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "AppKit/NSEvent.h"
-#include "Foundation/NSNotificationCenter.h"
-#include "Foundation/NSObjCRuntime.h"
-#include "Foundation/NSObject.h"
+#include "Foundation/Foundation.h"
 
 #include <any>
 #include <functional>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "Foundation/NSGeometry.h"
-#include "Foundation/NSObject.h"
+#include "Foundation/Foundation.h"
 
 #include <memory>
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "Foundation/NSGeometry.h"
-#include "Foundation/NSObjCRuntime.h"
+#include "Foundation/Foundation.h"
 
 enum NSCompositingOperation : NSUInteger {
     NSCompositingOperationSourceAtop = 5, ///< Only where something stands already.

@@ -1,13 +1,33 @@
 #pragma once
 
-#include "AppKit/NSImageSymbolConfiguration.h"
-#include "Foundation/NSGeometry.h"
-#include "Foundation/NSObject.h"
+#include "Foundation/Foundation.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+
+using NSFontWeight = double;
+
+inline constexpr NSFontWeight NSFontWeightSemibold = 0.3;
+
+/// How large and how bold a symbol is drawn. The symbols exist in one weight, semibold.
+class NSImageSymbolConfiguration : public NSObject {
+public:
+    /// The point size is that of the text which the symbol would stand in.
+    static std::shared_ptr<NSImageSymbolConfiguration> configurationWithPointSize(double pointSize,
+                                                                                  NSFontWeight) {
+        return std::shared_ptr<NSImageSymbolConfiguration>(
+            new NSImageSymbolConfiguration(pointSize));
+    }
+
+    double pointSize() const { return m_pointSize; }
+
+private:
+    explicit NSImageSymbolConfiguration(double pointSize) : m_pointSize(pointSize) {}
+
+    double m_pointSize;
+};
 
 /// A picture that is drawn anew wherever it is shown: a symbol of the platform's, or what a handler
 /// draws. A symbol as a template takes the colour of its surroundings.

@@ -2,8 +2,7 @@
 
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSImage.h"
-#include "Foundation/NSObjCRuntime.h"
-#include "Foundation/NSObject.h"
+#include "Foundation/Foundation.h"
 
 #include <any>
 #include <memory>

@@ -3,8 +3,7 @@
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSImage.h"
 #include "AppKit/NSMenu.h"
-#include "Foundation/NSObjCRuntime.h"
-#include "Foundation/NSObject.h"
+#include "Foundation/Foundation.h"
 
 #include <memory>
 #include <string>

@@ -1,11 +1,7 @@
 #pragma once
 
-#include "AppKit/NSAccessibility.h"
 #include "AppKit/NSEvent.h"
-#include "AppKit/NSTrackingArea.h"
-#include "Foundation/NSGeometry.h"
-#include "Foundation/NSObjCRuntime.h"
-#include "Foundation/NSObject.h"
+#include "Foundation/Foundation.h"
 #include "QuartzCore/CALayer.h"
 
 #include <memory>
@@ -13,6 +9,7 @@
 #include <string>
 #include <vector>
 
+class NSView;
 class NSWindow;
 
 enum NSAutoresizingMaskOptions : NSUInteger {
@@ -24,6 +21,34 @@ enum NSAutoresizingMaskOptions : NSUInteger {
 enum NSWindowOrderingMode : NSInteger {
     NSWindowBelow = -1,
     NSWindowAbove = 1,
+};
+
+/// What assistive technology takes a view for.
+using NSAccessibilityRole = std::string;
+
+inline const NSAccessibilityRole NSAccessibilityButtonRole = "AXButton";
+
+enum NSTrackingAreaOptions : NSUInteger {
+    NSTrackingMouseEnteredAndExited = 0x1,
+    NSTrackingActiveAlways = 0x80,
+    NSTrackingInVisibleRect = 0x200,
+};
+
+/// Makes a view hear of the pointer. The whole view counts, whatever the rectangle: the one kind of
+/// area there is follows what is visible of it.
+class NSTrackingArea : public NSObject {
+public:
+    /// The owner hears of the pointer. It is not retained, and outlives the area as a rule because
+    /// the area is its own.
+    NSTrackingArea(const NSRect&, NSUInteger options, NSView* owner, const id& /*userInfo*/)
+        : m_options(options), m_owner(owner) {}
+
+    NSUInteger options() const { return m_options; }
+    NSView* owner() const { return m_owner; }
+
+private:
+    NSUInteger m_options;
+    NSView* m_owner;
 };
 
 /// A rectangle in a window: a colour of its own where it has a layer, and the views in front of it.
@@ -42,7 +67,6 @@ public:
 
     /// How the view follows its superview: it takes up the growth of each sizable dimension.
     void setAutoresizingMask(NSUInteger mask) { m_autoresizingMask = mask; }
-    NSUInteger autoresizingMask() const { return m_autoresizingMask; }
 
     /// Back to front.
     const std::vector<std::shared_ptr<NSView>>& subviews() const { return m_subviews; }

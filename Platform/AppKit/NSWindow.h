@@ -2,9 +2,7 @@
 
 #include "AppKit/NSColor.h"
 #include "AppKit/NSView.h"
-#include "Foundation/NSGeometry.h"
-#include "Foundation/NSObjCRuntime.h"
-#include "Foundation/NSObject.h"
+#include "Foundation/Foundation.h"
 
 #include <memory>
 #include <string>

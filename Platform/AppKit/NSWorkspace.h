@@ -1,8 +1,6 @@
 #pragma once
 
-#include "Foundation/NSNotificationCenter.h"
-#include "Foundation/NSObject.h"
-#include "Foundation/NSURL.h"
+#include "Foundation/Foundation.h"
 
 #include <memory>
 

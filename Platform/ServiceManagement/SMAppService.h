@@ -1,8 +1,6 @@
 #pragma once
 
-#include "Foundation/NSError.h"
-#include "Foundation/NSObjCRuntime.h"
-#include "Foundation/NSObject.h"
+#include "Foundation/Foundation.h"
 
 #include <memory>
 
