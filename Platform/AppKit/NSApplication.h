@@ -30,8 +30,7 @@ public:
     virtual ~NSApplicationDelegate() = default;
     /// The first call, before any event.
     virtual void applicationDidFinishLaunching(const NSNotification&) {}
-    /// The user opened the application again while it runs. The answer is whether the platform
-    /// should do more about it, of which there is nothing here.
+    /// The user opened the application again while it runs. The answer has no effect here.
     virtual bool applicationShouldHandleReopen(NSApplication&, bool /*hasVisibleWindows*/) {
         return true;
     }
@@ -59,7 +58,7 @@ public:
     void terminate(const id& sender);
 
     /// The windows of the program's that are open take the keyboard from other programs, the
-    /// frontmost of them. A program without one has nothing that could.
+    /// frontmost of them. Without one nothing happens.
     void activateIgnoringOtherApps(bool flag);
 
     /// Shows the window and handles events, none of them for another window with a frame, until

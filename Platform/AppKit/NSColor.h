@@ -26,7 +26,7 @@ public:
 
     bool operator==(const NSColor&) const = default;
 
-    // What the drawing after it is done with, until the view has been drawn.
+    // The colour of the drawing that follows, until the view has been drawn.
     void setFill() const;
     void setStroke() const;
     void set() const; ///< Both.
@@ -36,5 +36,5 @@ private:
         : m_color(color), m_secondaryLabel(secondaryLabel) {}
 
     ::CGColor m_color;
-    bool m_secondaryLabel; ///< Whatever the components.
+    bool m_secondaryLabel; ///< The components do not count then.
 };

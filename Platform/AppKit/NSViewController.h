@@ -8,7 +8,7 @@
 
 class ViewContent;
 
-/// Makes what a window shows, and keeps what is to be said of it.
+/// Makes the content of a window, and keeps its title and size.
 class NSViewController : public NSObject {
 public:
     const std::string& title() const { return m_title; }

@@ -45,8 +45,7 @@ inline constexpr NSInteger NSScreenSaverWindowLevel = 1000;
 /// takes the keyboard itself.
 class NSWindow : public NSObject {
 public:
-    /// The style chooses what stands on the screen for the window, which is made whenever that
-    /// suits it, whatever `defer` asks.
+    /// The style decides the kind of native window; `backing` and `defer` have no effect.
     NSWindow(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType backing,
              bool defer);
     ~NSWindow() override;
@@ -60,13 +59,13 @@ public:
     }
 
     NSUInteger styleMask() const { return m_styleMask; }
-    /// Of a window with a title bar, before it is first shown: what stands in the bar.
+    /// Which buttons a title bar has; to be set before the window is first shown.
     void setStyleMask(NSUInteger styleMask) { m_styleMask = styleMask; }
 
     virtual bool canBecomeKeyWindow() const { return false; }
     virtual bool canBecomeMainWindow() const { return false; }
 
-    /// Below 1 where the window server has no part in the window.
+    /// Below 1 where the window server does not know the window.
     NSInteger windowNumber() const;
 
     const std::string& title() const { return m_title; }

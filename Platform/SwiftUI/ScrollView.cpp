@@ -43,9 +43,9 @@ protected:
     void focusOutEvent(QFocusEvent*) override { m_indicator.setMarked(false); }
 
 private:
-    /// To whatever the keyboard comes to. The toolkit sees to that only if it was in here before.
-    /// One that has had it all along may have been scrolled out of sight, and stays there as the
-    /// window becomes active again.
+    /// Scrolls to the widget that gets the keyboard, which the toolkit does only where the keyboard
+    /// was in here before. A widget that has it again as the window becomes active stays where the
+    /// user scrolled it.
     void follow(QWidget* focused) {
         if (!focused || focused->window() != window()) return;
         if (std::exchange(m_focused, focused) != focused && widget()->isAncestorOf(focused))

@@ -1,6 +1,7 @@
 #include "AppKit/Qt/Appearance/ControlStyle.h"
 
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
+#include "AppKit/Qt/Menus/MenuDrawing.h"
 
 #include <QStyleOptionButton>
 
@@ -15,7 +16,7 @@ bool isDefault(const QStyleOptionButton& button) {
     return button.features & QStyleOptionButton::DefaultButton;
 }
 
-void drawBevel(QPainter& painter, const QStyleOptionButton& button) {
+void drawButton(const QStyleOptionButton& button, QPainter& painter) {
     constexpr int ring = focusRingMargin;
     painter.save();
     drawPushButton(painter, button.rect.adjusted(ring, ring, -ring, -ring), button.palette,
@@ -28,16 +29,26 @@ void drawBevel(QPainter& painter, const QStyleOptionButton& button) {
     painter.restore();
 }
 
-} // namespace
+QSize buttonSize(const QSize& content) {
+    constexpr int margins = 2 * focusRingMargin;
+    return QSize(content.width() + 2 * sidePadding, height)
+               .expandedTo({leastWidth, content.height()}) +
+           QSize(margins, margins);
+}
 
-ControlStyle::ControlStyle() : QProxyStyle("Fusion") {}
+} // namespace
 
 int ControlStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                               const QWidget* widget) const {
     switch (metric) {
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        return menuRim;
     case PM_ButtonShiftHorizontal:
     case PM_ButtonShiftVertical:
     case PM_ButtonDefaultIndicator:
+    case PM_MenuPanelWidth:
+    case PM_SubMenuOverlap:
         return 0;
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
@@ -46,18 +57,29 @@ int ControlStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
 
 QSize ControlStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                      const QSize& size, const QWidget* widget) const {
-    if (type != CT_PushButton) return QProxyStyle::sizeFromContents(type, option, size, widget);
-    constexpr int margins = 2 * focusRingMargin;
-    return QSize(size.width() + 2 * sidePadding, height).expandedTo({leastWidth, size.height()}) +
-           QSize(margins, margins);
+    if (type == CT_PushButton) return buttonSize(size);
+    const auto* const row = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (type == CT_MenuItem && row) return menuRowSize(*row);
+    return QProxyStyle::sizeFromContents(type, option, size, widget);
+}
+
+void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                                 QPainter* painter, const QWidget* widget) const {
+    if (element == PE_FrameMenu) return; // The panel has drawn it.
+    if (element != PE_PanelMenu)
+        return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    drawMenuPanel(*option, *painter, widget && widget->testAttribute(Qt::WA_TranslucentBackground));
 }
 
 void ControlStyle::drawControl(ControlElement element, const QStyleOption* option,
                                QPainter* painter, const QWidget* widget) const {
-    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (element == CE_MenuEmptyArea) return; // The panel has filled it.
+    const auto* const row = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (element == CE_MenuItem && row) return drawMenuRow(*row, *painter);
     if (!button || (element != CE_PushButton && element != CE_PushButtonBevel))
         return QProxyStyle::drawControl(element, option, painter, widget);
-    drawBevel(*painter, *button);
+    drawButton(*button, *painter);
     if (element == CE_PushButtonBevel) return;
     QStyleOptionButton label = *button;
     if (isDefault(*button))

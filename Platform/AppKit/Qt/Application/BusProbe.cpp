@@ -1,4 +1,4 @@
-#include "AppKit/Qt/Application/BusProbe.h"
+#include "AppKit/Qt/Application/Launch.h"
 
 #include <chrono>
 #include <cstdlib>

@@ -1,7 +1,6 @@
 #include "AppKit/NSApplication.h"
 #include "AppKit/NSAlert.h"
 #include "AppKit/NSRunningApplication.h"
-#include "AppKit/Qt/Application/BusProbe.h"
 #include "AppKit/Qt/Application/Launch.h"
 #include "AppKit/Qt/Application/SleepWatch.h"
 #include "AppKit/Qt/Contents/Controllers.h"

@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Application/SleepWatch.h"
 
-#include "AppKit/Qt/Application/BusProbe.h"
+#include "AppKit/Qt/Application/Launch.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>

@@ -19,7 +19,7 @@ struct Popup {
 };
 Popup* theOpen = nullptr;
 
-/// Below the place, or above where the screen has no room below; beside the screen's edges never.
+/// Below the place, or above where the screen has no room below; always within the screen's sides.
 QPoint cornerBeside(const QRect& place, const QSize& size) {
     const auto* screen = QGuiApplication::screenAt(place.center());
     if (!screen) screen = QGuiApplication::primaryScreen();
@@ -32,8 +32,8 @@ QPoint cornerBeside(const QRect& place, const QSize& size) {
             std::max(y, room.y())};
 }
 
-/// Whoever opened the menu by a press may hold the mouse until its release, and the menu then lacks
-/// it and the keyboard.
+/// Tries until the menu has the mouse and the keyboard: whoever opened it by a press may hold them
+/// until the release.
 void takeInput(NativeMenu& menu) {
     auto* const retry = new QTimer(&menu);
     QObject::connect(retry, &QTimer::timeout, &menu, [&menu, retry] {

@@ -2,7 +2,7 @@
 
 #include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/Qt/Menus/KeyEquivalent.h"
-#include "AppKit/Qt/Menus/MenuStyle.h"
+#include "AppKit/Qt/Menus/MenuDrawing.h"
 #include "AppKit/Qt/Panels/PanelPicture.h"
 #include "WindowServer/Session.h"
 
@@ -25,7 +25,6 @@ bool isModifier(int key) {
 
 NativeMenu::NativeMenu(const NSMenu& menu, Chosen chosen, QWidget* parent)
     : QMenu(parent), m_chosen(std::move(chosen)), m_translucent(Session::current().isComposited()) {
-    setStyle(&MenuStyle::shared());
     setWindowFlag(Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, m_translucent);
     setTitle(QString::fromStdString(menu.title()));
@@ -48,7 +47,7 @@ void NativeMenu::add(const std::shared_ptr<NSMenuItem>& item) {
         connect(action, &QAction::triggered, this, [this, item] { m_chosen(item); });
 }
 
-// The keys are no part of the item's name, which is also read out.
+// The keys stand in the row, but not in the item's name, which is read out.
 void NativeMenu::initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const {
     QMenu::initStyleOption(option, action);
     const auto item = m_items.find(action);
@@ -108,7 +107,7 @@ void NativeMenu::cutCorners() {
     QPainter painter(&shape);
     painter.setBrush(Qt::black);
     painter.setPen(Qt::NoPen);
-    const double radius = MenuStyle::radius * scale;
+    const double radius = menuRadius * scale;
     painter.drawRoundedRect(shape.rect(), radius, radius);
     painter.end();
     Session::current().setShape(internalWinId(), Session::Region::Bounding, inkOf(shape));

@@ -25,10 +25,10 @@ struct Sample {
     QRgb colour;
 };
 
-/// So many say as much about a panel's inside as all of its rim.
+/// So many samples give the same estimate as all of them.
 constexpr size_t enoughSamples = 160;
 
-/// What is estimated from afar is smooth: one estimate for so many pixels each way is enough.
+/// The estimates are smooth: one for so many pixels each way is enough.
 constexpr int coarseness = 4;
 
 /// The pixels just outside of the ink.
@@ -138,7 +138,7 @@ QImage withShadow(const QImage& picture, double margin, double scale) {
             result.setPixel(x, y, qRgba(0, 0, 0, static_cast<int>(shade * shadowDarkness)));
         }
 
-    // It lies around the picture, not under it.
+    // The shadow lies around the picture, not under it.
     painter.begin(&result);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
     painter.drawImage(border, border, picture);

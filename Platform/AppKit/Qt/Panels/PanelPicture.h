@@ -21,7 +21,7 @@ inline constexpr int softShadowMargin = 12;
 /// program's windows throw where a compositor blends it. The scale is in pixels a point.
 QImage withShadow(const QImage& picture, double margin, double scale);
 
-/// What may well lie behind the ink, as its surroundings have it, but for what something in front
-/// hides of them. Empty where these are not known.
+/// An estimate of what lies behind the ink, from the surroundings that are not hidden. Empty where
+/// these are not known.
 QImage estimateBehind(const QImage& picture, const WindowServer::Snapshot& surroundings,
                       const QRegion& hidden = {});

@@ -20,7 +20,7 @@ using WindowServer::Session;
 
 namespace {
 
-/// The windows behind take their time to redraw what has come to light.
+/// So long the windows behind may take to redraw what has come to light.
 constexpr int lookAfterMilliseconds = 60;
 
 NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers) {
@@ -65,7 +65,7 @@ void PanelWindow::compositingChanged() {
     forAllShown([](PanelWindow& panel) { panel.checkForm(); });
 }
 
-/// The end of a press went to the menu, and so may the pointer have gone.
+/// The release of a press went to the menu, and the pointer may have left meanwhile.
 void PanelWindow::menuClosed() {
     forAllShown([](PanelWindow& panel) {
         panel.m_pressed = false;
@@ -118,17 +118,17 @@ void PanelWindow::leave() {
     m_isShown = false;
     m_look.stop();
     hide();
-    // A hidden window that hears of a drag still on its way would stay the pressed one for the
-    // toolkit, even when it is no more. So it goes at once, but not in the middle of an event.
+    // The toolkit would go on with a drag in a window that is only hidden. So it is destroyed at
+    // once, but not in the middle of an event of its own.
     if (m_delivering == 0) destroy();
 }
 
-/// At the end of a press that is under way.
+/// A press that is under way is waited for.
 void PanelWindow::checkForm() {
     if (m_isShown && !m_pressed && m_translucent != Session::current().isComposited()) comeAnew();
 }
 
-/// The other one will hear for itself whether the pointer is there.
+/// The new one hears for itself whether the pointer is there.
 void PanelWindow::comeAnew() {
     const auto self = shared_from_this();
     m_hovered = false;
@@ -146,8 +146,8 @@ QRect PanelWindow::place() const {
     return rectOf(CGRectInset(m_window->frame(), -m_margin, -m_margin));
 }
 
-/// The toolkit by itself would take another program's move for the user's and drop its own move to
-/// the same place as one that is done.
+/// Past the toolkit, which takes another program's move for the user's, and then drops its own move
+/// to the place where it believes the window to be.
 void PanelWindow::setFrame(const NSRect&) {
     if (!m_isShown) return;
     if (!Session::current().place(winId(), frameOf(place()))) setGeometry(place());
@@ -212,7 +212,7 @@ void PanelWindow::setShapes() {
     Session::current().setShape(winId(), Session::Region::Input, ink);
 }
 
-/// A look, not a watch: what changes behind a panel that stays as it is does not show through.
+/// Looks once: what changes later behind a panel that rests does not show through.
 void PanelWindow::lookBehind() {
     if (m_translucent || !m_isShown) return;
     if (m_picture.isNull()) draw();
@@ -224,7 +224,7 @@ void PanelWindow::lookBehind() {
     update();
 }
 
-/// What windows of the program's own that stand above panels hide of the surroundings, in pixels.
+/// What other windows of the program hide of the surroundings, in pixels.
 QRegion PanelWindow::hiddenByOurs() const {
     QRegion hidden;
     for (const QWidget* each : QApplication::topLevelWidgets()) {
@@ -291,8 +291,7 @@ void PanelWindow::enterEvent(QEnterEvent*) { hover(true); }
 
 void PanelWindow::leaveEvent(QEvent*) { hover(false); }
 
-/// Not told while a menu is open: that the pointer goes to it, or to whatever is around it, means
-/// nothing to what lies beneath.
+/// The view is not told while a menu is open: the pointer is the menu's then.
 void PanelWindow::hover(bool hovered) {
     m_hovered = hovered;
     if (!isAnyMenuOpen()) tellTrackers();
@@ -327,7 +326,7 @@ void PanelWindow::tellTrackers() {
             deliver(handler, *area->owner(), event, {});
 }
 
-/// What the view does may put an end to the window, and a menu that it opens to everything.
+/// The handler may end the window, and open a menu that runs the event loop meanwhile.
 void PanelWindow::deliver(Handler handler, NSView& view, const NSEvent& event,
                           std::optional<NSPoint> location) {
     const auto self = shared_from_this();

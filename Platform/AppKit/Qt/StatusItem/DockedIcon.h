@@ -35,5 +35,5 @@ private:
     QImage m_ground; ///< Empty where the tray's shows through, or is not known.
     QColor m_ink;
     Qt::MouseButton m_pressed = Qt::NoButton;
-    QPoint m_corner; ///< On the screen, where the tray may move it without a word.
+    QPoint m_corner; ///< On the screen. The tray may move it without telling.
 };

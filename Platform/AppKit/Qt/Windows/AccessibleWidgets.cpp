@@ -78,7 +78,7 @@ private:
     TabButton& m_tab;
 };
 
-/// What has no title is there to ask something.
+/// A window without a title is an alert.
 QAccessible::Role roleOf(const ContentWindow& frame) {
     return frame.windowTitle().isEmpty() ? QAccessible::AlertMessage : QAccessible::Window;
 }

@@ -19,11 +19,11 @@ using WindowServer::Session;
 
 namespace {
 
-/// While the keyboard goes from one of the program's windows to another, none may have it; nor
-/// while the pointer passes another window where the keyboard follows it.
+/// So long the program counts as active without the keyboard, which none of its windows has for a
+/// moment as it goes from one to another, or as the pointer that it follows passes another program.
 constexpr int settlingMilliseconds = 200;
 
-// What window managers lay around a window, in points. Theirs is told only once it is there.
+// What window managers usually put around a window, in points. The real frame is known too late.
 constexpr int usualTitleBar = 32;
 constexpr int usualBorder = 6;
 
@@ -33,8 +33,8 @@ std::vector<ContentWindow*>& windows() {
     return *all;
 }
 
-/// Takes the keyboard at the turn's end, unless a window is made key before that. The window
-/// manager may answer late, and would then take it from that one again.
+/// Is to take the keyboard at the turn's end. A window that is made key before that ends this: a
+/// window manager that answers late would take the keyboard from it again.
 QPointer<ContentWindow> toActivate;
 
 /// What is free on the screen that the rectangle is mostly on; the rectangle itself where there is
@@ -131,7 +131,7 @@ void ContentWindow::load() {
     NSSize size = m_window.frame().size;
     if (size.width <= 0)
         size = {m_content->sizeHint().width() * 1.0, m_content->sizeHint().height() * 1.0};
-    m_window.setContentSize(size); // Known by now, as is all around it.
+    m_window.setContentSize(size); // With the frame known by now, the middle is another.
 }
 
 void ContentWindow::dress() {
@@ -189,7 +189,7 @@ void ContentWindow::orderFront() {
     m_order = ++lastOrder;
     m_away = false;
     if (!m_content) load();
-    // Modal to no window as the toolkit sees it: ModalInput says which take no input meanwhile.
+    // To the toolkit it is modal to no other window: ModalInput keeps the input from them.
     setWindowModality(m_modal ? Qt::WindowModal : Qt::NonModal);
     if (isPutAway()) {
         orderOut();
@@ -236,8 +236,7 @@ void ContentWindow::followActivation() {
     const QWindow* const front = QGuiApplication::focusWindow();
     if (front) return front->type() == Qt::Popup ? void() : comeBack();
     if (!isVisible() || !m_window.hidesOnDeactivate()) return;
-    // A pointer on its way here, which takes the keyboard along, is no sign of another program
-    // being wanted.
+    // A pointer that still moves may be on its way here, and bring the keyboard along.
     const QPoint pointer = QCursor::pos();
     const QPoint before = std::exchange(m_pointer, pointer);
     if (pointer != before) {
@@ -248,7 +247,7 @@ void ContentWindow::followActivation() {
     m_away = true;
 }
 
-/// The window manager's close button goes the window's own way.
+/// The close button is for `close`, which hides the window and keeps its widgets.
 void ContentWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     m_window.close();

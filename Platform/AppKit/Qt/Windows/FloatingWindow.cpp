@@ -89,7 +89,7 @@ void FloatingWindow::checkForm() {
 
 QRect FloatingWindow::body() const { return rect().marginsRemoved(QMargins() + shadow()); }
 
-/// To the main screen's middle, from a screen that is no more.
+/// Moves to the middle of the main screen where its own screen has gone.
 void FloatingWindow::returnToScreen() {
     const QRect shown = body().translated(pos());
     const auto screens = QGuiApplication::screens();
@@ -124,7 +124,7 @@ void FloatingWindow::paintEvent(QPaintEvent*) {
     const QColor fill = palette().color(QPalette::Window);
     QColor line = palette().color(QPalette::WindowText);
     if (!m_translucent) {
-        // Nothing but the outline parts it from a window behind it.
+        // Without a shadow the outline alone sets it off from the windows behind.
         line.setAlphaF(0.5F);
         painter.setPen(line);
         painter.setBrush(fill);
@@ -138,7 +138,7 @@ void FloatingWindow::paintEvent(QPaintEvent*) {
     qDrawBorderPixmap(&painter, {{}, size() * scale}, QMargins() + ground.width() / 2, ground);
 }
 
-/// Whatever in the window is pressed: no window manager gives it the keyboard for that.
+/// A press anywhere in it takes the keyboard, as no window manager sees to that.
 bool FloatingWindow::eventFilter(QObject* native, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) takeKeyboard();
     return ContentWindow::eventFilter(native, event);

@@ -3,7 +3,7 @@
 #include "AppKit/NSWindow.h"
 
 /// The native half of a window: what stands on the screen for it. It is told every change, and may
-/// ask the window for all that it was told. What a kind of window does not show passes it by.
+/// read the rest from the window. A kind of window ignores what it does not show.
 class NativeWindow {
 public:
     /// Of the kind that the window's style and level ask for.

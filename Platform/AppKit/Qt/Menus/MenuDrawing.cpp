@@ -1,15 +1,10 @@
-#include "AppKit/Qt/Menus/MenuStyle.h"
+#include "AppKit/Qt/Menus/MenuDrawing.h"
 
-#include <QPainter>
 #include <QPainterPath>
-#include <QStyleOptionMenuItem>
-
-#include <algorithm>
 
 namespace {
 
 // In points.
-constexpr int rim = 5; ///< Between the menu's edge and its rows.
 constexpr int rowPadding = 10;
 constexpr int rowSpace = 10; ///< In the height of a row, besides its text.
 constexpr int separatorHeight = 11;
@@ -31,17 +26,6 @@ struct Row {
     int imageColumn; ///< Its width; titles stand in a line whether or not a row has an image.
 };
 
-QSize sizeOf(const QStyleOptionMenuItem& option) {
-    if (option.menuItemType == QStyleOptionMenuItem::Separator) return {1, separatorHeight};
-    const Row row(option);
-    const int title =
-        option.fontMetrics.size(Qt::TextSingleLine | Qt::TextShowMnemonic, row.title).width();
-    int width = 2 * rowPadding + row.imageColumn + title;
-    if (!row.keys.isEmpty()) width += keysGap + option.fontMetrics.horizontalAdvance(row.keys);
-    if (row.isSubmenu) width += keysGap + chevronWidth;
-    return {width, option.fontMetrics.height() + rowSpace};
-}
-
 /// The text's colour mixed into the ground's.
 QColor hairline(const QPalette& palette, double share) {
     const QColor text = palette.color(QPalette::WindowText);
@@ -49,17 +33,6 @@ QColor hairline(const QPalette& palette, double share) {
     const auto mix = [&](int a, int b) { return static_cast<int>(a * share + b * (1 - share)); };
     return {mix(text.red(), ground.red()), mix(text.green(), ground.green()),
             mix(text.blue(), ground.blue())};
-}
-
-void drawPanel(const QStyleOption& option, QPainter& painter, bool translucent) {
-    const QRectF outline = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
-    const QColor edge = hairline(option.palette, 0.2);
-    // Corners that are cut along the pixels end in the edge's colour.
-    if (!translucent) painter.fillRect(option.rect, edge);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(edge, 1));
-    painter.setBrush(option.palette.window());
-    painter.drawRoundedRect(outline, MenuStyle::radius - 0.5, MenuStyle::radius - 0.5);
 }
 
 void drawSeparator(const QStyleOptionMenuItem& option, QPainter& painter) {
@@ -79,7 +52,7 @@ void drawChevron(const QRect& content, QPainter& painter, const QColor& colour) 
     painter.drawPath(path);
 }
 
-void drawRow(const QStyleOptionMenuItem& option, QPainter& painter) {
+void drawItem(const QStyleOptionMenuItem& option, QPainter& painter) {
     const Row row(option);
     const bool isEnabled = option.state & QStyle::State_Enabled;
     const bool isSelected = isEnabled && (option.state & QStyle::State_Selected);
@@ -109,55 +82,35 @@ void drawRow(const QStyleOptionMenuItem& option, QPainter& painter) {
 
 } // namespace
 
-MenuStyle::MenuStyle() : QProxyStyle("Fusion") {}
-
-MenuStyle& MenuStyle::shared() {
-    static auto* const style = new MenuStyle; // Outlives every menu.
-    return *style;
+QSize menuRowSize(const QStyleOptionMenuItem& option) {
+    if (option.menuItemType == QStyleOptionMenuItem::Separator) return {1, separatorHeight};
+    const Row row(option);
+    const int title =
+        option.fontMetrics.size(Qt::TextSingleLine | Qt::TextShowMnemonic, row.title).width();
+    int width = 2 * rowPadding + row.imageColumn + title;
+    if (!row.keys.isEmpty()) width += keysGap + option.fontMetrics.horizontalAdvance(row.keys);
+    if (row.isSubmenu) width += keysGap + chevronWidth;
+    return {width, option.fontMetrics.height() + rowSpace};
 }
 
-int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
-                           const QWidget* widget) const {
-    switch (metric) {
-    case PM_MenuHMargin:
-    case PM_MenuVMargin:
-        return rim;
-    case PM_MenuPanelWidth:
-    case PM_SubMenuOverlap:
-        return 0;
-    default:
-        return QProxyStyle::pixelMetric(metric, option, widget);
-    }
+void drawMenuPanel(const QStyleOption& option, QPainter& painter, bool translucent) {
+    painter.save();
+    const QRectF outline = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    const QColor edge = hairline(option.palette, 0.2);
+    // Corners that are cut along the pixels end in the edge's colour.
+    if (!translucent) painter.fillRect(option.rect, edge);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(edge, 1));
+    painter.setBrush(option.palette.window());
+    painter.drawRoundedRect(outline, menuRadius - 0.5, menuRadius - 0.5);
+    painter.restore();
 }
 
-QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
-                                  const QWidget* widget) const {
-    if (type == CT_MenuItem)
-        if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
-            return sizeOf(*item);
-    return QProxyStyle::sizeFromContents(type, option, size, widget);
-}
-
-void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
-                              QPainter* painter, const QWidget* widget) const {
-    if (element == PE_FrameMenu) return; // The panel has drawn it.
-    if (element != PE_PanelMenu)
-        return QProxyStyle::drawPrimitive(element, option, painter, widget);
-    painter->save();
-    drawPanel(*option, *painter, widget && widget->testAttribute(Qt::WA_TranslucentBackground));
-    painter->restore();
-}
-
-void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
-                            const QWidget* widget) const {
-    if (element == CE_MenuEmptyArea) return; // The panel has filled it.
-    const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-    if (element != CE_MenuItem || !item)
-        return QProxyStyle::drawControl(element, option, painter, widget);
-    painter->save();
-    if (item->menuItemType == QStyleOptionMenuItem::Separator)
-        drawSeparator(*item, *painter);
+void drawMenuRow(const QStyleOptionMenuItem& option, QPainter& painter) {
+    painter.save();
+    if (option.menuItemType == QStyleOptionMenuItem::Separator)
+        drawSeparator(option, painter);
     else
-        drawRow(*item, *painter);
-    painter->restore();
+        drawItem(option, painter);
+    painter.restore();
 }
