@@ -63,20 +63,6 @@ TEST(Flash, NothingReadableOrBareEverShowsOnceAMonitorIsCovered) {
               << static_cast<double>(samples) * 1000 / millisecondsSince(start) << " a second\n";
 }
 
-TEST(Flash, ThePictureIsOfThisMomentAndNotOfTheLastTime) {
-    Desktop desktop;
-    TestWindow paper(desktop.display(), desktop.screen.bounds());
-    paper.lower();
-    paper.show();
-    Agent agent(desktop);
-    for (const uint32_t colour : {white, black, white}) {
-        paper.paint(colour);
-        agent.cover();
-        EXPECT_NEAR(desktop.screen.grab(Desktop::left).mean(), colour == white ? 153 : 0, 6);
-        agent.uncover();
-    }
-}
-
 TEST(Flash, NothingReadableShowsWhateverComesAndGoes) {
     Desktop desktop;
     Paper paper(desktop);

@@ -204,16 +204,3 @@ TEST_F(HotKeys, StayWithTheOneThatIsLeftOfMany) {
     EXPECT_SOON(holder() != XCB_WINDOW_NONE && holder() != former);
     expectToggles(last, "after all others");
 }
-
-TEST_F(HotKeys, AreFreeAfterAnyEnd) {
-    for (const int signal : {SIGTERM, SIGKILL}) {
-        Agent agent(desktop);
-        expectToggles(agent, "at first");
-        EXPECT_FALSE(grab(chord));
-        agent.process().send(signal);
-        ASSERT_TRUE(agent.process().awaitEnd());
-        EXPECT_SOON(grab(chord));
-        xcb_ungrab_key(client, nKey, client.root(), XCB_MOD_MASK_ANY);
-        client.settle();
-    }
-}

@@ -49,11 +49,6 @@ struct LongLife : testing::Test {
         return text;
     }
 
-    void moveToButton() {
-        const Area button = agent.buttons().at(0).area;
-        desktop.input.move(button.x + button.width / 2, button.y + button.height / 2);
-    }
-
     Desktop desktop;
     Agent agent{desktop};
 };
@@ -70,11 +65,7 @@ TEST_F(LongLife, TogglesCostNothing) {
 TEST_F(LongLife, MenusAndWindowsCostNothing) {
     agent.cover();
     repeat(rounds(15, 200), [this] {
-        moveToButton();
-        desktop.input.click(3);
-        ASSERT_SOON(agent.menus().size() == 1);
-        for (const uint8_t key : {downKey, downKey, downKey, returnKey}) // The edition window.
-            desktop.input.strike(key);
+        agent.choose(Row::summit);
         ASSERT_TRUE(await([&] {
             const auto open = agent.panels();
             return open.size() == 1 && desktop.screen.focus() == open[0].number;
@@ -89,7 +80,7 @@ TEST_F(LongLife, ChangesOfTheMonitorsCostNothing) {
     repeat(rounds(15, 200), [this] {
         desktop.server->xrandr({"--delmonitor", "B"});
         ASSERT_SOON(agent.buttons().size() == 1 && agent.isCovered());
-        desktop.server->xrandr({"--setmonitor", "B", "1280/340x1024/270+1920+0", "none"});
+        desktop.server->setMonitor("B", Desktop::right);
         ASSERT_SOON(agent.buttons().size() == 2 && agent.isCovered());
     });
 }

@@ -141,37 +141,6 @@ TEST_F(Monitors, AreCoveredThroughRandomChanges) {
     EXPECT_EQ(agent.process().errors(), "");
 }
 
-TEST(MonitorLayouts, AreCoveredAndNothingElse) {
-    std::vector<Area> sixteen;
-    for (int i = 0; i < 16; ++i)
-        sixteen.push_back({i % 4 * 1920, i / 4 * 1080, 1920, 1080});
-    const std::vector<Area> layouts[] = {
-        {{0, 0, 7680, 4320}},
-        sixteen,
-        {{0, 0, 1920, 1080}, {960, 540, 1920, 1080}, {1700, 0, 800, 2000}},
-        {{1920, 280, 1280, 800}, {0, 0, 1920, 1080}}, // The first one not at the origin.
-        {{0, 0, 1367, 769}, {1367, 13, 801, 601}},
-    };
-    Desktop desktop(XServer::framebuffer({"-screen", "0", "7680x4320x24"}));
-    const Paper paper(desktop);
-    Agent agent(desktop);
-    agent.cover();
-    for (const auto& monitors : layouts) {
-        SCOPED_TRACE(testing::PrintToString(monitors));
-        for (size_t i = 0; i < monitors.size(); ++i)
-            desktop.server->setMonitor(std::to_string(i), monitors[i], i == 0 ? "screen" : "none");
-        EXPECT_SOON(agent.isCovered() && agent.buttons().size() == monitors.size());
-        for (const Area& monitor : monitors)
-            EXPECT_SOON(desktop.screen.grabWithoutButtons(monitor).brightest() <= brightestCovered);
-        const Area last = monitors.back();
-        EXPECT_SOON(last.bottom() > 4300 ||
-                    desktop.screen.grab({last.x, 4300, 100, 20}).isAll(white));
-        for (size_t i = 0; i < monitors.size(); ++i)
-            desktop.server->xrandr({"--delmonitor", std::to_string(i)});
-    }
-    EXPECT_EQ(agent.process().errors(), "");
-}
-
 TEST_F(Outputs, AreCoveredThroughRandomChanges) {
     const auto& [desktop, agent] = std::tie(on->desktop, on->agent);
     const auto pick = [&](const std::vector<std::string>& from) {
@@ -192,7 +161,17 @@ TEST_F(Outputs, AreCoveredThroughRandomChanges) {
                 other};
         if (on->upTo(2)) change = {"--output", output, "--off"};
         if (on->upTo(3) == 0) change.emplace_back("--primary");
+        // In the middle of a drag, too.
+        const auto buttons = agent.buttons();
+        const bool drags = !buttons.empty() && on->upTo(2);
+        if (drags) {
+            desktop.input.move(buttons.back().area.middle());
+            desktop.input.press(1);
+            desktop.input.move(on->upTo(1000), on->upTo(700));
+        }
         desktop.server->xrandr(change);
+        desktop.input.move(300, 300);
+        if (drags) desktop.input.release(1);
         ASSERT_SOON(on->isCoveredEverywhere())
             << "change " << round << ": " << testing::PrintToString(change);
         allOff += desktop.screen.monitors().empty();

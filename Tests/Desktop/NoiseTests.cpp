@@ -76,8 +76,7 @@ struct Noise : OnDesktop {
     Noise() {
         // From the owner of this selection toolkits take their settings.
         paper.show();
-        xcb_set_selection_owner(client, paper.number(), client.atom("_XSETTINGS_S0"), 0);
-        client.settle();
+        client.own("_XSETTINGS_S0", paper.number());
     }
 
     xcb_atom_t anyOf(const QStringList& names) { return client.atom(dice.of(names).toStdString()); }

@@ -14,8 +14,7 @@ struct Case {
     std::vector<Area> monitors; ///< From the left to the right.
     Environment environment;
     std::vector<double> scales; ///< Of each monitor.
-    /// What the desktop tells on the server.
-    std::map<std::string, uint32_t> settings = {};
+    const char* settings = "";  ///< What the desktop tells on the server.
 };
 
 std::vector<Case> cases() {
@@ -24,12 +23,12 @@ std::vector<Case> cases() {
     const std::vector<Area> offset = {{0, 200, 1920, 1080}, {1920, 0, 2560, 1440}};
     return {
         {"One", two, {}, {1, 1}},
-        {"DoubleByTheDesktop", two, {}, {2, 2}, {{"Gdk/WindowScalingFactor", 2}}},
+        {"DoubleByTheDesktop", two, {}, {2, 2}, "Gdk/WindowScalingFactor 2"},
         {"InTheResolutionAlready",
          two,
          {},
          {1, 1},
-         {{"Gdk/UnscaledDPI", 96 * 1024}, {"Gdk/WindowScalingFactor", 2}}},
+         "Gdk/UnscaledDPI 98304\nGdk/WindowScalingFactor 2"},
         {"SecondDouble", offset, {{"QT_SCREEN_SCALE_FACTORS", "1;2"}}, {1, 2}},
         {"FirstDouble", offset, {{"QT_SCREEN_SCALE_FACTORS", "2;1"}}, {2, 1}},
         {"OddByAQuarter", odd, {{"QT_SCALE_FACTOR", "1.25"}}, {1.25, 1.25}},
@@ -47,9 +46,9 @@ std::unique_ptr<XServer> serverOf(const std::vector<Area>& monitors) {
 }
 
 struct Placement : OnDesktop, testing::WithParamInterface<Case> {
-    Placement() : OnDesktop(serverOf(GetParam().monitors)), teller(desktop.display()) {
+    Placement() : OnDesktop(serverOf(GetParam().monitors)) {
         desktop.extra = GetParam().environment;
-        teller.tell({}, GetParam().settings);
+        teller.tell(GetParam().settings);
     }
 
     /// Each button stands where it belongs, at the right edge of its monitor.
@@ -79,7 +78,7 @@ struct Placement : OnDesktop, testing::WithParamInterface<Case> {
         EXPECT_TRUE(GetParam().monitors[which].contains(area)) << area;
     }
 
-    SettingsManager teller;
+    SettingsManager teller{desktop};
 };
 
 } // namespace

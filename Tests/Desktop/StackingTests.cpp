@@ -2,8 +2,6 @@
 #include "Harness/Soak.h"
 #include "Harness/Times.h"
 
-#include <csignal>
-
 #include <xcb/composite.h>
 
 using namespace Harness;
@@ -103,30 +101,6 @@ TEST_P(TimedStacking, AWindowThatRaisesItselfWinsNeitherTheScreenNorTheProcessor
 INSTANTIATE_TEST_SUITE_P(Timed, TimedStacking, testing::Bool(), [](const auto& each) {
     return each.param ? "WithACompositor" : "WithoutACompositor";
 });
-
-TEST_F(Stacking, NoManagedWindowOfAnyStateStandsAboveThoughTheManagerGoes) {
-    auto manager = desktop.startWindowManager();
-    start();
-    std::vector<std::unique_ptr<TestWindow>> windows;
-    for (const std::vector<std::string>& states :
-         {std::vector<std::string>{"_NET_WM_STATE_ABOVE"},
-          {"_NET_WM_STATE_FULLSCREEN", "_NET_WM_STATE_ABOVE"}}) {
-        windows.push_back(
-            std::make_unique<TestWindow>(desktop.display(), spot, TestWindow::Kind::Managed));
-        windows.back()->setStates(states);
-        windows.back()->show();
-        ASSERT_SOON(desktop.screen.isViewable(windows.back()->number()));
-        windows.back()->raise();
-        expectNothingAbove();
-    }
-    for (const int end : {SIGTERM, SIGKILL}) {
-        manager->send(end);
-        ASSERT_TRUE(manager->awaitEnd());
-        expectNothingAbove();
-        manager = desktop.startWindowManager();
-        expectNothingAbove();
-    }
-}
 
 TEST_F(Stacking, AnotherProgramThatRedirectsAllWindowsUncoversNothing) {
     window.show();

@@ -124,22 +124,3 @@ TEST_F(Storm, NorDoTheirEndsInTheSameMoment) {
     }
     expectNoHarm();
 }
-
-TEST_F(Storm, NorDoWindowsThatDieAtAToggle) {
-    agent->uncover();
-    for (int round = 0; round < rounds(10, 100); ++round) {
-        std::vector<std::unique_ptr<TestWindow>> crowd;
-        for (int i = 0; i < 20; ++i) {
-            Area area = anywhere();
-            area.height = std::min(area.height, 1000 - area.y); // Clear of the tray.
-            crowd.push_back(std::make_unique<TestWindow>(desktop.display(), area));
-            crowd.back()->show();
-        }
-        agent->toggle();
-        crowd.clear();
-        ASSERT_SOON(agent->isCovered()) << agent->process().errors();
-        agent->uncover();
-    }
-    agent->cover();
-    expectNoHarm();
-}

@@ -1,7 +1,5 @@
 // The program's windows among other programs: what they hand over, give back and outlive.
-#include "Harness/Browser.h"
 #include "Harness/OnDesktop.h"
-#include "Harness/Paper.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -107,21 +105,6 @@ TEST_F(Windows, StandInTheMiddleAndGiveTheKeyboardBackToWhoHadIt) {
             EXPECT_SOON(desktop.screen.focus() == paper.number());
         }
     }
-}
-
-TEST_F(Windows, ThrowAShadowThatFadesAllTheWay) {
-    const auto compositor = desktop.startCompositor();
-    const Paper paper(desktop);
-    ASSERT_NO_FATAL_FAILURE(start());
-    const Area all = area(open(Row::summit));
-    const Area under = {all.x + all.width / 2, all.bottom() - 12, 1, 12};
-    EXPECT_TRUE(await([&] {
-        const Picture picture = desktop.screen.grab(under);
-        const auto at = [&](int y) { return picture.luminance(under.x, under.y + y); };
-        for (int y = 1; y < under.height; ++y)
-            if (at(y) <= at(y - 1) && at(y) < 250) return false;
-        return at(0) <= 210 && at(under.height - 1) > 250;
-    }));
 }
 
 TEST_F(Windows, TheListOfTheEditionWindowScrollsAndNoCompositorChangesIt) {
@@ -238,14 +221,4 @@ TEST_F(Windows, TheSettingsComeBackFromWhereverAWindowManagerPutThem) {
         }
     }
     EXPECT_EQ(agent->process().errors(), "");
-}
-
-TEST_F(Windows, SupportOpensItsPageWithoutAWord) {
-    const Browser browser(desktop);
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(agent->choose(Row::support)); // Nothing here can open a page yet.
-    browser.install();
-    ASSERT_NO_FATAL_FAILURE(agent->choose(Row::support));
-    EXPECT_SOON(browser.visited() == "https://vardek.example/support-vardek/\n");
-    EXPECT_EQ(agent->process().output() + agent->process().errors(), "");
 }

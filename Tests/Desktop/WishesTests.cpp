@@ -41,11 +41,11 @@ TEST_F(Wishes, ForContrastAreWhatTheThemeTellsWhereNoPortalDoes) {
     agent.emplace(desktop);
     agent->cover();
     EXPECT_TRUE(isBlurred());
-    SettingsManager manager(desktop.display());
+    SettingsManager manager(desktop);
     for (int i = 0; i < 2; ++i) {
-        manager.tell({{"Net/IconThemeName", "Tango"}, {"Net/ThemeName", "HighContrast"}});
+        manager.tell("Net/IconThemeName \"Tango\"\nNet/ThemeName \"HighContrast\"");
         EXPECT_SOON(isSolid()) << i;
-        manager.tell({{"Net/ThemeName", "Xfce"}}, {{"Gdk/WindowScalingFactor", 1}});
+        manager.tell("Net/ThemeName \"Xfce\"\nGdk/WindowScalingFactor 1");
         EXPECT_SOON(isBlurred()) << i;
     }
 }

@@ -1,9 +1,13 @@
+// Where the buttons stand, when they fade, and what becomes of them.
 #include "ManualTime.h"
 #include "Screens.h"
 
+#include "AppKit/Qt/Application/CurrentEvent.h"
 #include "Bubble.h"
 #include "Cover.h"
 #include "Prefs.h"
+
+namespace {
 
 class BubbleTest : public ScreensTest {
 protected:
@@ -26,6 +30,7 @@ protected:
     void useScreen(const CGRect& visibleFrame) {
         auto only = display(7, CGRectMake(0, 0, 1440, 900));
         only.visibleFrame = visibleFrame;
+        screens().setDisplays({});
         screens().setDisplays({only});
     }
 
@@ -39,130 +44,141 @@ protected:
         EXPECT_NEAR(panel().frame().origin.y, expected.y, 1e-9) << name;
     }
 
+    void mouse(void (BubbleView::*handler)(const NSEvent&), NSUInteger modifiers = 0) {
+        const NSEvent event(NSEventTypeLeftMouseDown, modifiers);
+        const CurrentEvent current(event, NSPoint{110, 210});
+        (*panel().button.*handler)(event);
+    }
+
     ManualTime& time = ManualTime::install();
     std::shared_ptr<Bubble> bubble = std::make_shared<Bubble>();
 };
 
+} // namespace
+
 TEST_F(BubbleTest, PlacesEachButtonFromItsStoredSpot) {
-    struct Case {
-        const char* name;
-        CGRect visibleFrame;
-        ButtonSpot spot;
-        NSPoint origin;
+    const std::tuple<const char*, CGRect, ButtonSpot, NSPoint> cases[] = {
+        {"untouched", {{0, 0}, {1440, 875}}, {1.0, 0.62}, {1390, 317.22}},
+        {"just left", {{0, 0}, {1440, 875}}, {0.49, 0.0}, {6, 825}},
+        {"just right", {{0, 0}, {1440, 875}}, {0.5, 0.0}, {1390, 825}},
+        {"taken as stored", {{0, 0}, {1440, 875}}, {7.0, 1.5}, {1390, -403.5}},
+        {"panels around", {{50, 30}, {1300, 800}}, {0.0, 1.0}, {56, 36}},
+        {"too low for it", {{0, 0}, {1440, 40}}, {1.0, 0.62}, {1390, -10}},
     };
-    for (const auto& [name, visibleFrame, spot, origin] : {
-             Case{"untouched", {{0, 0}, {1440, 875}}, {1.0, 0.62}, {1390, 317.22}},
-             Case{"just left", {{0, 0}, {1440, 875}}, {0.49, 0.0}, {6, 825}},
-             Case{"just right", {{0, 0}, {1440, 875}}, {0.5, 0.0}, {1390, 825}},
-             Case{"taken as stored", {{0, 0}, {1440, 875}}, {7.0, 1.5}, {1390, -403.5}},
-             Case{"panels around", {{50, 30}, {1300, 800}}, {0.0, 1.0}, {56, 36}},
-             Case{"too low for it", {{0, 0}, {1440, 40}}, {1.0, 0.62}, {1390, -10}},
-         }) {
+    for (const auto& [name, visibleFrame, spot, origin] : cases) {
         Prefs::shared().setButtonSpot(7, spot.side, spot.down);
-        screens().setDisplays({});
         useScreen(visibleFrame);
         expectOrigin(origin, name);
     }
 }
 
-TEST_F(BubbleTest, SettlesAtTheNearerSideOfItsOwnScreen) {
+TEST_F(BubbleTest, SlidesToTheNearerSideOfItsOwnScreenQuicklyAtFirst) {
     useScreen(CGRectMake(0, 0, 1440, 875)); // The area is (6, 6) to (1434, 869).
-    struct Case {
-        const char* name;
-        NSPoint dropped;
-        NSPoint origin;
+    const std::tuple<const char*, NSPoint, NSPoint> cases[] = {
+        {"left half", {300, 400}, {6, 400}},
+        {"on the middle line", {698, 400}, {1390, 400}},
+        {"just left of it", {697.9, 400}, {6, 400}},
+        {"above", {300, 4000}, {6, 825}},
+        {"below, on the next screen", {2500, -4000}, {1390, 6}},
     };
-    for (const auto& [name, dropped, origin] : {
-             Case{"left half", {300, 400}, {6, 400}},
-             Case{"on the middle line", {698, 400}, {1390, 400}},
-             Case{"just left of it", {697.9, 400}, {6, 400}},
-             Case{"above", {300, 4000}, {6, 825}},
-             Case{"below", {300, -4000}, {6, 6}},
-             Case{"on the next screen", {2500, 100}, {1390, 100}},
-             Case{"on the one before", {-2500, 100}, {6, 100}},
-         }) {
+    for (const auto& [name, dropped, origin] : cases) {
         drop(dropped);
         const ButtonSpot stored = Prefs::shared().buttonSpot(7);
         EXPECT_EQ(stored.side, origin.x == 6 ? 0 : 1) << name;
         EXPECT_NEAR(stored.down, (825 - origin.y) / (863 - 44), 1e-9) << name;
-        time.advance(0.2);
+        expectOrigin(dropped, name);
+        time.advance(0.08);
+        const double half = (dropped.x - panel().frame().origin.x) / (dropped.x - origin.x);
+        EXPECT_TRUE(0.55 < half && half < 0.8) << name;
+        time.advance(0.09);
         expectOrigin(origin, name);
-        // A button made anew stands where the former one came to rest.
-        bubble->start();
+        bubble->start(); // Made anew, it stands where the former one came to rest.
         expectOrigin(origin, name);
     }
-}
-
-TEST_F(BubbleTest, SlidesQuicklyAtFirst) {
-    useScreen(CGRectMake(0, 0, 1440, 875));
-    drop({300, 400});
-    expectOrigin({300, 400});
-    time.advance(0.08);
-    const double half = (300 - panel().frame().origin.x) / (300 - 6);
-    EXPECT_GT(half, 0.55);
-    EXPECT_LT(half, 0.8);
-    time.advance(0.09);
-    expectOrigin({6, 400});
     time.advance(10);
     EXPECT_EQ(time.pending(), 0);
-}
 
-TEST_F(BubbleTest, ATooLowScreenStoresTheMiddle) {
-    useScreen(CGRectMake(0, 0, 1440, 40));
+    useScreen(CGRectMake(0, 0, 1440, 40)); // Too low for it.
     drop({300, 400});
     time.advance(1);
     expectOrigin({6, -10});
     EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{0.0, 0.5}));
+    panel().home = 12345; // Without a home it stays.
+    drop({300, 400});
+    time.advance(1);
+    expectOrigin({300, 400});
+    EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{0.0, 0.5}));
 }
 
-TEST_F(BubbleTest, StaysWhereItWasDroppedWithoutAHome) {
-    useScreen(CGRectMake(0, 0, 1440, 875));
-    for (const std::optional<uint32_t> home : {std::optional<uint32_t>(), {12345}}) {
-        panel().home = home;
-        drop({300, 400});
-        time.advance(1);
-        expectOrigin({300, 400});
-        EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{1.0, 0.62}));
-    }
-}
-
-TEST_F(BubbleTest, EveryScreenWithANumberHasOne) {
-    auto displays = twoScreens();
-    displays.push_back(display(0, CGRectMake(0, 1080, 800, 600)));
-    screens().setDisplays(displays);
-    ASSERT_EQ(bubble->panels().size(), 2u);
-    for (const auto& [number, each] : bubble->panels())
-        EXPECT_EQ(each->home, number);
-    screens().setDisplays({});
-    EXPECT_TRUE(bubble->panels().empty());
-}
-
-TEST_F(BubbleTest, AChangeOfScreensMakesAllAnew) {
+TEST_F(BubbleTest, EveryScreenWithANumberHasOneMadeAnewAtEachChange) {
     const std::weak_ptr<BubblePanel> former = bubble->panels().at(7);
     time.advance(10);
     ASSERT_LT(panel().alphaValue(), 1.0);
     Cover::shared()->show();
-    screens().setDisplays({display(7, CGRectMake(0, 0, 1920, 1080))});
+    auto displays = twoScreens();
+    displays.push_back(display(0, CGRectMake(0, 1080, 800, 600)));
+    screens().setDisplays(displays);
+    EXPECT_EQ(bubble->panels().size(), 2u);
     EXPECT_TRUE(former.expired());
     EXPECT_TRUE(panel().button->blurred());
     time.advance(10);
     EXPECT_EQ(panel().alphaValue(), 1.0);
-}
 
-TEST_F(BubbleTest, AClickTogglesAndAllFollow) {
-    for (const bool shown : {true, false}) {
-        panel().button->onClick();
-        EXPECT_EQ(Cover::shared()->shown(), shown);
-        for (const auto& [number, each] : bubble->panels())
-            EXPECT_EQ(each->button->accessibilityLabel(),
-                      shown ? "Show the screens" : "Blur every screen");
-    }
-}
-
-TEST_F(BubbleTest, CallbacksOutliveTheirOwner) {
     const auto orphan = bubble->panels().at(7);
-    bubble = nullptr;
+    bubble = nullptr; // Its callbacks outlive it.
     orphan->button->onMoved();
     orphan->button->rightMouseDown(NSEvent(NSEventTypeRightMouseDown, 0));
     screens().setDisplays({});
+}
+
+TEST_F(BubbleTest, FadesWhenNothingHasHappenedForAWhile) {
+    time.advance(2.49);
+    EXPECT_EQ(panel().alphaValue(), 1.0);
+    time.advance(0.16);
+    EXPECT_NEAR(panel().alphaValue(), 0.8, 0.04);
+    mouse(&BubbleView::mouseEntered);
+    time.advance(10);
+    EXPECT_EQ(panel().alphaValue(), 1.0);
+    mouse(&BubbleView::mouseExited);
+    time.advance(2.9);
+    EXPECT_EQ(panel().alphaValue(), 0.6);
+
+    bubble->menu = [] { return std::make_shared<NSMenu>(); };
+    mouse(&BubbleView::mouseDown, NSEventModifierFlagControl);
+    mouse(&BubbleView::mouseUp, NSEventModifierFlagControl);
+    EXPECT_EQ(panel().alphaValue(), 0.6) << "for its menu alone it stays dim";
+    EXPECT_FALSE(Cover::shared()->shown());
+}
+
+TEST_F(BubbleTest, EverythingWakesItAndWhatItIsDoneWithLetsItRest) {
+    const auto blur = [this](bool blurred) {
+        return [this, blurred] { panel().button->setBlurred(blurred); };
+    };
+    const auto send = [this](void (BubbleView::*handler)(const NSEvent&)) {
+        return [this, handler] { mouse(handler); };
+    };
+    using Step = std::function<void()>;
+    panel().button->onClick = [] {};
+    const std::pair<Step, Step> cases[] = {
+        {send(&BubbleView::mouseEntered), send(&BubbleView::mouseExited)},
+        {send(&BubbleView::mouseDown), send(&BubbleView::mouseUp)},
+        {blur(true), blur(false)},
+    };
+    for (const auto& [wake, rest] : cases) {
+        time.advance(10);
+        ASSERT_EQ(panel().alphaValue(), 0.6);
+        wake();
+        time.advance(10);
+        EXPECT_EQ(panel().alphaValue(), 1.0);
+        rest();
+        time.advance(2.4);
+        EXPECT_EQ(panel().alphaValue(), 1.0);
+        time.advance(10);
+        EXPECT_EQ(panel().alphaValue(), 0.6);
+    }
+    mouse(&BubbleView::mouseEntered); // As the cover goes off under the pointer.
+    blur(true)();
+    blur(false)();
+    time.advance(10);
+    EXPECT_EQ(panel().alphaValue(), 1.0);
 }

@@ -1,4 +1,4 @@
-// The program on a session bus: other instances of it, and the desktop's requests and settings.
+// The program on a session bus: other instances of it, and the desktop's requests.
 #include "HeadlessSession.h"
 
 #include "AppKit/AppKit.h"
@@ -9,7 +9,6 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QDeadlineTimer>
 
@@ -24,15 +23,17 @@ void runUntil(const std::function<bool()>& holds) {
     EXPECT_TRUE(holds());
 }
 
-/// A connection of its own, which answers every call to one object.
-class Peer : public QDBusVirtualObject {
+/// Another instance of the program, as it looks from the bus.
+class OtherInstance : public QDBusVirtualObject {
 public:
-    Peer(const QString& name, const QString& path)
+    explicit OtherInstance(const QString& name)
         : connection(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)),
           m_name(name) {
-        connection.registerVirtualObject(path, this);
+        connection.registerVirtualObject("/Instance", this);
+        connection.interface()->registerService(identifier + ".Instances",
+                                                QDBusConnectionInterface::QueueService);
     }
-    ~Peer() override { QDBusConnection::disconnectFromBus(m_name); }
+    ~OtherInstance() override { QDBusConnection::disconnectFromBus(m_name); }
 
     /// The kind of the error that came back.
     QDBusError::ErrorType call(const QString& whom, const QString& path, const char* method,
@@ -45,12 +46,7 @@ public:
     QString introspect(const QString&) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
         asked << message.member();
-        // As a settings portal of the first version.
-        if (message.member() == "ReadOne")
-            return bus.send(message.createErrorReply(QDBusError::UnknownMethod, "Too old."));
-        const QDBusVariant inner(1U);
-        return bus.send(
-            message.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(inner)))));
+        return bus.send(message.createReply());
     }
 
     QDBusConnection connection;
@@ -58,18 +54,6 @@ public:
 
 private:
     const QString m_name;
-};
-
-/// Another instance of the program, as it looks from the bus.
-struct OtherInstance : Peer {
-    explicit OtherInstance(const char* name) : Peer(name, "/Instance") {
-        connection.interface()->registerService(identifier + ".Instances",
-                                                QDBusConnectionInterface::QueueService);
-    }
-    QDBusError::ErrorType ask(const char* method, const QVariantList& arguments) {
-        return call(identifier, "/com/vardek/NimbrelLite", method, arguments);
-    }
-    QDBusError::ErrorType activate() { return ask("Activate", {QVariantMap()}); }
 };
 
 OtherInstance* older = nullptr;
@@ -83,26 +67,15 @@ struct Delegate : NSApplicationDelegate {
 
 } // namespace
 
-TEST(NSApplication, IsReopenedByRequestsThatFindItRunningAndNoNewerInstance) {
+TEST(NSApplication, IsReopenedByRequestsThatFindItRunning) {
     const auto delegate = std::make_shared<Delegate>();
     NSApp->setDelegate(delegate);
     older->asked.clear();
     const auto own = QDBusConnection::sessionBus().baseService();
     runUntil([&] { return older->connection.interface()->serviceOwner(identifier) == own; });
-    EXPECT_EQ(older->activate(), QDBusError::NoError);
+    EXPECT_EQ(older->call(identifier, "/com/vardek/NimbrelLite", "Activate", {QVariantMap()}),
+              QDBusError::NoError);
     EXPECT_EQ(delegate->reopened, 1) << "the request that started the program is its launch";
-    const QVariantMap data;
-    EXPECT_EQ(older->ask("ActivateAction", {"blur", QVariantList(), data}),
-              QDBusError::InvalidArgs);
-    EXPECT_EQ(older->ask("Open", {QStringList{"file:///a"}, data}), QDBusError::NotSupported);
-    {
-        OtherInstance newer("taking over");
-        newer.connection.interface()->registerService(
-            identifier, QDBusConnectionInterface::ReplaceExistingService);
-        older->ask("Activate", {data});
-    }
-    EXPECT_EQ(older->activate(), QDBusError::NoError);
-    EXPECT_EQ(delegate->reopened, 2);
 }
 
 // Two instances that start at once may each ask the other. The older one's request is turned round.
@@ -130,26 +103,6 @@ TEST(NSRunningApplication, FindsTheInstancesOldestFirstAndGivesWayToANewerOneAlo
     NSApp->setDelegate(delegate);
     NSApp->run(); // Returns.
     runUntil([] { return older->asked.contains("Terminate"); });
-}
-
-TEST(PortalSetting, FollowsItsOwnKeyOfItsOwnGroupInEitherVersion) {
-    auto& workspace = NSWorkspace::sharedWorkspace();
-    EXPECT_FALSE(workspace.accessibilityDisplayShouldReduceTransparency());
-    const char* const path = "/org/freedesktop/portal/desktop";
-    Peer portal("portal", path);
-    portal.connection.registerService("org.freedesktop.portal.Desktop");
-    runUntil([&] { return workspace.accessibilityDisplayShouldReduceTransparency(); });
-    const auto tell = [&](const char* group, const char* key) {
-        auto signal =
-            QDBusMessage::createSignal(path, "org.freedesktop.portal.Settings", "SettingChanged");
-        portal.connection.send(signal << group << key << QVariant::fromValue(QDBusVariant(0U)));
-    };
-    tell("org.example", "contrast");
-    tell("org.freedesktop.appearance", "color-scheme");
-    portal.call(QDBusConnection::sessionBus().baseService(), "/nowhere", "None"); // And is heard.
-    EXPECT_TRUE(workspace.accessibilityDisplayShouldReduceTransparency());
-    tell("org.freedesktop.appearance", "contrast");
-    runUntil([&] { return !workspace.accessibilityDisplayShouldReduceTransparency(); });
 }
 
 int main(int argc, char** argv) {

@@ -1,10 +1,17 @@
+// The covers' states, as the session is told of them, and the key that changes them.
 #include "Screens.h"
 
+#include "Carbon/Carbon+Private.h"
 #include "Cover.h"
+#include "HotKey.h"
 
 #include <algorithm>
 
 using WindowServer::HeadlessSurface;
+
+static_assert(cmdKey + optionKey + controlKey == 0x1900);
+static_assert(kEventClassKeyboard == 0x6B657962 && kEventHotKeyPressed == 5);
+static_assert(kEventParamDirectObject == 0x2D2D2D2D && typeEventHotKeyID == 0x686B6964);
 
 namespace {
 
@@ -55,12 +62,11 @@ private:
 
 TEST_F(CoverTest, SaysSoOnceAllWindowsHaveChangedAndMakesNone) {
     expectAll(false);
-    for (int round = 0; round < 2; ++round)
-        for (const bool shown : {false, false, true, true}) {
-            shown ? cover->show() : cover->hide();
-            EXPECT_EQ(cover->shown(), shown);
-            expectAll(shown);
-        }
+    for (const bool shown : {false, true, true, false, true}) {
+        shown ? cover->show() : cover->hide();
+        EXPECT_EQ(cover->shown(), shown);
+        expectAll(shown);
+    }
     EXPECT_EQ(posts, 3) << "one for each change";
     EXPECT_EQ(windowsMade(), 2);
 }
@@ -70,21 +76,13 @@ TEST_F(CoverTest, ChangesOfTheScreensKeepTheState) {
     moved[1].frame = CGRectMake(0, 1080, 1600, 900);
     auto added = twoScreens();
     added.push_back(display(11, CGRectMake(-800, 0, 800, 600)));
-
-    const std::tuple<const char*, std::vector<WindowServer::Display>, int> cases[] = {
-        {"one more", added, 3},
-        {"one less", {twoScreens()[0]}, 3},
-        {"it comes back", twoScreens(), 4},
-        {"moved and resized", moved, 4},
-        {"none", {}, 4},
-        {"all come back", twoScreens(), 6},
-    };
+    const std::pair<std::vector<WindowServer::Display>, int> changes[] = {
+        {added, 3}, {{twoScreens()[0]}, 3}, {twoScreens(), 4}, {moved, 4}, {{}, 4}};
     for (const bool shown : {true, false}) {
         restart();
         if (shown) cover->show();
         posts = 0;
-        for (const auto& [change, displays, windows] : cases) {
-            SCOPED_TRACE(change);
+        for (const auto& [displays, windows] : changes) {
             screens().setDisplays(displays);
             EXPECT_EQ(cover->shown(), shown);
             EXPECT_EQ(windowsMade(), windows);
@@ -92,43 +90,38 @@ TEST_F(CoverTest, ChangesOfTheScreensKeepTheState) {
         }
         EXPECT_EQ(posts, 0);
     }
-}
-
-TEST_F(CoverTest, AScreenWithoutANumberGetsNoWindow) {
     screens().setDisplays({twoScreens()[0], display(0, CGRectMake(1920, 0, 100, 100))});
-    cover->show();
-    ASSERT_EQ(screens().surfaces().size(), 1u);
-    EXPECT_EQ(screens().surfaces().front()->frame, twoScreens()[0].frame);
+    EXPECT_EQ(screens().surfaces().size(), 1u) << "none where there is no number";
 }
 
-TEST_F(CoverTest, ARefusedBlurBringsUpOneMaterialBehindTheTintOfItsWindow) {
-    CoverWindow window;
-    const HeadlessSurface& surface = *screens().surfaces().back();
-    const CGRect larger = CGRectMake(0, 0, 1920, 1080);
-    for (const int answer : {1006, 1006, 0, 1006}) {
+TEST_F(CoverTest, ARefusedBlurBringsUpOneMaterialAndLeavesNothingBehind) {
+    const HeadlessSurface& surface = *screens().surfaces().front();
+    for (const int answer : {1006, 0, 1006}) {
         screens().blurAnswer = answer;
-        window.dress();
-        window.setFrame(larger, false);
+        cover->show();
         EXPECT_EQ(surface.look, (WindowServer::Look{answer != 0, CGColor{0, 0, 0, 0.4}}));
-        EXPECT_EQ(window.contentView()->subviews().size(), 2u);
+        cover->hide();
+        EXPECT_EQ(surface.look, WindowServer::Look{});
     }
-    for (const auto* each : screens().surfaces())
-        EXPECT_EQ(each->look.material, each == &surface);
-}
-
-TEST_F(CoverTest, ARefusedBlurLeavesNothingBehind) {
-    screens().blurAnswer = 1006;
     cover->show();
-    EXPECT_TRUE(screens().surfaces().front()->look.material);
-    cover->hide();
-    EXPECT_EQ(screens().surfaces().front()->look, WindowServer::Look{});
-}
-
-TEST_F(CoverTest, ObserversOfACoverThatIsGoneDoNothing) {
-    cover->show();
-    cover = nullptr;
+    cover = nullptr; // What observed for it does nothing more.
     screens().setDisplays({});
     NSWorkspace::sharedWorkspace().notificationCenter().postNotificationName(
         NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, nullptr);
     EXPECT_TRUE(screens().surfaces().empty());
+}
+
+TEST_F(ScreensTest, TheHotKeysHandlerTellsWhatItDealtWith) {
+    EXPECT_EQ(hotKeyPressed(nullptr, nullptr, nullptr), eventNotHandledErr);
+    const std::pair<EventHotKeyID, OSStatus> cases[] = {{{'NLHK', 2}, -9874}, {{'else', 1}, 0}};
+    for (const auto& [key, status] : cases) {
+        OpaqueEventRef event{key};
+        EXPECT_EQ(hotKeyPressed(nullptr, &event, nullptr), status);
+        EXPECT_EQ(Cover::shared()->shown(), status == noErr);
+    }
+    Cover::shared()->hide();
+    screens().grantsKeys = false;
+    HotKey::shared().register_();
+    EXPECT_FALSE(HotKey::shared().registered());
+    screens().grantsKeys = true;
 }

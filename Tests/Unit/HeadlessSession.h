@@ -84,9 +84,6 @@ public:
     void dropLevel(ToolkitWindow window) override { levels.erase(window); }
     std::map<ToolkitWindow, int> levels;
 
-    Snapshot grabAround(ToolkitWindow, int) override { return around; }
-    Snapshot around; ///< What is seen around any window.
-
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override {
         const auto found = std::ranges::find(m_surfaces, surfaceNumber, &HeadlessSurface::number);
         if (found == m_surfaces.end()) return -1;

@@ -31,15 +31,18 @@ public:
     }
 
     /// How many alarms are to ring.
-    int pending() const {
-        return static_cast<int>(std::count_if(m_alarms.begin(), m_alarms.end(),
-                                              [](const auto& a) { return a.lock(); }));
-    }
+    auto pending() const { return std::ranges::count_if(m_alarms, isSet); }
 
     /// Rings all that is due in these seconds, in its order.
     void advance(double seconds) {
         const double end = m_now + seconds;
-        while (const auto alarm = takeNext(end)) {
+        for (;;) {
+            std::erase_if(m_alarms, std::not_fn(isSet));
+            const auto next = std::ranges::min_element(
+                m_alarms, {}, [](const auto& each) { return each.lock()->when; });
+            if (next == m_alarms.end() || next->lock()->when > end) break;
+            const auto alarm = next->lock();
+            m_alarms.erase(next);
             m_now = alarm->when;
             alarm->work();
         }
@@ -52,16 +55,7 @@ private:
         double when;
         std::function<void()> work;
     };
-
-    std::shared_ptr<Alarm> takeNext(double end) {
-        std::shared_ptr<Alarm> next;
-        for (const auto& each : m_alarms)
-            if (const auto alarm = each.lock(); alarm && (!next || alarm->when < next->when))
-                next = alarm;
-        if (!next || next->when > end) return nullptr;
-        std::erase_if(m_alarms, [&](const auto& each) { return each.lock() == next; });
-        return next;
-    }
+    static bool isSet(const std::weak_ptr<Alarm>& alarm) { return !alarm.expired(); }
 
     double m_now = 0;
     std::vector<std::weak_ptr<Alarm>> m_alarms;

@@ -1,10 +1,10 @@
 #include "AppKit/AppKit.h"
-#include "AppKit/Qt/Menus/KeyEquivalent.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QTimer>
 
@@ -34,7 +34,6 @@ protected:
         menu->addItem(NSMenuItem::separatorItem());
         add(*submenu, "Inner", "i");
         const auto more = std::make_shared<NSMenuItem>("More", nullptr, "");
-        more->setImage(NSImage::imageWithSystemSymbolName("lock.fill", std::nullopt));
         more->setSubmenu(submenu);
         menu->addItem(more);
     }
@@ -68,7 +67,6 @@ TEST_F(MenuTest, RunsWhatIsChosenOnceItHasClosed) {
         return [=](QMenu& native) { strike(native, key, modifiers); };
     };
     const std::pair<std::function<void(QMenu&)>, const char*> cases[] = {
-        {[](QMenu& native) { native.actions()[0]->trigger(); }, "First & last"},
         {[](QMenu& native) { native.actions()[2]->menu()->actions()[0]->trigger(); }, "Inner"},
         {keys(Qt::Key_N, Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier), "First & last"},
         {keys(Qt::Key_I, Qt::MetaModifier), "Inner"},
@@ -98,35 +96,4 @@ TEST_F(MenuTest, LeavesAnItemAloneWhoseTargetHasGone) {
     EXPECT_FALSE(orphan->isEnabled());
     open([](QMenu& native) { strike(native, Qt::Key_O, Qt::MetaModifier); });
     EXPECT_THAT(program->log, ElementsAre("closed", "closed"));
-}
-
-TEST_F(MenuTest, StaysAsTheProgramCeasesToBeTheActiveOne) {
-    open([](const QMenu& native) {
-        QEvent deactivation(QEvent::ApplicationDeactivate);
-        QCoreApplication::sendEvent(qApp, &deactivation);
-        EXPECT_TRUE(native.isVisible());
-    });
-}
-
-TEST_F(MenuTest, ASecondClickOnItsStatusItemClosesIt) {
-    const auto item = NSStatusBar::systemStatusBar().statusItemWithLength(NSSquareStatusItemLength);
-    item->setMenu(menu);
-    QTimer::singleShot(0, [&] {
-        EXPECT_TRUE(QApplication::activePopupWidget());
-        item->button()->performClick(nullptr);
-    });
-    item->button()->performClick(nullptr);
-    EXPECT_THAT(program->log, ElementsAre("closed"));
-}
-
-TEST(KeyEquivalent, IsShownWithItsModifiersInOrder) {
-    const auto text = [](const char* key, NSUInteger mask) {
-        NSMenuItem item("Title", nullptr, key);
-        item.setKeyEquivalentModifierMask(mask);
-        return keyEquivalentText(item).toStdString();
-    };
-    EXPECT_EQ(text("n", 0x1c0000), "⌃⌥⌘N");
-    EXPECT_EQ(text(",", NSEventModifierFlagCommand), "⌘,");
-    EXPECT_EQ(text("", NSEventModifierFlagCommand), "");
-    EXPECT_EQ(NSMenuItem("", nullptr, "q").keyEquivalentModifierMask(), 0x100000u);
 }

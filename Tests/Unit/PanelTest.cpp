@@ -1,4 +1,3 @@
-#include "ManualTime.h"
 #include "Screens.h"
 
 #include "AppKit/AppKit.h"
@@ -10,8 +9,6 @@
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
-
-#include <algorithm>
 
 namespace {
 
@@ -128,20 +125,6 @@ TEST_F(PanelTest, LeavesTheMouseToAMenuUntilThatCloses) {
     EXPECT_EQ(view->heard, "entered down exited ");
 }
 
-TEST_F(PanelTest, ShowsThroughWhatLiesBehindAndNoPopupOfItsOwn) {
-    screens().around = {{-2, -2, 24, 24}, {}};
-    for (int i = 0; i < 24 * 24; ++i)
-        screens().around.pixels.push_back(i % 24 < 12 ? 0xff0000 : 0xffffff);
-    QWidget popup(nullptr, Qt::ToolTip);
-    popup.setGeometry(widget()->geometry().adjusted(10, -10, 100, 10));
-    popup.show();
-    panel->setAlphaValue(0.1);
-    const QColor right = widget()->grab().toImage().pixelColor(18, 10);
-    screens().around = {};
-    EXPECT_GT(right.red(), 200);
-    EXPECT_LT(right.green(), 20);
-}
-
 TEST_F(PanelTest, MayEndInTheMiddleOfItsOwnEvent) {
     const std::weak_ptr<TestView> weak = view;
     view->act = [this, keep = std::string(100, 'x')] {
@@ -153,24 +136,4 @@ TEST_F(PanelTest, MayEndInTheMiddleOfItsOwnEvent) {
     EXPECT_TRUE(weak.expired());
     EXPECT_FALSE(widget());
     EXPECT_TRUE(screens().levels.empty());
-}
-
-TEST(Time, ATimerFiresOnceOrAgainAndAgainUntilItIsInvalid) {
-    ManualTime& time = ManualTime::install();
-    std::string rung;
-    const auto ring = [&](double seconds, bool again, const char* name) {
-        return NSTimer::scheduledTimerWithTimeInterval(seconds, again,
-                                                       [&rung, name](const auto& timer) {
-                                                           rung += name;
-                                                           if (std::ranges::count(rung, 'b') == 3)
-                                                               timer->invalidate();
-                                                       });
-    };
-    ring(1.5, false, "a");
-    ring(1, true, "b");
-    ring(1, false, "c")->invalidate();
-    time.advance(10);
-    EXPECT_EQ(rung, "babb");
-    EXPECT_EQ(time.pending(), 0);
-    Timeline::install(nullptr);
 }

@@ -36,8 +36,8 @@ TEST_F(PrefsTest, EachScreensSpotComesBackAsItWasStored) {
 }
 
 TEST_F(PrefsTest, WhatIsUnusableGivesTheUsualSpot) {
-    for (const char* const value : {"", ",", "0.5,", "0, 0.5, 1", "left, 0.5", "\"0, 0.5\"",
-                                    "0,5, 0,62", "0x1, 0.5", "0 0.5", "0, 0.5 m"}) {
+    for (const char* const value :
+         {"", ",", "0.5,", "0, 0.5, 1", "left, 0.5", "\"0, 0.5\"", "0x1, 0.5", "0, 0.5 m"}) {
         writeText(path, QByteArray("[General]\nbuttonSpot.7=") + value + "\nbuttonSpot.8=0, 0.5\n");
         EXPECT_EQ(prefs.buttonSpot(7), usual) << value;
         EXPECT_EQ(prefs.buttonSpot(8), (ButtonSpot{0, 0.5})) << value;

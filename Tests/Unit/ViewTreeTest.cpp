@@ -1,15 +1,12 @@
 // Where views stand, and what pressing them does.
 
-#include "FakeLoginService.h"
-#include "HostedButtons.h"
-
-#include "GeneralSettings.h"
-
 #include "SwiftUI/Qt/HostView.h"
 #include "SwiftUI/SwiftUI.h"
 
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QScrollArea>
@@ -57,10 +54,6 @@ std::vector<Layout> layouts() {
          HStack({.spacing = 5}, {box(20, 10), Spacer({.minLength = 0}), box(30, 20)}),
          {200, 40},
          {{0, 15, 20, 10}, {170, 10, 30, 20}}},
-        {"a spacer keeps its least length and adds no spacing",
-         HStack({box(20, 10), Spacer(), box(30, 10)}),
-         {30, 10},
-         {{-14, 0, 20, 10}, {14, 0, 30, 10}}},
         {"each of a range is a child of the stack around, 8 apart",
          VStack({}, {boxes, box(40, 10)}),
          {40, 46},
@@ -73,10 +66,6 @@ std::vector<Layout> layouts() {
          box(20, 10).frame({.width = 50}).background(fill()).padding(5),
          {80, 20},
          {{15, 5, 50, 10}, {30, 5, 20, 10}}},
-        {"a fixed axis asks for the ideal length",
-         fill().fixedSize({.horizontal = true, .vertical = false}),
-         {50, 30},
-         {{20, 0, 10, 30}}},
     };
 }
 
@@ -89,10 +78,9 @@ View rowsOfText(const std::string& text) {
              {Text(text),
               Text(text).font(Font::caption).fixedSize({.horizontal = false, .vertical = true})}),
          Spacer(), Text("Tag").padding(4).background(Capsule().fill(Color::secondary))});
-    return Form({Section({.header = "First", .footer = Text(text)},
-                         {Wrapped{row},
-                          Button({.action = [] {}, .label = row}).buttonStyle(ButtonStyle::plain)}),
-                 Section({.header = "Second"}, {Wrapped{row}, Text(text)})});
+    return Form({Section(
+        {.header = "First", .footer = Text(text)},
+        {Wrapped{row}, Button({.action = [] {}, .label = row}).buttonStyle(ButtonStyle::plain)})});
 }
 
 struct Switch : ObservableObject {
@@ -111,10 +99,16 @@ struct Settings {
     }
 };
 
-std::string focusedName() {
-    QWidget* const widget = QApplication::focusWidget();
-    if (!widget) return {};
-    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).toStdString();
+QString nameOf(QWidget* widget) {
+    return widget ? QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name) : "";
+}
+QString focusedName() { return nameOf(QApplication::focusWidget()); }
+
+/// The button that assistive technology knows by this name.
+QAbstractButton& buttonIn(const QWidget& host, const QString& name) {
+    for (auto* const button : host.findChildren<QAbstractButton*>())
+        if (nameOf(button) == name) return *button;
+    throw std::runtime_error("No button " + name.toStdString());
 }
 
 void settle() {
@@ -140,40 +134,32 @@ TEST(ViewTree, GivesEachViewItsPlace) {
 TEST(ViewTree, NeverCutsAText) {
     const std::string text = "A sentence that is too long for one line of a narrow window, and "
                              "must be read to its end.";
-    int wrapped = 0;
-    for (const int width : {240, 333, 540, 900}) {
+    for (const int width : {240, 333, 900}) {
         SCOPED_TRACE(width);
         const Shown shown(rowsOfText(text), {width, 2000});
         const auto labels = shown.host.findChildren<QLabel*>();
-        ASSERT_EQ(labels.size(), 13);
+        ASSERT_EQ(labels.size(), 8);
+        EXPECT_EQ(labels[1]->height() > 2 * labels[1]->fontMetrics().height() - 4, width < 900);
         for (const QLabel* label : labels) {
-            SCOPED_TRACE(label->text().toStdString());
             EXPECT_GE(label->height(), label->heightForWidth(label->width()));
             EXPECT_GE(shown.place(*label).left(), 0);
             EXPECT_LE(shown.place(*label).right(), width);
-            wrapped += label->height() > 2 * label->fontMetrics().height() - 4;
             for (const QLabel* other : labels)
                 EXPECT_TRUE(label == other || !shown.place(*label).intersects(shown.place(*other)))
-                    << other->text().toStdString();
+                    << label->text().toStdString() << " and " << other->text().toStdString();
         }
     }
-    EXPECT_GT(wrapped, 0);
-}
-
-TEST(ViewTree, ScrollsAFormThatIsTallerThanItsRoom) {
-    Shown shown(rowsOfText("Text"), {400, 1000});
-    const auto& area = *shown.host.findChild<QScrollArea*>();
-    EXPECT_EQ(area.verticalScrollBar()->maximum(), 0);
-    const QSize rows = area.widget()->size();
-    shown.host.resize(400, 100);
-    EXPECT_EQ(area.verticalScrollBar()->maximum(), rows.height() - 100);
-    EXPECT_EQ(area.viewport()->width(), rows.width()) << "the bar takes no room";
-    EXPECT_TRUE(area.verticalScrollBar()->isVisible());
 }
 
 TEST(ViewTree, ScrollsToWhereTheKeyboardComesFromOutside) {
-    Shown shown(ScrollView(VStack({}, {box(10, 400), Button("Last", [] {})})));
-    auto& bar = *shown.host.findChild<QScrollArea*>()->verticalScrollBar();
+    Shown shown(ScrollView(VStack({}, {box(10, 400), Button("Last", [] {})})), {400, 1000});
+    const auto& area = *shown.host.findChild<QScrollArea*>();
+    auto& bar = *area.verticalScrollBar();
+    EXPECT_EQ(bar.maximum(), 0);
+    const QSize content = area.widget()->size();
+    shown.host.resize(400, 200);
+    EXPECT_EQ(bar.maximum(), content.height() - 200);
+    EXPECT_EQ(area.viewport()->width(), content.width()) << "the bar takes no room";
     EXPECT_EQ(bar.value(), 0);
     buttonIn(shown.host, "Last").setFocus(Qt::BacktabFocusReason);
     EXPECT_EQ(bar.value(), bar.maximum());
@@ -185,26 +171,6 @@ TEST(ViewTree, ScrollsToWhereTheKeyboardComesFromOutside) {
     EXPECT_EQ(bar.value(), 10);
 }
 
-TEST(ViewTree, TheKeysPressTheButtonsThatTheyBelongTo) {
-    std::string pressed;
-    const auto button = [&](const std::string& name) {
-        return Button(name, [&pressed, name] { pressed = name; });
-    };
-    const Shown shown(VStack(
-        {}, {button("Other"), button("Not Now").keyboardShortcut(KeyboardShortcut::cancelAction),
-             button("Buy").keyboardShortcut(KeyboardShortcut::defaultAction)}));
-    const auto press = [&](Qt::Key key) {
-        QTest::keyClick(QApplication::focusWidget(), key);
-        return std::exchange(pressed, {});
-    };
-    EXPECT_EQ(press(Qt::Key_Space), "") << "nothing is pressed by a stray one";
-    EXPECT_EQ(press(Qt::Key_Return), "Buy");
-    EXPECT_EQ(press(Qt::Key_Escape), "Not Now");
-    press(Qt::Key_Tab);
-    EXPECT_EQ(press(Qt::Key_Space), "Other");
-    EXPECT_EQ(press(Qt::Key_Enter), "Buy");
-}
-
 TEST(ViewTree, AContentShapeMakesTheEmptyMiddleCount) {
     const View label = HStack({Text("Left"), Spacer(), Text("Right")});
     for (const bool hasShape : {false, true}) {
@@ -214,16 +180,12 @@ TEST(ViewTree, AContentShapeMakesTheEmptyMiddleCount) {
                               .buttonStyle(ButtonStyle::plain));
         QAbstractButton& button = buttonIn(shown.host, "Left, Right");
         QTest::mouseClick(&button, Qt::LeftButton, {}, button.rect().center());
-        EXPECT_EQ(presses, hasShape ? 1 : 0);
-        QTest::mouseClick(&button, Qt::LeftButton, {}, {8, button.height() / 2});
-        EXPECT_EQ(presses, hasShape ? 2 : 1);
-        // Dragged off, it is let go without a press.
-        for (const QPoint aside : {QPoint(-40, 5), QPoint(5, button.height() + 40)}) {
-            QTest::mousePress(&button, Qt::LeftButton, {}, {8, button.height() / 2});
-            QTest::mouseMove(&button, aside);
-            QTest::mouseRelease(&button, Qt::LeftButton, {}, aside);
-            EXPECT_EQ(presses, hasShape ? 2 : 1);
-        }
+        EXPECT_EQ(presses, hasShape);
+        const QPoint text(8, button.height() / 2), aside(5, button.height() + 40);
+        QTest::mousePress(&button, Qt::LeftButton, {}, text);
+        QTest::mouseMove(&button, aside); // Dragged off, it is let go without a press.
+        QTest::mouseRelease(&button, Qt::LeftButton, {}, aside);
+        EXPECT_EQ(presses, hasShape);
     }
 }
 
@@ -283,15 +245,12 @@ TEST(ViewTree, AnActionMayReplaceItsOwnButton) {
 }
 
 TEST(ViewTree, RunsItsActionsEachTimeItAppears) {
-    const auto service = std::make_shared<FakeLoginService>();
-    installMainAppService(service);
-    HostView host(GeneralSettings{.login = std::make_shared<LoginSwitch>()});
-    for (const bool enabled : {false, true, false}) {
-        service->now = SMAppServiceStatus(enabled);
+    int appeared = 0;
+    HostView host(Text("Here").onAppear([&] { ++appeared; }));
+    for (const int times : {1, 2}) {
         host.show();
         QApplication::processEvents();
-        EXPECT_EQ(buttonIn(host, "Open at login").isChecked(), enabled);
+        EXPECT_EQ(appeared, times);
         host.hide();
     }
-    installMainAppService(nullptr);
 }

@@ -34,6 +34,10 @@ public:
                                                  "picom", "--backend", "xrender", "--config",
                                                  "/dev/null"}) const;
 
+    /// A program that is ready when it has the selection.
+    std::unique_ptr<Process> startOwner(const std::string& selection,
+                                        const std::vector<std::string>& command) const;
+
     /// What a program finds in its environment here.
     Environment environment() const;
 
@@ -45,9 +49,6 @@ public:
     std::optional<Tray> tray;
 
 private:
-    std::unique_ptr<Process> startOwner(const std::string& selection,
-                                        const std::vector<std::string>& command) const;
-
     Folder m_home;
 };
 

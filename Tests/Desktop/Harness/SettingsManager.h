@@ -1,24 +1,31 @@
 #pragma once
 
-#include "Harness/XClient.h"
+#include "Harness/Await.h"
+#include "Harness/Desktop.h"
 
-#include <map>
-#include <string>
+#include <csignal>
 
 namespace Harness {
 
 /// The one program that tells all others of the desktop's settings on the X server itself.
 class SettingsManager {
 public:
-    explicit SettingsManager(const std::string& display);
+    explicit SettingsManager(const Desktop& desktop)
+        : m_program(desktop.startOwner(
+              "_XSETTINGS_S0", {"xsettingsd", "-c", m_folder.write("settings", "").string()})) {}
 
-    void tell(const std::map<std::string, std::string>& texts,
-              const std::map<std::string, uint32_t>& numbers = {});
+    void tell(const std::string& settings) { ///< `Net/ThemeName "Xfce"`, one in each line
+        m_folder.write("settings", settings + "\n");
+        const auto said = m_program->errors();
+        await([&] { // A signal that comes before it listens is lost.
+            m_program->send(SIGHUP);
+            return m_program->errors() != said;
+        });
+    }
 
 private:
-    XClient m_client;
-    xcb_window_t m_window;
-    uint32_t m_serial = 0; ///< Of all that is told, for who looks for what has changed.
+    Folder m_folder;
+    std::unique_ptr<Process> m_program;
 };
 
 } // namespace Harness

@@ -52,6 +52,13 @@ void XClient::put(xcb_window_t window, const std::string& property, xcb_atom_t t
     settle();
 }
 
+void XClient::own(const std::string& selection, xcb_window_t window) const {
+    xcb_set_selection_owner(m_connection, window, atom(selection), XCB_CURRENT_TIME);
+    settle();
+    send(root(), atom("MANAGER"), XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+         {XCB_CURRENT_TIME, atom(selection), window, 0, 0});
+}
+
 void XClient::askToClose(xcb_window_t window) const {
     send(window, atom("WM_PROTOCOLS"), XCB_EVENT_MASK_NO_EVENT,
          {atom("WM_DELETE_WINDOW"), XCB_CURRENT_TIME, 0, 0, 0});

@@ -41,6 +41,8 @@ public:
     /// Writes numbers, of 32 bits each, into a property.
     void put(xcb_window_t window, const std::string& property, xcb_atom_t type,
              const std::vector<uint32_t>& numbers) const;
+    /// Takes a selection and lets everyone know.
+    void own(const std::string& selection, xcb_window_t window) const;
     void askToClose(xcb_window_t window) const; ///< As a window manager's close button does.
 
     /// The reply to a request; null if the server refused it. Throws if the server is gone.
