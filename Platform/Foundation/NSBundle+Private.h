@@ -3,6 +3,9 @@
 #include <optional>
 #include <string>
 
+/// What the main bundle says under the key; empty where it says nothing.
+std::string infoOf(const std::string& key);
+
 /// Where a bundle of the name is, for an executable at an absolute path. An installed one, under
 /// /usr, /usr/local or /opt, is in the folder of applications. Any other, such as one in a build
 /// tree or in someone's home, is the folder that the executable is in.

@@ -17,6 +17,10 @@ void installMainExecutable(std::optional<std::string> path) {
     installedExecutable = std::move(path);
 }
 
+std::string infoOf(const std::string& key) {
+    return NSBundle::mainBundle().objectForInfoDictionaryKey(key).value_or("");
+}
+
 NSBundle& NSBundle::mainBundle() {
     static NSBundle bundle;
     return bundle;
@@ -43,7 +47,7 @@ std::optional<std::string> NSBundle::bundleIdentifier() const {
 std::string NSBundle::bundlePath() const {
     const auto executable =
         installedExecutable.value_or(QCoreApplication::applicationFilePath().toStdString());
-    return bundlePathOf(executable, objectForInfoDictionaryKey("CFBundleName").value_or(""));
+    return bundlePathOf(executable, infoOf("CFBundleName"));
 }
 
 std::optional<std::string> NSBundle::objectForInfoDictionaryKey(const std::string& key) const {

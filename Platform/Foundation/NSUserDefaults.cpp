@@ -1,7 +1,7 @@
 #include "Foundation/NSUserDefaults.h"
 
 #include "Foundation/DefaultsFile+Private.h"
-#include "Foundation/NSBundle.h"
+#include "Foundation/NSBundle+Private.h"
 
 #include <QStandardPaths>
 
@@ -15,9 +15,8 @@ namespace {
 // are the shortest that read back as the same, in no one's language.
 
 QString path() {
-    const auto identifier = NSBundle::mainBundle().bundleIdentifier().value_or("");
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/" +
-           QString::fromStdString(identifier) + ".ini";
+           QString::fromStdString(infoOf("CFBundleIdentifier")) + ".ini";
 }
 
 std::string written(double number) {

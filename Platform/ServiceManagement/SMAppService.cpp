@@ -1,6 +1,6 @@
 #include "ServiceManagement/SMAppService.h"
 
-#include "Foundation/NSBundle.h"
+#include "Foundation/NSBundle+Private.h"
 #include "ServiceManagement/LoginEntry+Private.h"
 
 #include <QCoreApplication>
@@ -12,9 +12,8 @@ namespace {
 std::shared_ptr<SMAppService> installedService;
 
 LoginEntry::Application application() {
-    const auto& bundle = NSBundle::mainBundle();
-    return {.identifier = bundle.bundleIdentifier().value_or(""),
-            .name = bundle.objectForInfoDictionaryKey("CFBundleName").value_or(""),
+    return {.identifier = infoOf("CFBundleIdentifier"),
+            .name = infoOf("CFBundleName"),
             .program = QCoreApplication::applicationFilePath().toStdString()};
 }
 

@@ -2,7 +2,7 @@
 #include "AppKit/Qt/Appearance/ControlStyle.h"
 #include "AppKit/Qt/Appearance/Preference.h"
 #include "AppKit/Qt/Application/Launch.h"
-#include "Foundation/NSBundle.h"
+#include "Foundation/NSBundle+Private.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -29,8 +29,7 @@ constexpr Tones darkTones = {0xff29292b, 0xff1e1e20, 0xff4a4a4d, 0xff55555a,
                              0xfff2f2f4, 0xffa8a8ae, 0xff8e8e93};
 
 QPalette paletteOf(const Tones& tones) {
-    const QColor accent(QString::fromStdString(
-        NSBundle::mainBundle().objectForInfoDictionaryKey("NSAccentColorName").value_or("")));
+    const QColor accent(QString::fromStdString(infoOf("NSAccentColorName")));
     using Role = QPalette::ColorRole;
     const QColor window(tones.window);
     const std::pair<Role, QColor> colors[] = {

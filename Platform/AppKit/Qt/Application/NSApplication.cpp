@@ -6,7 +6,7 @@
 #include "AppKit/Qt/Contents/Controllers.h"
 #include "AppKit/Qt/Panels/PanelWindow.h"
 #include "AppKit/Qt/Windows/ContentWindow.h"
-#include "Foundation/NSBundle.h"
+#include "Foundation/NSBundle+Private.h"
 #include "Foundation/NSLog.h"
 #include "WindowServer/Session.h"
 
@@ -48,10 +48,6 @@ void connectToWindowServer() {
     ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
     const int scale = Session::current().windowScale();
     if (scale != 1) ::setenv("QT_SCALE_FACTOR", std::to_string(scale).c_str(), keepExisting);
-}
-
-std::string infoOf(const char* key) {
-    return NSBundle::mainBundle().objectForInfoDictionaryKey(key).value_or("");
 }
 
 /// The toolkit closes its menus as another program becomes the active one, and hears of that a

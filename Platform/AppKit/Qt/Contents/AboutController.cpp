@@ -3,7 +3,7 @@
 #include "AppKit/Qt/Contents/Controllers.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "AppKit/Qt/Drawing/NSGraphicsContext.h"
-#include "Foundation/NSBundle.h"
+#include "Foundation/NSBundle+Private.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -18,10 +18,7 @@ constexpr int iconSize = 96;
 constexpr int sideEdge = 36;
 constexpr int lowerEdge = 28;
 
-QString information(const char* key) {
-    return QString::fromStdString(
-        NSBundle::mainBundle().objectForInfoDictionaryKey(key).value_or(""));
-}
+QString information(const char* key) { return QString::fromStdString(infoOf(key)); }
 
 QLabel* line(const QString& text, int pixels, QFont::Weight weight) {
     auto* label = new QLabel(text);

@@ -119,8 +119,8 @@ std::vector<PixelRect> inkOf(const QImage& picture) {
     return ink;
 }
 
-QImage withShadow(const QImage& picture, double margin, double scale) {
-    const int border = static_cast<int>(std::lround(margin));
+QImage withShadow(const QImage& picture, double scale) {
+    const int border = static_cast<int>(std::lround(softShadowMargin * scale));
     QImage result(picture.size() + 2 * QSize(border, border), QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     QPainter painter(&result);

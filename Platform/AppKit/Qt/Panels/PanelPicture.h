@@ -17,11 +17,11 @@ std::vector<WindowServer::PixelRect> inkOf(const QImage& picture);
 /// What the shadow takes on each side of what throws it, in points.
 inline constexpr int softShadowMargin = 12;
 
-/// The picture with so many pixels around it on each side, and the shadow there that all of the
-/// program's windows throw where a compositor blends it. The scale is in pixels a point.
-QImage withShadow(const QImage& picture, double margin, double scale);
+/// The picture with the margin around it, and the shadow there that all of the program's windows
+/// throw where a compositor blends it. The scale is in pixels a point.
+QImage withShadow(const QImage& picture, double scale);
 
 /// An estimate of what lies behind the ink, from the surroundings that are not hidden. Empty where
 /// these are not known.
 QImage estimateBehind(const QImage& picture, const WindowServer::Snapshot& surroundings,
-                      const QRegion& hidden = {});
+                      const QRegion& hidden);

@@ -194,7 +194,7 @@ void PanelWindow::draw() {
     const double scale = devicePixelRatioF();
     m_picture = {};
     if (view()) m_picture = pictureOf(*view(), m_window->frame().size, scale);
-    m_shadowed = m_margin > 0 ? withShadow(m_picture, m_margin * scale, scale) : m_picture;
+    m_shadowed = m_margin > 0 ? withShadow(m_picture, scale) : m_picture;
     m_shadowed.setDevicePixelRatio(scale);
     setShapes();
 }

@@ -40,7 +40,7 @@ QPixmap groundOf(double scale, const QColor& fill, const QColor& line) {
     painter.drawRoundedRect(QRectF(picture.rect()).adjusted(inset, inset, -inset, -inset),
                             corner * scale, corner * scale);
     painter.end();
-    return QPixmap::fromImage(withShadow(picture, margin, scale));
+    return QPixmap::fromImage(withShadow(picture, scale));
 }
 
 /// The same, drawn once.

@@ -1,6 +1,6 @@
 #include "WindowServer/X11/Desktop/KeyGrab.h"
 
-#include "Foundation/NSBundle.h"
+#include "Foundation/NSBundle+Private.h"
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/Desktop/Xkb.h"
 #include "WindowServer/X11/Event.h"
@@ -19,9 +19,7 @@ namespace {
 constexpr std::chrono::milliseconds patience(2000), pause(10);
 
 /// Whose owner is the instance that has the key.
-std::string selectionName() {
-    return NSBundle::mainBundle().bundleIdentifier().value_or("") + ".HotKey";
-}
+std::string selectionName() { return infoOf("CFBundleIdentifier") + ".HotKey"; }
 
 } // namespace
 
@@ -108,9 +106,7 @@ void KeyGrab::announce() {
         m_window = m_connection.newId();
         xcb_create_window(xcb, 0, m_window, m_connection.root(), -1, -1, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-        const std::string name =
-            NSBundle::mainBundle().objectForInfoDictionaryKey("CFBundleName").value_or("") +
-            " hot key";
+        const std::string name = infoOf("CFBundleName") + " hot key";
         xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
                             8, static_cast<uint32_t>(name.size()), name.data());
     }
