@@ -102,20 +102,6 @@ TEST_F(Alerts, StandInTheUpperMiddleOfThePointersMonitorAndOutliveIt) {
     expectCovered(true);
 }
 
-TEST_F(Alerts, LeaveTheKeyboardToThePointerIfItsOwnerHasGone) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(openAlert());
-    paper.hide();
-    close();
-    TestWindow other(desktop.display(), Desktop::left);
-    other.show();
-    desktop.input.move(960, 300);
-    EXPECT_TRUE(await([&] {
-        strike({aKey});
-        return other.hears(XCB_KEY_PRESS, aKey);
-    }));
-}
-
 TEST_F(Alerts, DoWhatTheirButtonsSay) {
     const Browser browser(desktop);
     browser.install();

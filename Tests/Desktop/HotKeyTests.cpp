@@ -9,18 +9,12 @@ using namespace Harness;
 
 namespace {
 
-struct HotKeys : testing::Test {
-    HotKeys() : client(desktop.display()) {}
-
+struct HotKeys : OnDesktop {
     void run(std::vector<std::string> command) const {
         Environment environment = inheritedEnvironment();
         environment["DISPLAY"] = desktop.display();
         Process process(command, environment);
         ASSERT_EQ(process.awaitEnd(), 0) << command.front() << ": " << process.errors();
-    }
-
-    void strike(uint8_t key = nKey) const {
-        desktop.input.strikeTogether({controlKey, altKey, superKey, key});
     }
 
     /// Which modifiers are on.
@@ -30,10 +24,10 @@ struct HotKeys : testing::Test {
         return static_cast<uint8_t>(pointer->mask);
     }
 
-    void expectToggles(const Agent& agent, const std::string& when, uint8_t key = nKey) const {
+    void expectToggles(const Agent& its, const std::string& when, uint8_t key = nKey) const {
         for (const bool covered : {true, false}) {
-            strike(key);
-            EXPECT_SOON(covered ? agent.isCovered() : agent.visibleCovers().empty()) << when;
+            desktop.input.strikeTogether({controlKey, altKey, superKey, key});
+            EXPECT_SOON(covered ? its.isCovered() : its.visibleCovers().empty()) << when;
         }
     }
 
@@ -61,18 +55,17 @@ struct HotKeys : testing::Test {
         return desktop.screen.selectionOwner("com.vardek.NimbrelLite.HotKey");
     }
 
-    Desktop desktop;
-    XClient client;
+    const XClient client{desktop.display()};
 };
 
 } // namespace
 
 TEST_F(HotKeys, ToggleWhateverLocksAreOn) {
     run({"xmodmap", "-e", "add mod3 = Scroll_Lock"});
-    Agent agent(desktop);
+    agent.emplace(desktop);
     std::set<uint8_t> seen;
     for (int combination = 0; combination < 8; ++combination) {
-        expectToggles(agent, "modifiers " + std::to_string(modifiers()));
+        expectToggles(*agent, "modifiers " + std::to_string(modifiers()));
         seen.insert(modifiers());
         // As a counter counts, so that every combination has its turn.
         desktop.input.strike(capsLock);
@@ -84,19 +77,19 @@ TEST_F(HotKeys, ToggleWhateverLocksAreOn) {
 
 TEST_F(HotKeys, FollowTheModifiersWhereverTheyMove) {
     desktop.input.strike(numLock);
-    Agent agent(desktop);
+    agent.emplace(desktop);
     run({"xmodmap", "-e", "clear mod2", "-e", "add mod3 = Num_Lock"});
     ASSERT_SOON(isTaken(chord | XCB_MOD_MASK_3));
-    expectToggles(agent, "with the lock moved, and the former one on for good");
+    expectToggles(*agent, "with the lock moved, and the former one on for good");
     desktop.input.strike(numLock);
     EXPECT_TRUE(modifiers() & XCB_MOD_MASK_3);
-    expectToggles(agent, "with the moved lock on");
+    expectToggles(*agent, "with the moved lock on");
     run({"xmodmap", "-e", "clear mod1", "-e", "clear mod4", "-e", "add mod4 = Alt_L", "-e",
          "add mod1 = Super_L"});
-    expectToggles(agent, "with Alt and Super exchanged");
+    expectToggles(*agent, "with Alt and Super exchanged");
     run({"xmodmap", "-e", "clear mod1", "-e", "add mod5 = Super_L"});
     ASSERT_SOON(isTaken(XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_4 | XCB_MOD_MASK_5));
-    expectToggles(agent, "with Super elsewhere");
+    expectToggles(*agent, "with Super elsewhere");
 }
 
 TEST_F(HotKeys, BelongToThePlaceOfTheKeyInEveryLayout) {
@@ -111,20 +104,20 @@ TEST_F(HotKeys, BelongToThePlaceOfTheKeyInEveryLayout) {
         run({"xkbcomp", "-w0", keymap.string(), desktop.display()});
         ASSERT_SOON(isTaken(chord, static_cast<uint8_t>(n)));
     };
-    Agent agent(desktop);
+    agent.emplace(desktop);
     for (const char* layout : {"de", "ru", "fr", "us"}) {
         run({"setxkbmap", layout});
-        expectToggles(agent, layout);
+        expectToggles(*agent, layout);
     }
     placeKeys(58, 57);
-    expectToggles(agent, "moved", 58);
-    strike(nKey);
-    EXPECT_FOR(300ms, agent.visibleCovers().empty());
+    expectToggles(*agent, "moved", 58);
+    desktop.input.strikeChord();
+    EXPECT_FOR(300ms, agent->visibleCovers().empty());
     placeKeys(57, 58);
-    expectToggles(agent, "and back");
+    expectToggles(*agent, "and back");
     run({"setxkbmap", "-layout", "us,ru", "-option", "grp:caps_toggle"});
     desktop.input.strike(capsLock);
-    expectToggles(agent, "in the second group");
+    expectToggles(*agent, "in the second group");
 }
 
 TEST_F(HotKeys, ToggleOnceHoweverLongTheyAreHeld) {
@@ -137,10 +130,10 @@ TEST_F(HotKeys, ToggleOnceHoweverLongTheyAreHeld) {
     ASSERT_SOON((heard += paper.takeEvents().size()) > 6) << "no repeats";
     desktop.input.letGo(aKey);
 
-    Agent agent(desktop);
+    agent.emplace(desktop);
     for (const bool covered : {true, false}) {
         const auto isSo = [&] {
-            return covered ? agent.isCovered() : agent.visibleCovers().empty();
+            return covered ? agent->isCovered() : agent->visibleCovers().empty();
         };
         for (const uint8_t key : chordKeys)
             desktop.input.hold(key);
@@ -154,16 +147,16 @@ TEST_F(HotKeys, ToggleOnceHoweverLongTheyAreHeld) {
 
 TEST_F(HotKeys, OfAnotherProgramAreLeftToIt) {
     ASSERT_TRUE(grab(chord | XCB_MOD_MASK_2)); // With the number lock on, and only so.
-    Agent agent(desktop);
+    agent.emplace(desktop);
     EXPECT_TRUE(grab(chord)) << "the program keeps a part of what it was refused";
-    strike();
-    EXPECT_FOR(500ms, agent.visibleCovers().empty());
+    desktop.input.strikeChord();
+    EXPECT_FOR(500ms, agent->visibleCovers().empty());
     int presses = 0;
     while (const auto event = client.nextEvent())
         presses += event->response_type == XCB_KEY_PRESS;
     EXPECT_GT(presses, 0);
-    agent.cover();
-    agent.uncover();
+    agent->cover();
+    agent->uncover();
 }
 
 TEST_F(HotKeys, StayWithAStartThatDoesNotGoAndTheSettingsSaySo) {

@@ -71,18 +71,6 @@ TEST_F(Lifetime, GoesOnWithoutABusAndBesideAFrozenOne) {
     }
 }
 
-TEST_F(Lifetime, GetsItsStatusItemInATrayThatComesLater) {
-    desktop.tray.reset();
-    ASSERT_NO_FATAL_FAILURE(start());
-    for (int i = 0; i < 3; ++i) {
-        desktop.tray.emplace(desktop.display(), 600, 1050);
-        ASSERT_SOON(!desktop.tray->icons().empty()) << "tray " << i;
-        agent->cover();
-        agent->uncover();
-        desktop.tray.reset();
-    }
-}
-
 TEST_F(Lifetime, NeverLeavesAPictureOfTheScreenInACore) {
     ASSERT_NO_FATAL_FAILURE(start());
     std::ifstream limits("/proc/" + std::to_string(agent->process().pid()) + "/limits");
@@ -127,16 +115,6 @@ TEST(Process, EndsWithTheServerAndSaysInOneSentenceThatThereIsNone) {
         Process process(Agent::command(), environment);
         ASSERT_NO_FATAL_FAILURE(expectEnd(process));
         EXPECT_EQ(std::ranges::count(process.errors(), '\n'), 1) << process.errors();
-    }
-}
-
-TEST(Process, TakesThePlatformOfItsServerWhateverIsChosenForOthers) {
-    Desktop desktop;
-    for (const char* platform : {"wayland;xcb", "minimal"}) {
-        desktop.extra = {{"QT_QPA_PLATFORM", platform}, {"WAYLAND_DISPLAY", "wayland-0"}};
-        Agent agent(desktop);
-        agent.cover();
-        EXPECT_EQ(agent.process().errors(), "");
     }
 }
 

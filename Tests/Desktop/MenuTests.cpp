@@ -108,18 +108,6 @@ TEST_F(Menus, AreOperatedByTheKeyboardAndNameWhatTheFirstItemDoes) {
     EXPECT_EQ(agent->process().awaitEnd(), 0);
 }
 
-TEST_F(Menus, OutliveTheirTrayAndTheirMonitor) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(openAt(icon()));
-    desktop.tray.reset();
-    desktop.server->xrandr({"--delmonitor", "B"});
-    EXPECT_SOON(agent->buttons().size() == 1);
-    close();
-    desktop.tray.emplace(desktop.display(), 100, 0);
-    ASSERT_SOON(desktop.tray->docked() == 1);
-    agent->cover();
-}
-
 TEST_F(Menus, OpenFromATrayOnTheBus) {
     desktop.tray.reset();
     NotifierTray tray(desktop.bus->address());

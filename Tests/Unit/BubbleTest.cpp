@@ -1,4 +1,4 @@
-// Where the buttons stand, when they fade, and what becomes of them.
+// Where the buttons stand, what wakes them, and what becomes of them. Drags are the desktop's.
 #include "ManualTime.h"
 #include "Screens.h"
 
@@ -34,18 +34,8 @@ protected:
         screens().setDisplays({only});
     }
 
-    void drop(const NSPoint& origin) {
-        panel().setFrameOrigin(origin);
-        panel().button->onMoved();
-    }
-
-    void expectOrigin(const NSPoint& expected, const char* name = "") {
-        EXPECT_NEAR(panel().frame().origin.x, expected.x, 1e-9) << name;
-        EXPECT_NEAR(panel().frame().origin.y, expected.y, 1e-9) << name;
-    }
-
-    void mouse(void (BubbleView::*handler)(const NSEvent&), NSUInteger modifiers = 0) {
-        const NSEvent event(NSEventTypeLeftMouseDown, modifiers);
+    void mouse(void (BubbleView::*handler)(const NSEvent&)) {
+        const NSEvent event(NSEventTypeLeftMouseDown, 0);
         const CurrentEvent current(event, NSPoint{110, 210});
         (*panel().button.*handler)(event);
     }
@@ -68,46 +58,9 @@ TEST_F(BubbleTest, PlacesEachButtonFromItsStoredSpot) {
     for (const auto& [name, visibleFrame, spot, origin] : cases) {
         Prefs::shared().setButtonSpot(7, spot.side, spot.down);
         useScreen(visibleFrame);
-        expectOrigin(origin, name);
+        EXPECT_NEAR(panel().frame().origin.x, origin.x, 1e-9) << name;
+        EXPECT_NEAR(panel().frame().origin.y, origin.y, 1e-9) << name;
     }
-}
-
-TEST_F(BubbleTest, SlidesToTheNearerSideOfItsOwnScreenQuicklyAtFirst) {
-    useScreen(CGRectMake(0, 0, 1440, 875)); // The area is (6, 6) to (1434, 869).
-    const std::tuple<const char*, NSPoint, NSPoint> cases[] = {
-        {"left half", {300, 400}, {6, 400}},
-        {"on the middle line", {698, 400}, {1390, 400}},
-        {"just left of it", {697.9, 400}, {6, 400}},
-        {"above", {300, 4000}, {6, 825}},
-        {"below, on the next screen", {2500, -4000}, {1390, 6}},
-    };
-    for (const auto& [name, dropped, origin] : cases) {
-        drop(dropped);
-        const ButtonSpot stored = Prefs::shared().buttonSpot(7);
-        EXPECT_EQ(stored.side, origin.x == 6 ? 0 : 1) << name;
-        EXPECT_NEAR(stored.down, (825 - origin.y) / (863 - 44), 1e-9) << name;
-        expectOrigin(dropped, name);
-        time.advance(0.08);
-        const double half = (dropped.x - panel().frame().origin.x) / (dropped.x - origin.x);
-        EXPECT_TRUE(0.55 < half && half < 0.8) << name;
-        time.advance(0.09);
-        expectOrigin(origin, name);
-        bubble->start(); // Made anew, it stands where the former one came to rest.
-        expectOrigin(origin, name);
-    }
-    time.advance(10);
-    EXPECT_EQ(time.pending(), 0);
-
-    useScreen(CGRectMake(0, 0, 1440, 40)); // Too low for it.
-    drop({300, 400});
-    time.advance(1);
-    expectOrigin({6, -10});
-    EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{0.0, 0.5}));
-    panel().home = 12345; // Without a home it stays.
-    drop({300, 400});
-    time.advance(1);
-    expectOrigin({300, 400});
-    EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{0.0, 0.5}));
 }
 
 TEST_F(BubbleTest, EveryScreenWithANumberHasOneMadeAnewAtEachChange) {
@@ -124,30 +77,19 @@ TEST_F(BubbleTest, EveryScreenWithANumberHasOneMadeAnewAtEachChange) {
     time.advance(10);
     EXPECT_EQ(panel().alphaValue(), 1.0);
 
+    // Dropped on the middle line of its screen it goes right, above it to the top.
+    panel().setFrameOrigin({1920 / 2 - 22, 4000});
+    panel().button->onMoved();
+    EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{1.0, 0.0}));
+    time.advance(0.08);
+    EXPECT_TRUE(panel().frame().origin.x > 1400 && panel().frame().origin.x < 1870) << "it slides";
+    time.advance(0.09);
+    EXPECT_EQ(panel().frame().origin, (NSPoint{1870, 1030}));
     const auto orphan = bubble->panels().at(7);
     bubble = nullptr; // Its callbacks outlive it.
     orphan->button->onMoved();
     orphan->button->rightMouseDown(NSEvent(NSEventTypeRightMouseDown, 0));
     screens().setDisplays({});
-}
-
-TEST_F(BubbleTest, FadesWhenNothingHasHappenedForAWhile) {
-    time.advance(2.49);
-    EXPECT_EQ(panel().alphaValue(), 1.0);
-    time.advance(0.16);
-    EXPECT_NEAR(panel().alphaValue(), 0.8, 0.04);
-    mouse(&BubbleView::mouseEntered);
-    time.advance(10);
-    EXPECT_EQ(panel().alphaValue(), 1.0);
-    mouse(&BubbleView::mouseExited);
-    time.advance(2.9);
-    EXPECT_EQ(panel().alphaValue(), 0.6);
-
-    bubble->menu = [] { return std::make_shared<NSMenu>(); };
-    mouse(&BubbleView::mouseDown, NSEventModifierFlagControl);
-    mouse(&BubbleView::mouseUp, NSEventModifierFlagControl);
-    EXPECT_EQ(panel().alphaValue(), 0.6) << "for its menu alone it stays dim";
-    EXPECT_FALSE(Cover::shared()->shown());
 }
 
 TEST_F(BubbleTest, EverythingWakesItAndWhatItIsDoneWithLetsItRest) {

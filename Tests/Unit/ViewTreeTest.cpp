@@ -227,30 +227,3 @@ TEST(ViewTree, DrawnAnewItKeepsFocusAndScrollPosition) {
     settle();
     EXPECT_EQ(shown.host.findChildren<QAbstractButton*>().size(), 1);
 }
-
-TEST(ViewTree, AnActionMayReplaceItsOwnButton) {
-    struct Replaced {
-        ObservedObject<Switch> object;
-        View body() const {
-            if (object->on) return Text("Gone");
-            return Button("Go", [object = object] {
-                object->on = true;
-                settle();
-            });
-        }
-    };
-    const Shown shown(Replaced{std::make_shared<Switch>()});
-    QTest::mouseClick(&buttonIn(shown.host, "Go"), Qt::LeftButton);
-    EXPECT_EQ(shown.host.findChild<QLabel*>()->text(), "Gone");
-}
-
-TEST(ViewTree, RunsItsActionsEachTimeItAppears) {
-    int appeared = 0;
-    HostView host(Text("Here").onAppear([&] { ++appeared; }));
-    for (const int times : {1, 2}) {
-        host.show();
-        QApplication::processEvents();
-        EXPECT_EQ(appeared, times);
-        host.hide();
-    }
-}
