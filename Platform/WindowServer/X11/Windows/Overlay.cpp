@@ -157,7 +157,8 @@ void Overlay::keepOnTop(int type, const xcb_generic_event_t& event) {
 bool Overlay::handlePaint(const xcb_generic_event_t& event) {
     constexpr int accidents = 2;
     if (isBefore(event, m_paintedAt)) return false;
-    if (++m_foreignPaints <= accidents || !isDrawnOver()) return m_isOverpainted = true;
+    m_foreignPaints = isDrawnOver() ? m_foreignPaints + 1 : 0;
+    if (m_foreignPaints <= accidents) return m_isOverpainted = true;
     if (onDrawnOver) onDrawnOver();
     return false;
 }
