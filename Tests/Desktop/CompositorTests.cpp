@@ -30,6 +30,7 @@ struct Compositor {
     /// itself only those that it manages.
     bool isGtk = false;
     bool isKWin = false;
+    bool isGnome = false;
 };
 
 void PrintTo(const Compositor& compositor, std::ostream* out) { *out << compositor.name; }
@@ -56,7 +57,9 @@ struct Stage {
         for (const Area& monitor : desktop.screen.monitors())
             looked.push_back({monitor.x + 8, 0, monitor.width - 128, monitor.height});
         if (!compositor.manages) manager = desktop.startWindowManager();
+        if (compositor.isGnome) startLogind();
         start();
+        if (compositor.isGnome) leaveOverview();
         paper.paintChecks(8);
         paper.lower();
         paper.show();
@@ -72,13 +75,38 @@ struct Stage {
         EXPECT_SOON(!compositor.isKWin || askKWin(state).ends_with("true\n"));
     }
 
-    std::string askKWin(const Command& call) const {
-        Command command = {"dbus-send", "--session", "--print-reply=literal", "--dest=org.kde.KWin",
-                           "/Compositor"};
+    /// GNOME's Shell does not start without it.
+    void startLogind() {
+        desktop.extra["DBUS_SYSTEM_BUS_ADDRESS"] = system.emplace().address().toStdString();
+        const Command mock = {"/usr/bin/python3", "-m", "dbusmock", "--system", "-t", "logind"};
+        logind = std::make_unique<Process>(mock, desktop.environment());
+    }
+
+    std::string ask(const std::string& service, const std::string& object,
+                    const Command& call) const {
+        Command command = {"dbus-send", "--session", "--print-reply=literal", "--dest=" + service,
+                           object};
         command.insert(command.end(), call.begin(), call.end());
         Process asked(command, desktop.environment());
         asked.awaitEnd();
         return asked.output();
+    }
+    std::string askKWin(const Command& call) const {
+        return ask("org.kde.KWin", "/Compositor", call);
+    }
+    bool hasOverview() const {
+        return ask("org.gnome.Shell", "/org/gnome/Shell",
+                   {"org.freedesktop.DBus.Properties.Get", "string:org.gnome.Shell",
+                    "string:OverviewActive"})
+            .ends_with("true\n");
+    }
+    /// It begins with it, and no other program gets a key meanwhile.
+    void leaveOverview() const {
+        EXPECT_SOON(hasOverview());
+        ask("org.gnome.Shell", "/org/gnome/Shell",
+            {"org.freedesktop.DBus.Properties.Set", "string:org.gnome.Shell",
+             "string:OverviewActive", "variant:boolean:false"});
+        EXPECT_SOON(!hasOverview());
     }
 
     void toggle() const {
@@ -125,6 +153,8 @@ struct Stage {
     Desktop desktop;
     TestWindow paper;
     std::vector<Area> looked;
+    std::optional<SessionBus> system;
+    std::unique_ptr<Process> logind;
     std::unique_ptr<Process> manager;
     std::unique_ptr<Process> process;
 };
@@ -274,13 +304,14 @@ INSTANTIATE_TEST_SUITE_P(
 // For the long run.
 INSTANTIATE_TEST_SUITE_P(
     Each, Composited,
-    testing::Values(Compositor{"Marco", {"marco", "--composite"}, true, 30, true, true},
-                    Compositor{"Muffin", {"muffin"}, true}, picom("Picom", {"xrender"}),
-                    picom("PicomActive", {"xrender", "--active-opacity", "0.85"}),
-                    picom("PicomDim", {"xrender", "--inactive-dim", "0.5"}),
-                    picom("PicomRule", {"xrender", "--opacity-rule", "80:width > 0"}),
-                    picom("PicomGlTranslucent", {"glx", "-i", "0.9", "--inactive-opacity-override",
-                                                 "--corner-radius", "20"}),
-                    picom("PicomSample", {"xrender"},
-                          "/usr/share/doc/picom/examples/picom.sample.conf")),
+    testing::Values(
+        Compositor{"Marco", {"marco", "--composite"}, true, 30, true, true},
+        Compositor{"Muffin", {"muffin"}, true},
+        Compositor{"Gnome", {"gnome-shell", "--x11"}, true, 0, false, false, false, true},
+        picom("Picom", {"xrender"}), picom("PicomActive", {"xrender", "--active-opacity", "0.85"}),
+        picom("PicomDim", {"xrender", "--inactive-dim", "0.5"}),
+        picom("PicomRule", {"xrender", "--opacity-rule", "80:width > 0"}),
+        picom("PicomGlTranslucent",
+              {"glx", "-i", "0.9", "--inactive-opacity-override", "--corner-radius", "20"}),
+        picom("PicomSample", {"xrender"}, "/usr/share/doc/picom/examples/picom.sample.conf")),
     [](const auto& each) { return each.param.name; });
