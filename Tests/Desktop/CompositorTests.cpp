@@ -31,6 +31,7 @@ struct Compositor {
     bool isGtk = false;
     bool isKWin = false;
     bool isGnome = false;
+    bool isGlPicom = false;
 };
 
 void PrintTo(const Compositor& compositor, std::ostream* out) { *out << compositor.name; }
@@ -40,6 +41,7 @@ Compositor picom(const std::string& name, const Command& settings,
     Compositor result = {name, {"picom", "--config", file, "--backend"}};
     result.drawsOver = settings.front() == "xrender";
     result.looks = result.drawsOver ? 5 : 0;
+    result.isGlPicom = !result.drawsOver;
     result.command.insert(result.command.end(), settings.begin(), settings.end());
     return result;
 }
@@ -69,6 +71,9 @@ struct Stage {
         Command command = compositor.command;
         command.insert(command.end(), more.begin(), more.end());
         process = desktop.startCompositor(command);
+        // Until it is about to draw nothing tells it from one that draws over the overlay.
+        EXPECT_SOON(!compositor.isGlPicom ||
+                    desktop.screen.holdingsOf(process->pid())["GLXContext"] > 0);
         // One that is killed before it knows that it can draw never tries again.
         const Command state = {"org.freedesktop.DBus.Properties.Get",
                                "string:org.kde.kwin.Compositing", "string:active"};

@@ -182,6 +182,7 @@ void Covers::commit() {
     if (!shown.empty()) showAll(shown);
     m_stacking.restackIfStale();
     if (!wantsOverlay()) dropOverlay();
+    if (!any) m_overpainter = XCB_WINDOW_NONE; // One that had just begun may tell otherwise by now.
     if (!live) {
         m_live.reset();
         m_frame.stop();

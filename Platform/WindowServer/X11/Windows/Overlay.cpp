@@ -60,7 +60,7 @@ Overlay::~Overlay() {
     xcb_shape_select_input(xcb, m_overlay, false);
     listen(xcb, m_overlay, XCB_EVENT_MASK_NO_EVENT);
     xcb_composite_release_overlay_window(xcb, m_connection.root());
-    damageAll();
+    if (m_isComplete) damageAll();
     m_connection.excuseRefusals(); // The plate may have been taken away.
 }
 
