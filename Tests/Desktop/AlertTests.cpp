@@ -4,6 +4,7 @@
 #include "Harness/OnDesktop.h"
 
 #include <csignal>
+#include <thread>
 
 using namespace Harness;
 
@@ -194,14 +195,16 @@ TEST_F(Alerts, TheEditionWindowOutlivesAPointerThatTakesTheKeyboardOnItsWayThere
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(openSummit());
     const ScreenWindow summit = panels().at(0);
-    int step = 0;
-    const auto stepAside = [&] { desktop.input.move(300 + ++step % 397, 300); };
-    stepAside();
+    desktop.input.move(300, 300);
+    std::jthread hand([&](const std::stop_token& ends) {
+        const Input input(desktop.display());
+        for (int step = 0; !ends.stop_requested(); ++step)
+            input.move(300 + step % 397, 300);
+    });
     paper.takeFocus();
-    EXPECT_TRUE(holdsFor(1s, [&] {
-        stepAside();
-        return panels().size() == 1;
-    }));
+    EXPECT_FOR(1s, panels().size() == 1);
+    hand.request_stop();
+    hand.join();
     desktop.input.move(summit.area.x + 200, summit.area.y + 200);
     EXPECT_SOON(desktop.screen.focus() == summit.number);
     EXPECT_EQ(panels().size(), 1u);
