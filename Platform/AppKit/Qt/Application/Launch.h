@@ -20,7 +20,7 @@ void probeBus(const std::string& address, std::function<void(bool)> tell);
 void settleSessionBus();
 
 /// Calls `quit` from the event loop after a SIGTERM, SIGINT or SIGHUP.
-void watchQuitSignals(std::function<void()> quit);
+void watchQuitSignals(const std::function<void()>& quit);
 
 /// Answers under the bundle identifier on the session bus, where desktops ask an application that
 /// runs to show itself. Of several instances the newest one answers. Waits for nothing.

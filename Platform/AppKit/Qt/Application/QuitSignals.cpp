@@ -22,7 +22,7 @@ void wake(int) {
 
 } // namespace
 
-void watchQuitSignals(std::function<void()> quit) {
+void watchQuitSignals(const std::function<void()>& quit) {
     if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) return;
     auto* notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, qApp);
     QObject::connect(notifier, &QSocketNotifier::activated, qApp, [quit] {
