@@ -28,7 +28,7 @@ TEST_F(CoveredPaper, HearsManyEventsInTheirOrder) {
         const auto [x, y] = i < corners.size() ? corners[i]
                                                : Point{static_cast<int>(dice.below(3200)),
                                                        static_cast<int>(dice.below(1000))};
-        if (std::ranges::any_of(agent->buttons(), [&](const auto& button) {
+        if (std::ranges::any_of(agent->buttons(), [x = x, y = y](const auto& button) {
                 return button.area.contains({x, y, 1, 1});
             }))
             continue;

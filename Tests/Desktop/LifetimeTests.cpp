@@ -38,7 +38,8 @@ TEST_F(Lifetime, EndsPolitelyWhateverIsOpen) {
             if (!keys.empty()) agent->openMenu();
             strike(keys);
             if (opens) strike({returnKey});
-            EXPECT_SOON(agent->windows().size() == (opens ? 1 : 0));
+            const size_t open = opens ? 1 : 0;
+            EXPECT_SOON(agent->windows().size() == open);
             agent->process().send(signal);
             EXPECT_EQ(agent->process().awaitEnd(), 0);
             EXPECT_SOON(isClear());

@@ -181,7 +181,8 @@ TEST_F(Outputs, AreCoveredThroughRandomChanges) {
 }
 
 TEST_F(Outputs, AreAsTheyWereWhenAllWereGone) {
-    const auto& [desktop, agent] = std::tie(on->desktop, on->agent);
+    const Desktop& desktop = on->desktop;
+    Agent& agent = on->agent;
     ASSERT_SOON(agent.buttons().size() == 2);
     desktop.input.drag(agent.buttons()[0].area, {{30, 150}, {30, 200}, {30, 250}});
     ASSERT_SOON(agent.buttons()[0].area.x == 6); // At the edge.
