@@ -57,26 +57,6 @@ TEST_F(Menus, OpenAboveTheStatusItemAndAboveEverything) {
     }
 }
 
-TEST_F(Menus, StayOnTheirMonitor) {
-    // The corner beside the other monitor.
-    desktop.tray.emplace(desktop.display(), Desktop::left.width - Tray::iconSize, 0);
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(openAt(icon()));
-    EXPECT_TRUE(Desktop::left.contains(agent->menus()[0].area)) << agent->menus()[0].area;
-    EXPECT_EQ(agent->menus()[0].area.y, Tray::iconSize);
-    close();
-    const Area monitor = Desktop::right;
-    for (const int x : {monitor.x + 30, monitor.right() - 30})
-        for (const int y : {monitor.y + 30, monitor.bottom() - 30}) {
-            desktop.input.drag(agent->buttons()[1].area, {{x, y}});
-            const int side = x < monitor.middle().x ? monitor.x + 6 : monitor.right() - 50;
-            ASSERT_SOON(agent->buttons().size() == 2 && agent->buttons()[1].area.x == side);
-            ASSERT_NO_FATAL_FAILURE(openAt(agent->buttons()[1].area));
-            EXPECT_TRUE(monitor.contains(agent->menus()[0].area)) << agent->menus()[0].area;
-            close();
-        }
-}
-
 TEST_F(Menus, AreOperatedByTheKeyboardAndNameWhatTheFirstItemDoes) {
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(openAt(icon()));

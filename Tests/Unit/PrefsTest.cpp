@@ -44,17 +44,6 @@ TEST_F(PrefsTest, WhatIsUnusableGivesTheUsualSpot) {
     }
 }
 
-TEST_F(PrefsTest, LeavesEverythingElseInTheFileAlone) {
-    writeText(path,
-              "top=1\n; remark\n[General]\r\n strength = 3\r\nloginAsked=true\n\xff\xfe=junk\n"
-              "strength=4\n[Other]\nstrength=5\nlast=no newline");
-    prefs.d.removeObjectForKey("strength");
-    prefs.setButtonSpot(7, 0, 0.5);
-    EXPECT_EQ(textOf(path), "top=1\n; remark\n[General]\r\nloginAsked=true\n\xff\xfe=junk\n"
-                            "buttonSpot.7=0, 0.5\n[Other]\nstrength=5\nlast=no newline\n");
-    EXPECT_TRUE(prefs.d.boolForKey("loginAsked"));
-}
-
 TEST_F(PrefsTest, KeepsWhatCannotBeWrittenUntilItCanAndWaitsForNothing) {
     ASSERT_EQ(mkfifo(path.toLocal8Bit(), 0600), 0); // Reading it would wait for a writer.
     prefs.setButtonSpot(7, 0, 0.5);
