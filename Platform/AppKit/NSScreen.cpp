@@ -5,7 +5,7 @@
 
 std::vector<std::shared_ptr<NSScreen>> NSScreen::screens() {
     std::vector<std::shared_ptr<NSScreen>> screens;
-    for (const auto& display : WindowServer::Session::current().displays()) {
+    for (const auto& display : WindowServer::Session::current().displays().all()) {
         Description description;
         if (display.number != 0)
             description["NSScreenNumber"] = std::make_shared<NSNumber>(display.number);

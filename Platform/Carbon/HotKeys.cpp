@@ -29,11 +29,11 @@ OSStatus RegisterEventHotKey(UInt32 hotKeyCode, UInt32 hotKeyModifiers, EventHot
     if (!target || !outRef) return paramErr;
     const auto chord = chordOf(hotKeyCode, hotKeyModifiers);
     if (!chord) return eventHotKeyInvalidErr;
-    if (!Session::current().grabKey(*chord)) return eventHotKeyExistsErr;
+    if (!Session::current().key().take(*chord)) return eventHotKeyExistsErr;
 
-    static OpaqueEventHotKeyRef hotKey; // The session has one key to give.
+    static OpaqueEventHotKeyRef hotKey; // There is one key to take.
     hotKey = {hotKeyID, target};
-    Session::current().onKeyPressed = [] {
+    Session::current().key().onPressed = [] {
         OpaqueEventRef event{hotKey.id};
         SendEventToEventTarget(&event, hotKey.target);
     };

@@ -16,6 +16,7 @@ __attribute__((visibility("default"))) int32_t CGSMainConnectionID() { return ma
 __attribute__((visibility("default"))) int32_t
 CGSSetWindowBackgroundBlurRadius(int32_t connection, uint32_t windowNumber, int32_t radius) {
     if (connection != mainConnection) return invalidConnection;
-    return Session::current().setBackgroundBlurRadius(static_cast<int>(windowNumber), radius);
+    return Session::current().surfaces().setBackgroundBlurRadius(static_cast<int>(windowNumber),
+                                                                 radius);
 }
 }

@@ -24,13 +24,13 @@ protected:
             Cover::changed, nullptr, NSOperationQueue::mainQueue(), [this](const auto& note) {
                 ++posts;
                 EXPECT_EQ(note.object(), cover);
-                for (const auto* surface : screens().surfaces())
+                for (const auto* surface : screens().livingSurfaces())
                     EXPECT_EQ(surface->alpha, cover->shown() ? 1 : 0);
             });
     }
 
     static void expectAll(bool shown) {
-        const auto& all = screens().surfaces();
+        const auto& all = screens().livingSurfaces();
         EXPECT_EQ(all.size(), NSScreen::screens().size());
         for (const auto& screen : NSScreen::screens()) {
             const auto found = std::ranges::find(all, screen->frame(), &HeadlessSurface::frame);
@@ -57,11 +57,11 @@ TEST_F(CoverTest, SaysSoOnceAllWindowsHaveChangedAndMakesNone) {
     }
     EXPECT_EQ(posts, 3) << "one for each change";
     screens().setDisplays({twoScreens()[0], display(0, CGRectMake(1920, 0, 100, 100))});
-    EXPECT_EQ(screens().surfaces().size(), 1u) << "none where there is no number";
+    EXPECT_EQ(screens().livingSurfaces().size(), 1u) << "none where there is no number";
 }
 
 TEST_F(CoverTest, ARefusedBlurBringsUpOneMaterialAndLeavesNothingBehind) {
-    const HeadlessSurface& surface = *screens().surfaces().front();
+    const HeadlessSurface& surface = *screens().livingSurfaces().front();
     for (const int answer : {1006, 0, 1006}) {
         screens().blurAnswer = answer;
         cover->show();
@@ -74,7 +74,7 @@ TEST_F(CoverTest, ARefusedBlurBringsUpOneMaterialAndLeavesNothingBehind) {
     screens().setDisplays({});
     NSWorkspace::sharedWorkspace().notificationCenter().postNotificationName(
         NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, nullptr);
-    EXPECT_TRUE(screens().surfaces().empty());
+    EXPECT_TRUE(screens().livingSurfaces().empty());
 }
 
 TEST_F(ScreensTest, TheHotKeysHandlerTellsWhatItDealtWith) {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <map>
-#include <optional>
 
 namespace WindowServer {
 
@@ -38,7 +37,12 @@ private:
     const int m_number;
 };
 
-class HeadlessSession : public Session {
+class HeadlessSession : public Session,
+                        public Displays,
+                        public Surfaces,
+                        public ToolkitWindows,
+                        public GlobalKey,
+                        public Settings {
 public:
     /// Puts a new one in the place of a server, before the application connects to one, and keeps
     /// the toolkit from a server too.
@@ -51,38 +55,39 @@ public:
     }
 
     void attach() override {}
+    Displays& displays() override { return *this; }
+    Surfaces& surfaces() override { return *this; }
+    ToolkitWindows& windows() override { return *this; }
+    GlobalKey& key() override { return *this; }
+    Settings& settings() override { return *this; }
+    Tray& tray() override { return m_tray; }
 
-    const std::vector<Display>& displays() const override { return m_displays; }
+    const std::vector<Display>& all() const override { return m_displays; }
     void setDisplays(std::vector<Display> displays) {
         if (m_displays == displays) return;
         m_displays = std::move(displays);
-        if (onDisplaysChanged) onDisplaysChanged();
+        if (Displays::onChanged) Displays::onChanged();
     }
 
     std::string themeName() const override { return m_themeName; }
     void setThemeName(const std::string& name) {
         m_themeName = name;
-        if (onThemeChanged) onThemeChanged();
+        if (Settings::onChanged) Settings::onChanged();
     }
 
-    bool grabKey(const KeyChord& chord) override {
-        if (grantsKeys) grabbedKey = chord;
-        return grantsKeys;
-    }
-    bool grantsKeys = true; ///< Whether `grabKey` succeeds.
-    std::optional<KeyChord> grabbedKey;
+    bool take(const KeyChord&) override { return grantsKeys; }
+    bool grantsKeys = true; ///< Whether `take` succeeds.
 
     std::unique_ptr<Surface> makeSurface() override {
         ++m_surfacesMade;
         return std::make_unique<HeadlessSurface>(m_surfaces, grantsNumbers ? m_surfacesMade : 0);
     }
     /// Those that live, oldest first.
-    const std::vector<HeadlessSurface*>& surfaces() const { return m_surfaces; }
+    const std::vector<HeadlessSurface*>& livingSurfaces() const { return m_surfaces; }
     int surfacesMade() const { return m_surfacesMade; }
 
-    void setLevel(ToolkitWindow window, int level) override { levels[window] = level; }
-    void dropLevel(ToolkitWindow window) override { levels.erase(window); }
-    std::map<ToolkitWindow, int> levels;
+    std::shared_ptr<ToolkitWindow> hold(WindowId window) override;
+    std::map<WindowId, ToolkitWindow*> held;
 
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override {
         const auto found = std::ranges::find(m_surfaces, surfaceNumber, &HeadlessSurface::number);
@@ -96,8 +101,26 @@ public:
 private:
     std::vector<Display> m_displays;
     std::string m_themeName;
+    Tray m_tray;
     std::vector<HeadlessSurface*> m_surfaces;
     int m_surfacesMade = 0;
 };
+
+class HeadlessWindow : public ToolkitWindow {
+public:
+    HeadlessWindow(HeadlessSession& session, WindowId window)
+        : m_session(session), m_window(window) {
+        session.held[window] = this;
+    }
+    ~HeadlessWindow() override { m_session.held.erase(m_window); }
+
+private:
+    HeadlessSession& m_session;
+    const WindowId m_window;
+};
+
+inline std::shared_ptr<ToolkitWindow> HeadlessSession::hold(WindowId window) {
+    return std::make_shared<HeadlessWindow>(*this, window);
+}
 
 } // namespace WindowServer

@@ -101,7 +101,8 @@ TEST_F(PanelTest, BringsTheMouseToItsViewOnePressAfterTheOther) {
     send(QEvent::Enter);
     EXPECT_EQ(view->heard, "down dragged up right+control down entered exited entered ");
     view->heard.clear();
-    PanelWindow::windowGone(widget()->winId()); // Another one stands there now.
+    const auto tellOfLoss = screens().held.at(widget()->winId())->onGone;
+    tellOfLoss(); // Another one stands there now.
     send(QEvent::Enter);
     EXPECT_EQ(view->heard, "exited entered ");
 }
@@ -135,5 +136,5 @@ TEST_F(PanelTest, MayEndInTheMiddleOfItsOwnEvent) {
     send(QEvent::MouseButtonPress, Qt::RightButton, Qt::RightButton);
     EXPECT_TRUE(weak.expired());
     EXPECT_FALSE(widget());
-    EXPECT_TRUE(screens().levels.empty());
+    EXPECT_TRUE(screens().held.empty());
 }

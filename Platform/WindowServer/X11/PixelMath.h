@@ -1,7 +1,7 @@
 // Arithmetic on pixel rectangles.
 #pragma once
 
-#include "WindowServer/Session.h"
+#include "WindowServer/PixelRect.h"
 
 #include <algorithm>
 

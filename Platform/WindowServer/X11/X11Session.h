@@ -5,16 +5,11 @@
 #include "WindowServer/X11/Desktop/DisplayList.h"
 #include "WindowServer/X11/Desktop/KeyGrab.h"
 #include "WindowServer/X11/Desktop/SelectionWatch.h"
-#include "WindowServer/X11/Desktop/TrayDock.h"
-#include "WindowServer/X11/Desktop/TrayWatch.h"
+#include "WindowServer/X11/Desktop/X11Tray.h"
 #include "WindowServer/X11/Desktop/XSettings.h"
 #include "WindowServer/X11/Windows/Covers.h"
-#include "WindowServer/X11/Windows/KeyboardFocus.h"
 #include "WindowServer/X11/Windows/Stacking.h"
 #include "WindowServer/X11/Windows/ToolkitGuard.h"
-
-#include <memory>
-#include <vector>
 
 namespace WindowServer {
 
@@ -25,53 +20,27 @@ public:
     static std::unique_ptr<X11Session> connect();
 
     void attach() override;
-    const std::vector<Display>& displays() const override { return m_displays.all(); }
-    bool hasTray() const override { return m_tray.isPresent(); }
-    TrayLook trayLook() const override { return lookOfTray(*m_connection, m_tray.owner()); }
-    void dock(ToolkitWindow window, const std::function<void()>& docked) override {
-        m_tray.dock(window, docked);
-    }
-    Snapshot groundOfDocked(ToolkitWindow window) override {
-        return WindowServer::groundOfDocked(*m_connection, window);
-    }
-    bool isComposited() const override { return m_compositor.isOwned(); }
-    bool canBeCovered() const override { return !m_connection->isXwayland(); }
-    std::string themeName() const override { return m_settings.themeName(); }
-    int windowScale() const override { return m_settings.windowScale(); }
-    bool grabKey(const KeyChord& chord) override { return m_key.take(chord); }
-    std::unique_ptr<Surface> makeSurface() override { return m_covers.makeSurface(); }
-    void setResting(bool rests) override { m_covers.setResting(rests); }
-    void setLevel(ToolkitWindow window, int level) override;
-    void dropLevel(ToolkitWindow window) override;
-    bool hasWindowManager() const override;
-    void takeKeyboard(ToolkitWindow window) override;
-    void giveKeyboardBack(ToolkitWindow window) override;
-    void setName(ToolkitWindow window, const std::string& instance) override;
-    bool place(ToolkitWindow window, const CGRect& frame) override;
-    void setShape(ToolkitWindow window, Region region,
-                  const std::vector<PixelRect>& rectangles) override;
-    void setShadowMargin(ToolkitWindow window, int margin) override;
-    Snapshot grabAround(ToolkitWindow window, int margin) override;
-    int setBackgroundBlurRadius(int surfaceNumber, int radius) override {
-        return m_covers.setBackgroundBlurRadius(surfaceNumber, radius);
-    }
+    Displays& displays() override { return m_displays; }
+    Surfaces& surfaces() override { return m_covers; }
+    ToolkitWindows& windows() override { return m_windows; }
+    GlobalKey& key() override { return m_key; }
+    Settings& settings() override { return m_settings; }
+    Tray& tray() override { return m_tray; }
 
 private:
     explicit X11Session(std::unique_ptr<Connection> connection);
 
     void handle(const xcb_generic_event_t& event);
-    void tellOfLoss(const xcb_generic_event_t& event);
     void coverPlainly();
 
     std::unique_ptr<Connection> m_connection;
     DisplayList m_displays;
     SelectionWatch m_compositor;
-    TrayWatch m_tray;
+    X11Tray m_tray;
     XSettings m_settings;
     KeyGrab m_key;
-    KeyboardFocus m_focus;
     Stacking m_stacking;
-    ToolkitGuard m_guard;
+    ToolkitGuard m_windows;
     Covers m_covers;
     bool m_wasRefused = false; ///< The log has heard of it.
 };

@@ -29,7 +29,8 @@ Preference::Preference(QString key, QStringList words)
       m_portalStart(service, QDBusConnection::sessionBus(),
                     QDBusServiceWatcher::WatchForRegistration) {
     settle();
-    Session::current().onThemeChanged = [this, others = Session::current().onThemeChanged] {
+    auto& settingsOnServer = Session::current().settings();
+    settingsOnServer.onChanged = [this, others = settingsOnServer.onChanged] {
         if (others) others();
         settle();
     };
@@ -70,7 +71,7 @@ void Preference::take(QVariant setting) {
 
 void Preference::settle() {
     const auto former = std::exchange(m_wish, std::nullopt);
-    const auto theme = QString::fromStdString(Session::current().themeName());
+    const auto theme = QString::fromStdString(Session::current().settings().themeName());
     if (m_setting != noWish)
         m_wish = m_setting == wished;
     else if (!theme.isEmpty())

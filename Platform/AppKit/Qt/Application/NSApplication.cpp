@@ -46,7 +46,7 @@ void connectToWindowServer() {
         std::exit(EXIT_FAILURE);
     }
     ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
-    const int scale = Session::current().windowScale();
+    const int scale = Session::current().settings().windowScale();
     if (scale != 1) ::setenv("QT_SCALE_FACTOR", std::to_string(scale).c_str(), keepExisting);
 }
 
@@ -105,22 +105,19 @@ NSApplication::NSApplication() {
     settleSessionBus();
     connectToWindowServer();
     makeQtApplication();
-    Session::current().attach();
-    Session::current().onDisplaysChanged = [] {
+    Session& session = Session::current();
+    session.attach();
+    session.displays().onChanged = [] {
         NSNotificationCenter::defaultCenter().postNotificationName(
             NSApplicationDidChangeScreenParametersNotification, nullptr);
     };
-    Session::current().onCompositingChanged = [] {
+    session.windows().onCompositingChanged = [] {
         PanelWindow::compositingChanged();
         ContentWindow::compositingChanged();
     };
     auto* const sleep = new SleepWatch(qApp);
-    sleep->onSleep = [](bool sleeps) { Session::current().setResting(sleeps); };
-    Session::current().onCovered = [sleep](bool covered) { sleep->setWanted(covered); };
-    Session::current().onWindowGone = [](WindowServer::ToolkitWindow window) {
-        PanelWindow::windowGone(window);
-        ContentWindow::windowGone(window);
-    };
+    sleep->onSleep = [](bool sleeps) { Session::current().surfaces().setResting(sleeps); };
+    session.surfaces().onCovered = [sleep](bool covered) { sleep->setWanted(covered); };
     watchQuitSignals([this] { terminate(nullptr); });
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
     answerReopenRequests([this] { reopen(); });

@@ -26,7 +26,7 @@ void explain() {
 } // namespace
 
 bool CGRequestScreenCaptureAccess() {
-    const bool granted = WindowServer::Session::current().canBeCovered();
+    const bool granted = WindowServer::Session::current().surfaces().canCover();
     if (!granted) QMetaObject::invokeMethod(qApp, explain, Qt::QueuedConnection);
     return granted;
 }

@@ -15,6 +15,7 @@
 #include <cmath>
 
 using WindowServer::Session;
+using WindowServer::ToolkitWindow;
 
 namespace {
 bool isModifier(int key) {
@@ -24,7 +25,8 @@ bool isModifier(int key) {
 } // namespace
 
 NativeMenu::NativeMenu(const NSMenu& menu, Chosen chosen, QWidget* parent)
-    : QMenu(parent), m_chosen(std::move(chosen)), m_translucent(Session::current().isComposited()) {
+    : QMenu(parent), m_chosen(std::move(chosen)),
+      m_translucent(Session::current().windows().areComposited()) {
     setWindowFlag(Qt::NoDropShadowWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, m_translucent);
     setTitle(QString::fromStdString(menu.title()));
@@ -97,6 +99,7 @@ bool NativeMenu::event(QEvent* event) {
     const bool reshaped = event->type() == QEvent::Show || event->type() == QEvent::Resize ||
                           event->type() == QEvent::WinIdChange;
     if (reshaped && !m_translucent && internalWinId()) cutCorners();
+    if (event->type() == QEvent::Hide) m_held.reset();
     return handled;
 }
 
@@ -110,5 +113,6 @@ void NativeMenu::cutCorners() {
     const double radius = menuRadius * scale;
     painter.drawRoundedRect(shape.rect(), radius, radius);
     painter.end();
-    Session::current().setShape(internalWinId(), Session::Region::Bounding, inkOf(shape));
+    m_held = Session::current().windows().hold(internalWinId());
+    m_held->setShape(ToolkitWindow::Region::Bounding, inkOf(shape));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppKit/NSMenu.h"
+#include "WindowServer/ToolkitWindows.h"
 
 #include <QMenu>
 
@@ -31,5 +32,6 @@ private:
 
     const Chosen m_chosen;
     const bool m_translucent;
+    std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While its corners are cut.
     std::map<const QAction*, std::shared_ptr<NSMenuItem>> m_items;
 };

@@ -22,9 +22,10 @@ public:
 
 private:
     void raise(const QWidget& popup);
-    void drop(const QObject* popup);
+    void drop(const QObject* popup) { m_raised.erase(popup); }
 
-    std::map<const QObject*, WId> m_raised; ///< Windows of popups that are shown.
+    /// The windows of popups that are shown.
+    std::map<const QObject*, std::shared_ptr<WindowServer::ToolkitWindow>> m_raised;
 };
 
 bool PopupOrder::eventFilter(QObject* object, QEvent* event) {
@@ -45,16 +46,11 @@ bool PopupOrder::eventFilter(QObject* object, QEvent* event) {
 
 void PopupOrder::raise(const QWidget& popup) {
     if (!popup.isVisible() || !popup.windowHandle()) return;
-    const WId window = popup.windowHandle()->winId();
+    const auto window = Session::current().windows().hold(popup.windowHandle()->winId());
     m_raised[&popup] = window;
     connect(&popup, &QObject::destroyed, this, &PopupOrder::drop, Qt::UniqueConnection);
-    Session::current().setName(window, popup.windowType() == Qt::Popup ? "menu" : "tip");
-    Session::current().setLevel(window, aboveAll);
-}
-
-void PopupOrder::drop(const QObject* popup) {
-    const auto raised = m_raised.extract(popup);
-    if (raised) Session::current().dropLevel(raised.mapped());
+    window->setName(popup.windowType() == Qt::Popup ? "menu" : "tip");
+    window->setLevel(aboveAll);
 }
 
 } // namespace

@@ -17,6 +17,7 @@
 #include <utility>
 
 using WindowServer::Session;
+using WindowServer::ToolkitWindow;
 
 namespace {
 
@@ -30,7 +31,7 @@ NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers) {
 /// The output that holds the middle of the frame.
 std::string outputAt(const NSRect& frame) {
     const NSPoint middle{CGRectGetMidX(frame), CGRectGetMidY(frame)};
-    for (const auto& display : Session::current().displays())
+    for (const auto& display : Session::current().displays().all())
         if (CGRectContainsPoint(display.frame, middle)) return display.name;
     return {};
 }
@@ -75,28 +76,23 @@ void PanelWindow::menuClosed() {
     });
 }
 
-void PanelWindow::windowGone(unsigned long number) {
-    forAllShown([number](PanelWindow& panel) {
-        if (panel.internalWinId() == number) panel.comeAnew();
-    });
-}
-
 void PanelWindow::orderFront() {
     if (m_isShown) return;
     m_isShown = true;
-    m_translucent = Session::current().isComposited();
+    m_translucent = Session::current().windows().areComposited();
     m_margin = m_translucent && m_window->hasShadow() ? softShadowMargin : 0;
     m_alpha = m_window->alphaValue();
     setAttribute(m_translucent ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
     create();
+    m_held = Session::current().windows().hold(winId());
     windowHandle()->installEventFilter(this);
     describeViews();
     setGeometry(place());
     setFrame(m_window->frame());
-    Session::current().setName(winId(), m_window->identifier() + ':' + outputAt(m_window->frame()));
+    m_held->setName(m_window->identifier() + ':' + outputAt(m_window->frame()));
+    m_held->onGone = [this] { comeAnew(); };
     if (m_margin > 0)
-        Session::current().setShadowMargin(
-            winId(), static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
+        m_held->setShadowMargin(static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
     setLevel(m_window->level());
     draw();
     lookBehind();
@@ -113,7 +109,7 @@ void PanelWindow::orderOut() {
 }
 
 void PanelWindow::leave() {
-    Session::current().dropLevel(winId());
+    m_held.reset();
     m_window = nullptr;
     m_isShown = false;
     m_look.stop();
@@ -125,7 +121,8 @@ void PanelWindow::leave() {
 
 /// A press that is under way is waited for.
 void PanelWindow::checkForm() {
-    if (m_isShown && !m_pressed && m_translucent != Session::current().isComposited()) comeAnew();
+    if (m_isShown && !m_pressed && m_translucent != Session::current().windows().areComposited())
+        comeAnew();
 }
 
 /// The new one hears for itself whether the pointer is there.
@@ -150,12 +147,12 @@ QRect PanelWindow::place() const {
 /// to the place where it believes the window to be.
 void PanelWindow::setFrame(const NSRect&) {
     if (!m_isShown) return;
-    if (!Session::current().place(winId(), frameOf(place()))) setGeometry(place());
+    if (!m_held->place(frameOf(place()))) setGeometry(place());
     if (!m_look.isActive()) m_look.start();
 }
 
 void PanelWindow::setLevel(NSInteger level) {
-    if (m_isShown) Session::current().setLevel(winId(), static_cast<int>(level));
+    if (m_isShown) m_held->setLevel(static_cast<int>(level));
 }
 
 void PanelWindow::setAlpha(double alpha) {
@@ -207,9 +204,9 @@ void PanelWindow::setShapes() {
         run.x += margin;
         run.y += margin;
     }
-    if (!m_translucent) Session::current().setShape(winId(), Session::Region::Bounding, ink);
+    if (!m_translucent) m_held->setShape(ToolkitWindow::Region::Bounding, ink);
     if (m_window->ignoresMouseEvents()) ink.clear();
-    Session::current().setShape(winId(), Session::Region::Input, ink);
+    m_held->setShape(ToolkitWindow::Region::Input, ink);
 }
 
 /// Looks once: what changes later behind a panel that rests does not show through.
@@ -217,8 +214,7 @@ void PanelWindow::lookBehind() {
     if (m_translucent || !m_isShown) return;
     if (m_picture.isNull()) draw();
     constexpr int rim = 2;
-    const QImage behind =
-        estimateBehind(m_picture, Session::current().grabAround(winId(), rim), hiddenByOurs());
+    const QImage behind = estimateBehind(m_picture, m_held->grabAround(rim), hiddenByOurs());
     if (behind.isNull()) return;
     m_behind = behind;
     update();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppKit/Qt/Windows/NativeWindow.h"
+#include "WindowServer/ToolkitWindows.h"
 
 #include <QImage>
 #include <QTimer>
@@ -26,8 +27,6 @@ public:
     static void compositingChanged();
     /// The last open menu of the program's has closed.
     static void menuClosed();
-    /// Another program took the window of this number off the screen.
-    static void windowGone(unsigned long number);
 
     NSInteger number() const override;
     void setTitle(const std::string& title) override;
@@ -75,7 +74,8 @@ private:
     void deliver(Handler handler, NSView& view, const NSEvent& event,
                  std::optional<NSPoint> location);
 
-    NSWindow* m_window; ///< Null once it has left.
+    NSWindow* m_window;                                  ///< Null once it has left.
+    std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While it is shown.
     bool m_isShown = false;
     bool m_translucent = false;
     int m_margin = 0;  ///< For the shadow, in points.

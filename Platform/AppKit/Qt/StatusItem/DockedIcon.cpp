@@ -34,7 +34,7 @@ QColor inkOn(const Snapshot& ground) {
 
 DockedIcon::DockedIcon(NSStatusBarButton& button)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
-      m_button(button), m_look(Session::current().trayLook()),
+      m_button(button), m_look(Session::current().tray().look()),
       m_ink(m_look.ink ? QColor(*m_look.ink) : palette().color(QPalette::WindowText)) {
     setAttribute(Qt::WA_TranslucentBackground, m_look.translucent);
     setAttribute(Qt::WA_AlwaysShowToolTips);
@@ -46,7 +46,7 @@ DockedIcon::DockedIcon(NSStatusBarButton& button)
     refresh();
     move(-2 * usualSide, -2 * usualSide); // Out of sight, until the tray has it.
     show();
-    Session::current().dock(winId(), [self = QPointer(this)] {
+    Session::current().tray().dock(winId(), [self = QPointer(this)] {
         if (self) self->lookBeneath();
     });
 }
@@ -59,8 +59,9 @@ void DockedIcon::refresh() {
 }
 
 void DockedIcon::lookBeneath() {
-    const Snapshot ground = m_look.translucent ? Session::current().grabAround(winId(), 1)
-                                               : Session::current().groundOfDocked(winId());
+    const Snapshot ground = m_look.translucent
+                                ? Session::current().windows().hold(winId())->grabAround(1)
+                                : Session::current().tray().groundOfDocked();
     if (!m_look.translucent) m_ground = imageOf(ground);
     if (!m_look.ink && !ground.pixels.empty()) m_ink = inkOn(ground);
     update();

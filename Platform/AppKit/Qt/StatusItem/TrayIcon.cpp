@@ -43,14 +43,14 @@ TrayIcon::TrayIcon(NSStatusBarButton& button)
     QDBusConnection::sessionBus().connect(QString(), NotifierItem::watcherPath,
                                           NotifierItem::watcherService,
                                           "StatusNotifierHostRegistered", this, SLOT(askForHost()));
-    Session::current().onTrayChanged = [this] {
+    Session::current().tray().onChanged = [this] {
         leave(Tray::OnServer); // Its window may have died with it.
         choose();
     };
     askForHost();
 }
 
-TrayIcon::~TrayIcon() { Session::current().onTrayChanged = nullptr; }
+TrayIcon::~TrayIcon() { Session::current().tray().onChanged = nullptr; }
 
 void TrayIcon::askForHost() {
     const auto bus = QDBusConnection::sessionBus();
@@ -74,7 +74,7 @@ void TrayIcon::askForHost() {
 
 TrayIcon::Tray TrayIcon::best() const {
     if (!m_hasHost || !m_button.image()) return Tray::None;
-    const bool onServer = Session::current().hasTray();
+    const bool onServer = Session::current().tray().isPresent();
     if (*m_hasHost && (!onServer || isServersTrayGoBetween())) return Tray::OnBus;
     return onServer ? Tray::OnServer : Tray::None;
 }

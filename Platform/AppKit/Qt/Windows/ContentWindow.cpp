@@ -68,16 +68,6 @@ void ContentWindow::compositingChanged() {
         if (window->m_content) window->checkForm();
 }
 
-void ContentWindow::windowGone(WindowServer::ToolkitWindow gone) {
-    for (ContentWindow* window : windows()) {
-        if (window->internalWinId() != gone) continue;
-        window->orderOut();
-        window->destroy();
-        window->orderFront();
-        window->takeKeyboard();
-    }
-}
-
 void ContentWindow::activate() {
     ContentWindow* front = nullptr;
     for (ContentWindow* window : windows()) {
@@ -160,7 +150,7 @@ void ContentWindow::place(const QRect& content) {
 }
 
 bool ContentWindow::isManaged() const {
-    return !FloatingWindow::suits(m_window) && Session::current().hasWindowManager();
+    return !FloatingWindow::suits(m_window) && Session::current().windows().hasManager();
 }
 
 NSRect ContentWindow::frameAround(const NSRect& content) const {
@@ -197,7 +187,8 @@ void ContentWindow::orderFront() {
     }
     // Window managers put a window that comes back where they like, unless it asks for a place.
     if (!isVisible()) place(rectOf(m_window.frame()));
-    Session::current().setName(winId(), QCoreApplication::arguments().value(0).toStdString());
+    m_held = Session::current().windows().hold(winId());
+    m_held->setName(QCoreApplication::arguments().value(0).toStdString());
     show();
     raise();
     m_isEntering = true;
@@ -216,15 +207,15 @@ bool ContentWindow::isPutAway() const {
 void ContentWindow::orderOut() {
     m_away = false;
     if (!isVisible()) return;
-    Session::current().giveKeyboardBack(winId());
+    m_held.reset();
     hide();
 }
 
 void ContentWindow::takeKeyboard() {
-    if (Session::current().hasWindowManager())
+    if (Session::current().windows().hasManager())
         activateWindow();
-    else
-        Session::current().takeKeyboard(winId());
+    else if (m_held)
+        m_held->takeKeyboard();
 }
 
 void ContentWindow::comeBack() {

@@ -19,8 +19,6 @@ public:
 
     /// A compositor has come or gone: every window takes on the form that suits.
     static void compositingChanged();
-    /// Another program took that window off the screen: whatever of ours stood there comes again.
-    static void windowGone(WindowServer::ToolkitWindow gone);
     /// The program has become the active one: windows that left because it was not come back, and
     /// the frontmost takes the keyboard.
     static void activate();
@@ -53,6 +51,8 @@ protected:
     NSWindow& window() const { return m_window; }
     bool hasStyle(NSUInteger style) const { return m_window.styleMask() & style; }
     int shadow() const { return m_shadow; }
+    /// Null off the screen.
+    WindowServer::ToolkitWindow* held() const { return m_held.get(); }
 
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -68,6 +68,7 @@ private:
     void followActivation();
 
     NSWindow& m_window;
+    std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While on the screen.
     bool m_modal = false;
     QPointer<ViewContent> m_content;
     int m_shadow = 0;

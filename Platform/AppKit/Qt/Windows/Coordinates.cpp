@@ -9,7 +9,7 @@ namespace {
 /// The platform's origin in the toolkit's coordinates, which keep device pixels for the corners of
 /// screens and points within them.
 QPointF origin() {
-    const auto& displays = WindowServer::Session::current().displays();
+    const auto& displays = WindowServer::Session::current().displays().all();
     if (displays.empty()) return {};
     const auto& first = displays.front();
     return {static_cast<double>(first.pixels.x), first.pixels.y + first.frame.size.height};

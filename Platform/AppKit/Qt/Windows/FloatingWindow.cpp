@@ -23,7 +23,7 @@ namespace {
 constexpr double corner = 10;
 constexpr int leastOnScreen = 60; ///< Of a window that is dragged off a screen.
 
-bool isComposited() { return Session::current().isComposited(); }
+bool isComposited() { return Session::current().windows().areComposited(); }
 
 /// A ground with its outline and shadow, in pixels, as small as it can be: a pixel wide and high
 /// between its corners.
@@ -105,19 +105,21 @@ void FloatingWindow::returnToScreen() {
 void FloatingWindow::orderFront() {
     ContentWindow::orderFront();
     windowHandle()->installEventFilter(this);
-    Session::current().setName(winId(), hasTitleBar() ? "window" : "alert");
+    held()->setName(hasTitleBar() ? "window" : "alert");
     if (m_translucent)
-        Session::current().setShadowMargin(
-            winId(), static_cast<int>(std::lround(shadow() * devicePixelRatioF())));
-    Session::current().setLevel(winId(), static_cast<int>(window().level()));
+        held()->setShadowMargin(static_cast<int>(std::lround(shadow() * devicePixelRatioF())));
+    held()->setLevel(static_cast<int>(window().level()));
+    held()->onGone = [this] {
+        orderOut();
+        destroy();
+        orderFront();
+        takeKeyboard();
+    };
 }
 
-void FloatingWindow::orderOut() {
-    if (isVisible()) Session::current().dropLevel(winId());
-    ContentWindow::orderOut();
+void FloatingWindow::takeKeyboard() {
+    if (held()) held()->takeKeyboard();
 }
-
-void FloatingWindow::takeKeyboard() { Session::current().takeKeyboard(winId()); }
 
 void FloatingWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);

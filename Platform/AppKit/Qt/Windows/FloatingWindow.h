@@ -8,13 +8,11 @@
 class FloatingWindow : public ContentWindow {
 public:
     using ContentWindow::ContentWindow;
-    ~FloatingWindow() override { FloatingWindow::orderOut(); }
 
     /// From level 1000 on window managers have no say.
     static bool suits(const NSWindow& window) { return window.level() >= NSScreenSaverWindowLevel; }
 
     void orderFront() override;
-    void orderOut() override;
     void takeKeyboard() override;
 
 protected:

@@ -7,7 +7,7 @@
 class SurfaceWindow : public NativeWindow {
 public:
     explicit SurfaceWindow(const NSWindow& window)
-        : m_window(window), m_surface(WindowServer::Session::current().makeSurface()) {}
+        : m_window(window), m_surface(WindowServer::Session::current().surfaces().makeSurface()) {}
 
     NSInteger number() const override { return m_surface->number(); }
     void setTitle(const std::string& title) override { m_surface->setTitle(title); }

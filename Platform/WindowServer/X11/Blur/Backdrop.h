@@ -1,7 +1,8 @@
 #pragma once
 
+#include "CoreGraphics/CGColor.h"
 #include "WindowServer/GaussianBlur.h"
-#include "WindowServer/Session.h"
+#include "WindowServer/PixelRect.h"
 #include "WindowServer/X11/Blur/Enlarger.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "WindowServer/GaussianBlur.h"
-#include "WindowServer/Session.h"
+#include "WindowServer/PixelRect.h"
 
 namespace WindowServer {
 

@@ -87,6 +87,7 @@ void DisplayList::refresh() {
     auto displays = read();
     if (displays == m_displays) return;
     m_displays = std::move(displays);
+    onRefreshed();
     if (onChanged) onChanged();
 }
 

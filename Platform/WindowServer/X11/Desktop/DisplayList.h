@@ -1,12 +1,11 @@
 #pragma once
 
-#include "WindowServer/Session.h"
+#include "WindowServer/Displays.h"
 #include "WindowServer/X11/Desktop/Monitors.h"
 #include "WindowServer/X11/Desktop/Struts.h"
 
 #include <QTimer>
 
-#include <functional>
 #include <vector>
 
 #include <xcb/xcb.h>
@@ -16,20 +15,20 @@ namespace WindowServer {
 class Connection;
 
 /// The connected displays, with what panels leave of them, kept current.
-class DisplayList {
+class DisplayList : public Displays {
 public:
     explicit DisplayList(Connection& connection);
 
     /// To be called once the application object exists, for the toolkit tells the scales.
     void attach();
 
-    const std::vector<Display>& all() const { return m_displays; }
+    const std::vector<Display>& all() const override { return m_displays; }
     /// The display that a frame belongs to: the one of that very frame, else the one that holds the
     /// frame's middle. Null where there is none.
     const Display* at(const CGRect& frame) const;
 
-    /// Called after any of it has come to differ.
-    std::function<void()> onChanged;
+    /// Called before `onChanged`, for what stands on the displays.
+    std::function<void()> onRefreshed;
 
     /// Takes note of monitors; panels are asked for apart, for that takes questions to the server.
     void handle(const xcb_generic_event_t& event);

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "WindowServer/Session.h"
+#include "WindowServer/GlobalKey.h"
 #include "WindowServer/X11/Desktop/Keymap.h"
 
 #include <QAbstractNativeEventFilter>
 
-#include <functional>
 #include <optional>
 
 #include <xcb/xcb.h>
@@ -19,16 +18,11 @@ class Connection;
 /// The instance that holds it owns a selection, by a window that goes before the instance does. One
 /// that finds the chord held by another instance, which has been asked to quit, waits a moment for
 /// that.
-class KeyGrab : private QAbstractNativeEventFilter {
+class KeyGrab : public GlobalKey, private QAbstractNativeEventFilter {
 public:
     explicit KeyGrab(Connection& connection) : m_connection(connection) {}
 
-    /// True where the chord is held. False where another program holds it, or an instance that does
-    /// not go in time, where the keyboard lacks its key, and where this has a chord already.
-    bool take(const KeyChord& chord);
-
-    /// Called once at each press, however long the key is kept down.
-    std::function<void()> onPressed;
+    bool take(const KeyChord& chord) override;
 
     void handle(const xcb_generic_event_t& event);
 

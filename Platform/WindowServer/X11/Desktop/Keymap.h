@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowServer/Session.h"
+#include "WindowServer/GlobalKey.h"
 
 #include <cstdint>
 #include <vector>

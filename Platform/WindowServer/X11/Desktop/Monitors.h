@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowServer/Session.h"
+#include "WindowServer/Displays.h"
 
 #include <functional>
 #include <map>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "WindowServer/Desktop.h"
 #include "WindowServer/X11/Desktop/SelectionWatch.h"
 
-#include <functional>
 #include <map>
 #include <string>
 
@@ -14,16 +14,12 @@ class Connection;
 
 /// The desktop's settings as they are told on the X server itself, by the one program that owns
 /// their selection. They stay as they were last told when that program goes.
-class XSettings {
+class XSettings : public Settings {
 public:
     explicit XSettings(Connection& connection);
 
-    std::string themeName() const; ///< Of the desktop's own widgets; empty where nobody tells.
-    /// What sizes are to be multiplied by, besides what the resolution of texts makes of them.
-    int windowScale() const;
-
-    /// Called after any of the settings has come to differ.
-    std::function<void()> onChanged;
+    std::string themeName() const override;
+    int windowScale() const override;
 
     void handle(const xcb_generic_event_t& event);
 

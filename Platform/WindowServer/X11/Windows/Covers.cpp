@@ -68,6 +68,8 @@ void Covers::forget(X11Surface& surface) {
     scheduleCommit();
 }
 
+bool Covers::canCover() const { return !m_connection.isXwayland(); }
+
 int Covers::setBackgroundBlurRadius(int surfaceNumber, int radius) {
     if (!m_connection.canBlurLive()) return notImplemented;
     const auto found = std::ranges::find(m_surfaces, surfaceNumber, &X11Surface::number);

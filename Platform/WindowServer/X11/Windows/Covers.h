@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowServer/Session.h"
+#include "WindowServer/Surfaces.h"
 #include "WindowServer/X11/Blur/LiveBlur.h"
 #include "WindowServer/X11/Windows/Overlay.h"
 
@@ -23,20 +23,17 @@ class X11Surface;
 
 /// Carries out at the end of each turn of the event loop what the surfaces were told in it, and
 /// keeps their blur current and other programs' hands off them.
-class Covers {
+class Covers : public Surfaces {
 public:
     Covers(Connection& connection, const DisplayList& displays, const SelectionWatch& compositor,
            Stacking& stacking);
-    ~Covers();
+    ~Covers() override;
 
-    std::unique_ptr<Surface> makeSurface();
-    /// As the session's call of that name.
-    int setBackgroundBlurRadius(int surfaceNumber, int radius);
-    void setResting(bool rests);
+    std::unique_ptr<Surface> makeSurface() override;
+    bool canCover() const override;
+    int setBackgroundBlurRadius(int surfaceNumber, int radius) override;
+    void setResting(bool rests) override;
 
-    /// Called with true as the first surface comes to stand on the screen, with false as the last
-    /// one has gone.
-    std::function<void(bool)> onCovered;
     /// Called at the end of each turn in which anything has changed.
     std::function<void()> onCommitted;
 

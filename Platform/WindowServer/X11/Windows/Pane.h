@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowServer/Session.h"
+#include "WindowServer/PixelRect.h"
 #include "WindowServer/X11/Blur/Canvas.h"
 
 #include <functional>

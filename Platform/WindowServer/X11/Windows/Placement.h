@@ -1,7 +1,7 @@
 // Where windows stand on the screen, and where they take no input.
 #pragma once
 
-#include "WindowServer/Session.h"
+#include "WindowServer/Displays.h"
 
 #include <xcb/xcb.h>
 

@@ -1,59 +1,52 @@
 #pragma once
 
-#include "WindowServer/Session.h"
-
-#include <functional>
-#include <map>
-#include <optional>
-#include <utility>
-#include <vector>
-
-#include <xcb/shape.h>
+#include "WindowServer/X11/Windows/HeldWindow.h"
 
 namespace WindowServer {
 
 class Connection;
+class DisplayList;
+class SelectionWatch;
+class Stacking;
 
-/// The places and shapes of the toolkit's windows. What another program makes of one that was set
-/// here is undone: the toolkit would take it for its own doing, or be late with it.
-class ToolkitGuard {
+/// The toolkit's windows that are held. What another program makes of what was set for one is
+/// undone: the toolkit would take it for its own doing, or be late with it.
+class ToolkitGuard : public ToolkitWindows {
 public:
-    /// In the server's pixels, y down. Empty while there is no display.
-    using PixelsOf = std::function<PixelRect(const CGRect& frame)>;
-    ToolkitGuard(Connection& connection, PixelsOf pixelsOf)
-        : m_connection(connection), m_pixelsOf(std::move(pixelsOf)) {}
+    ToolkitGuard(Connection& connection, const DisplayList& displays,
+                 const SelectionWatch& compositor, Stacking& stacking)
+        : m_connection(connection), m_displays(displays), m_compositor(compositor),
+          m_stacking(stacking) {}
 
-    /// Borders and shapes are undone from now on.
-    void add(ToolkitWindow window);
-    void place(ToolkitWindow window, const CGRect& frame);
-    /// The same frames may be other pixels now.
-    void placeAgain() const;
-    void set(ToolkitWindow window, Session::Region region,
-             const std::vector<PixelRect>& rectangles);
-    void forget(ToolkitWindow window);
+    std::shared_ptr<ToolkitWindow> hold(WindowId window) override;
+    bool hasManager() const override;
+    bool areComposited() const override;
+
+    /// Called where a turn's end has something to do here.
+    std::function<void()> onChanged;
+
     /// Listens to the windows that have come since the last call. To be called at a turn's end:
     /// the toolkit has to make them first, and to show them in its own time.
     void watch();
+    /// The same frames may be other pixels now.
+    void placeAgain() const;
     void handle(const xcb_generic_event_t& event);
 
+    // For the windows themselves.
+    Connection& connection() const { return m_connection; }
+    const DisplayList& displays() const { return m_displays; }
+    Stacking& stacking() const { return m_stacking; }
+    /// Null where that one is not held.
+    std::shared_ptr<HeldWindow> find(xcb_window_t window) const;
+    xcb_window_t keyboardOwner() const;
+    void forget(xcb_window_t window);
+
 private:
-    struct Wish {
-        std::optional<CGRect> frame;
-        std::map<uint8_t, std::vector<PixelRect>> shapes; ///< By kind, as the extension counts.
-        bool watched = false;
-    };
-
-    Wish& wishOf(ToolkitWindow window);
-    void restorePlace(ToolkitWindow window, const Wish& wish) const;
-    void handleConfigure(const xcb_configure_notify_event_t& event) const;
-    void handleShape(const xcb_shape_notify_event_t& event) const;
-    void restoreShape(ToolkitWindow window, uint8_t kind, const std::vector<PixelRect>& wish) const;
-    bool hasShape(ToolkitWindow window, uint8_t kind, const std::vector<PixelRect>& wish) const;
-
     Connection& m_connection;
-    PixelsOf m_pixelsOf;
-    std::map<ToolkitWindow, Wish> m_wishes;
-    bool m_unwatched = false; ///< Whether a window has come since the last call of `watch`.
+    const DisplayList& m_displays;
+    const SelectionWatch& m_compositor;
+    Stacking& m_stacking;
+    std::map<xcb_window_t, HeldWindow*> m_windows;
 };
 
 } // namespace WindowServer

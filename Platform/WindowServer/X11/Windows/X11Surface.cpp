@@ -6,9 +6,9 @@
 #include "WindowServer/X11/Desktop/DisplayList.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/Windows/HeldWindow.h"
 #include "WindowServer/X11/Windows/Overlay.h"
 #include "WindowServer/X11/Windows/Placement.h"
-#include "WindowServer/X11/Windows/WindowClass.h"
 
 #include <cmath>
 #include <utility>

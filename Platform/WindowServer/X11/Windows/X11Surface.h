@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowServer/Session.h"
+#include "WindowServer/Surfaces.h"
 #include "WindowServer/X11/Blur/Backdrop.h"
 #include "WindowServer/X11/Blur/Canvas.h"
 #include "WindowServer/X11/Windows/Pane.h"

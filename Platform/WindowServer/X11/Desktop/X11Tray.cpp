@@ -1,0 +1,92 @@
+#include "WindowServer/X11/Desktop/X11Tray.h"
+
+#include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
+#include "WindowServer/X11/PixelMath.h"
+#include "WindowServer/X11/Windows/HeldWindow.h"
+
+#include <utility>
+
+namespace WindowServer {
+
+X11Tray::X11Tray(Connection& connection)
+    : m_connection(connection), m_panel(connection, "_NET_SYSTEM_TRAY_S"),
+      m_colors(connection.atom("_NET_SYSTEM_TRAY_COLORS")) {
+    m_panel.onChanged = [this] {
+        if (onChanged) onChanged();
+    };
+}
+
+void X11Tray::handle(const xcb_generic_event_t& event) {
+    m_panel.handle(event);
+    const int type = typeOf(event);
+    if (type == XCB_MAP_NOTIFY && m_docked && subjectOf(event) == m_icon) m_docked();
+    if (type != XCB_PROPERTY_NOTIFY) return;
+    const auto& told = as<xcb_property_notify_event_t>(event);
+    if (told.window == m_panel.owner() && told.atom == m_colors && onChanged) onChanged();
+}
+
+std::vector<uint32_t> X11Tray::numbersOf(xcb_atom_t property) const {
+    constexpr uint32_t most = 16;
+    const auto reply = m_connection.reply(
+        xcb_get_property_reply, xcb_get_property(m_connection.xcb(), false, m_panel.owner(),
+                                                 property, XCB_ATOM_ANY, 0, most));
+    if (!reply || reply->format != 32) return {};
+    const auto* const numbers = static_cast<uint32_t*>(xcb_get_property_value(reply.get()));
+    return {numbers, numbers + reply->value_len};
+}
+
+TrayLook X11Tray::look() const {
+    TrayLook look;
+    const auto visual = numbersOf(m_connection.atom("_NET_SYSTEM_TRAY_VISUAL"));
+    const auto format = visual.empty() ? 0 : m_connection.formatOf(visual[0]);
+    look.translucent = format && m_connection.hasAlpha(format);
+    // The first of its colours is that of symbols, 16 bits for each of red, green and blue.
+    const auto colors = numbersOf(m_colors);
+    if (colors.size() >= 3)
+        look.ink = (colors[0] >> 8 << 16) | (colors[1] >> 8 << 8) | (colors[2] >> 8);
+    return look;
+}
+
+/// It leaves the screen first: one that a tray takes from there looks to it as if it left again.
+void X11Tray::dock(WindowId window, std::function<void()> docked) {
+    m_icon = static_cast<xcb_window_t>(window);
+    m_docked = std::move(docked);
+    settleToolkit(); // The window exists for this connection from here on.
+    succeeded(m_connection.xcb(), xcb_unmap_window_checked(m_connection.xcb(), m_icon));
+    const uint32_t structure = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection.xcb(), m_icon, XCB_CW_EVENT_MASK, &structure);
+    const uint32_t versionAndMapped[] = {0, 1};
+    const xcb_atom_t info = m_connection.atom("_XEMBED_INFO");
+    xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_icon, info, info, 32, 2,
+                        versionAndMapped);
+    const xcb_window_t panel = m_panel.owner();
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = panel;
+    request.type = m_connection.atom("_NET_SYSTEM_TRAY_OPCODE");
+    constexpr uint32_t requestDock = 0;
+    request.data.data32[1] = requestDock;
+    request.data.data32[2] = m_icon;
+    const auto sent =
+        xcb_send_event_checked(m_connection.xcb(), false, panel, XCB_EVENT_MASK_NO_EVENT,
+                               reinterpret_cast<const char*>(&request));
+    succeeded(m_connection.xcb(), sent); // A tray that has just gone will be followed by another.
+}
+
+Snapshot X11Tray::groundOfDocked() const {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    const uint32_t parents = XCB_BACK_PIXMAP_PARENT_RELATIVE;
+    if (!m_connection.hasPlainPixels() ||
+        !succeeded(
+            xcb, xcb_change_window_attributes_checked(xcb, m_icon, XCB_CW_BACK_PIXMAP, &parents)) ||
+        !succeeded(xcb, xcb_clear_area_checked(xcb, false, m_icon, 0, 0, 0, 0)))
+        return {};
+    const auto place = m_connection.reply(xcb_get_geometry_reply, xcb_get_geometry(xcb, m_icon));
+    if (!place) return {};
+    const PixelRect whole = sized(place->width, place->height);
+    return takeSnapshot(xcb, m_icon, whole, whole);
+}
+
+} // namespace WindowServer
