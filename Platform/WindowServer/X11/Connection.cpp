@@ -147,6 +147,19 @@ xcb_atom_t Connection::atom(const char* name) {
     return known->second;
 }
 
+std::vector<uint32_t> Connection::numbers(xcb_window_t window, xcb_atom_t property,
+                                          uint32_t most) const {
+    return numbersOf(reply(xcb_get_property_reply, xcb_get_property(m_xcb, false, window, property,
+                                                                    XCB_ATOM_ANY, 0, most)));
+}
+
+std::vector<xcb_window_t> Connection::children(xcb_window_t window) const {
+    const auto tree = reply(xcb_query_tree_reply, xcb_query_tree(m_xcb, window));
+    if (!tree) return {};
+    const xcb_window_t* const first = xcb_query_tree_children(tree.get());
+    return {first, first + tree->children_len};
+}
+
 void Connection::attach() {
     auto* notifier =
         new QSocketNotifier(xcb_get_file_descriptor(m_xcb), QSocketNotifier::Read, this);

@@ -68,6 +68,11 @@ public:
         return await(m_xcb, fetch, cookie);
     }
 
+    /// As `numbersOf`, and at most so many.
+    std::vector<uint32_t> numbers(xcb_window_t window, xcb_atom_t property, uint32_t most) const;
+    /// Bottom to top. None where the window has gone.
+    std::vector<xcb_window_t> children(xcb_window_t window) const;
+
     /// Delivers events from the running event loop to `onEvent`. A lost server ends the process at
     /// once with status 1.
     void attach();

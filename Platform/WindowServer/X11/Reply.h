@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include <xcb/xcb.h>
 
@@ -23,6 +24,13 @@ Owned<Reply> await(xcb_connection_t* connection,
     Owned<Reply> reply(fetch(connection, cookie, &error));
     std::free(error);
     return reply;
+}
+
+/// The numbers of a property of 32 bits; none where it is not there, or is of another kind.
+inline std::vector<uint32_t> numbersOf(const Owned<xcb_get_property_reply_t>& reply) {
+    if (!reply || reply->format != 32) return {};
+    const auto* const numbers = static_cast<uint32_t*>(xcb_get_property_value(reply.get()));
+    return {numbers, numbers + reply->value_len};
 }
 
 /// Waits until the server has carried a checked request out. False where it refused.

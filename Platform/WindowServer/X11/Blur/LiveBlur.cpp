@@ -1,10 +1,14 @@
 #include "WindowServer/X11/Blur/LiveBlur.h"
 
 #include "WindowServer/X11/Blur/ScreenPicture.h"
+#include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/PixelMath.h"
 
 #include <algorithm>
 #include <optional>
+#include <utility>
+
+#include <xcb/composite.h>
 
 namespace WindowServer {
 
@@ -47,10 +51,25 @@ std::vector<Backdrop*> LiveBlur::receive(const std::vector<Pending>& pending) co
     return received;
 }
 
-void LiveBlur::hold() { m_redirection = std::make_unique<Redirection>(m_connection); }
+// Automatic leaves the drawing to the server, so it lives beside a compositor's manual redirection
+// and outlives it.
+void LiveBlur::hold() {
+    if (std::exchange(m_holds, true)) return;
+    xcb_composite_redirect_subwindows(m_connection.xcb(), m_connection.root(),
+                                      XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+}
+
+LiveBlur::~LiveBlur() {
+    m_scene.reset();
+    if (m_holds)
+        xcb_composite_unredirect_subwindows(m_connection.xcb(), m_connection.root(),
+                                            XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+}
 
 void LiveBlur::exempt(xcb_window_t cover) {
-    if (m_exempted.insert(cover).second) m_redirection->exempt(cover);
+    if (m_exempted.insert(cover).second)
+        xcb_composite_unredirect_window(m_connection.xcb(), cover,
+                                        XCB_COMPOSITE_REDIRECT_AUTOMATIC);
 }
 
 void LiveBlur::follow(std::function<bool(xcb_window_t)> shows) {

@@ -2,7 +2,6 @@
 
 #include "WindowServer/X11/Blur/Backdrop.h"
 #include "WindowServer/X11/Blur/Pyramid.h"
-#include "WindowServer/X11/Blur/Redirection.h"
 #include "WindowServer/X11/Blur/Scene.h"
 
 #include <functional>
@@ -32,6 +31,9 @@ public:
     };
 
     explicit LiveBlur(Connection& connection) : m_connection(connection) {}
+    ~LiveBlur();
+    LiveBlur(const LiveBlur&) = delete;
+    LiveBlur& operator=(const LiveBlur&) = delete;
 
     /// Asks for the sources of the backdrops that `areas`, in root pixels, touch: from the screen
     /// until `follow`, then from the scene behind the covers.
@@ -41,7 +43,8 @@ public:
     /// Waits for the sources. Gives the backdrops whose source arrived.
     std::vector<Backdrop*> receive(const std::vector<Pending>& pending) const;
 
-    /// Makes windows keep their pictures behind covers; to be called before the first one is shown.
+    /// Makes every window on the screen keep its picture in a pixmap of its own, current even where
+    /// covers hide it; to be called before the first one is shown.
     void hold();
 
     /// Draws a cover straight to the screen while others are redirected. To be called after `hold`.
@@ -62,7 +65,7 @@ private:
     Pyramid& pyramidFor(const Backdrop& backdrop);
 
     Connection& m_connection;
-    std::unique_ptr<Redirection> m_redirection;
+    bool m_holds = false;
     std::set<xcb_window_t> m_exempted;
     std::unique_ptr<Scene> m_scene;
     /// Scratch pictures, shared by backdrops of one size, halvings, width and height.

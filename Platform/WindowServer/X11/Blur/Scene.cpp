@@ -42,15 +42,12 @@ void Scene::readRootPicture() {
     xcb_connection_t* const xcb = m_connection.xcb();
     if (m_rootPicture) xcb_render_free_picture(xcb, m_rootPicture);
     m_rootPicture = 0;
-    const auto property = m_connection.reply(
-        xcb_get_property_reply,
-        xcb_get_property(xcb, false, m_connection.root(), m_rootPixmapAtom, XCB_ATOM_PIXMAP, 0, 1));
-    if (!property || property->format != 32 || property->value_len != 1) return;
-    const auto pixmap = *static_cast<xcb_pixmap_t*>(xcb_get_property_value(property.get()));
+    const auto pixmap = m_connection.numbers(m_connection.root(), m_rootPixmapAtom, 1);
+    if (pixmap.empty()) return;
     const xcb_render_picture_t picture = m_connection.newId();
     const uint32_t repeat = XCB_RENDER_REPEAT_NORMAL;
     const auto made = xcb_render_create_picture_checked(
-        xcb, picture, pixmap, m_connection.formatOf(m_connection.screen().root_visual),
+        xcb, picture, pixmap.front(), m_connection.formatOf(m_connection.screen().root_visual),
         XCB_RENDER_CP_REPEAT, &repeat);
     // The property may outlive the program that set it and the pixmap with it.
     if (!succeeded(xcb, made)) return;

@@ -124,15 +124,10 @@ std::vector<PixelRect> WindowPictures::places() const {
 }
 
 void WindowPictures::readOrder() {
-    const auto tree = m_connection.reply(xcb_query_tree_reply,
-                                         xcb_query_tree(m_connection.xcb(), m_connection.root()));
     m_orderStale = false;
-    if (!tree) return;
-    const xcb_window_t* children = xcb_query_tree_children(tree.get());
-    std::vector<xcb_window_t> order;
-    for (int i = 0; i < tree->children_len; ++i)
-        if (m_shows(children[i])) order.push_back(children[i]);
-
+    auto order = m_connection.children(m_connection.root());
+    if (order.empty()) return; // The server has refused.
+    std::erase_if(order, [this](xcb_window_t window) { return !m_shows(window); });
     for (const xcb_window_t id : std::vector(m_order))
         if (std::ranges::find(order, id) == order.end()) forget(id);
     for (size_t i = 0; i < order.size(); ++i) {

@@ -18,7 +18,7 @@ class Connection;
 
 /// The pictures of some of the screen's windows, in their order and as they stand, drawn from the
 /// windows' own pixmaps. These keep up where something redirects the windows meanwhile: a
-/// compositor, or a `Redirection`.
+/// compositor, or a `LiveBlur`.
 class WindowPictures {
 public:
     /// `shows` chooses the windows; `reduction`, 1 or 2, is how many times smaller they are drawn.

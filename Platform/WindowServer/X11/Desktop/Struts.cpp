@@ -17,12 +17,6 @@ constexpr uint32_t partialStrut = 12; ///< And the first and the last pixel alon
 constexpr char shellsAreas[] = "_GTK_WORKAREAS_D0";
 constexpr uint32_t numbersOfAnArea = 4; ///< The place, the width and the height.
 
-std::vector<uint32_t> numbersOf(const Owned<xcb_get_property_reply_t>& reply) {
-    if (!reply || reply->format != 32) return {};
-    const auto* numbers = static_cast<const uint32_t*>(xcb_get_property_value(reply.get()));
-    return {numbers, numbers + reply->value_len};
-}
-
 } // namespace
 
 /// What one window asks for.
@@ -74,12 +68,8 @@ void Struts::look() {
 /// The windows that a window manager lists, however deep it has put them, and those that stand on
 /// the screen or in a frame there: some managers leave panels out of their lists.
 std::set<xcb_window_t> Struts::candidates() const {
-    xcb_connection_t* const xcb = m_connection.xcb();
-    const auto list = m_connection.reply(xcb_get_property_reply,
-                                         xcb_get_property(xcb, false, m_connection.root(),
-                                                          m_connection.atom("_NET_CLIENT_LIST"),
-                                                          XCB_ATOM_WINDOW, 0, 0x10000));
-    const auto listed = numbersOf(list);
+    const auto listed =
+        m_connection.numbers(m_connection.root(), m_connection.atom("_NET_CLIENT_LIST"), 0x10000);
     std::set<xcb_window_t> result(listed.begin(), listed.end());
     for (const xcb_window_t window : withChildren(withChildren({m_connection.root()})))
         result.insert(window);
@@ -133,10 +123,8 @@ std::vector<Struts::Wish> Struts::wishesOf(const std::set<xcb_window_t>& windows
 }
 
 std::vector<PixelRect> Struts::workAreas() const {
-    const auto numbers = numbersOf(m_connection.reply(
-        xcb_get_property_reply,
-        xcb_get_property(m_connection.xcb(), false, m_connection.root(),
-                         m_connection.atom(shellsAreas), XCB_ATOM_CARDINAL, 0, 0x1000)));
+    const auto numbers =
+        m_connection.numbers(m_connection.root(), m_connection.atom(shellsAreas), 0x1000);
     std::vector<PixelRect> areas;
     for (size_t i = 0; i + numbersOfAnArea <= numbers.size(); i += numbersOfAnArea) {
         const auto number = [&](size_t which) { return static_cast<int>(numbers[i + which]); };

@@ -26,23 +26,17 @@ void X11Tray::handle(const xcb_generic_event_t& event) {
     if (told.window == m_panel.owner() && told.atom == m_colors && onChanged) onChanged();
 }
 
-std::vector<uint32_t> X11Tray::numbersOf(xcb_atom_t property) const {
-    constexpr uint32_t most = 16;
-    const auto reply = m_connection.reply(
-        xcb_get_property_reply, xcb_get_property(m_connection.xcb(), false, m_panel.owner(),
-                                                 property, XCB_ATOM_ANY, 0, most));
-    if (!reply || reply->format != 32) return {};
-    const auto* const numbers = static_cast<uint32_t*>(xcb_get_property_value(reply.get()));
-    return {numbers, numbers + reply->value_len};
-}
-
 TrayLook X11Tray::look() const {
     TrayLook look;
-    const auto visual = numbersOf(m_connection.atom("_NET_SYSTEM_TRAY_VISUAL"));
+    const auto told = [this](xcb_atom_t property) {
+        constexpr uint32_t most = 16;
+        return m_connection.numbers(m_panel.owner(), property, most);
+    };
+    const auto visual = told(m_connection.atom("_NET_SYSTEM_TRAY_VISUAL"));
     const auto format = visual.empty() ? 0 : m_connection.formatOf(visual[0]);
     look.translucent = format && m_connection.hasAlpha(format);
     // The first of its colours is that of symbols, 16 bits for each of red, green and blue.
-    const auto colors = numbersOf(m_colors);
+    const auto colors = told(m_colors);
     if (colors.size() >= 3)
         look.ink = (colors[0] >> 8 << 16) | (colors[1] >> 8 << 8) | (colors[2] >> 8);
     return look;

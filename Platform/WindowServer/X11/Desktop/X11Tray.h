@@ -3,8 +3,6 @@
 #include "WindowServer/Desktop.h"
 #include "WindowServer/X11/Desktop/SelectionWatch.h"
 
-#include <vector>
-
 #include <xcb/xcb.h>
 
 namespace WindowServer {
@@ -24,8 +22,6 @@ public:
     void handle(const xcb_generic_event_t& event);
 
 private:
-    std::vector<uint32_t> numbersOf(xcb_atom_t property) const;
-
     Connection& m_connection;
     SelectionWatch m_panel;
     const xcb_atom_t m_colors;

@@ -67,15 +67,11 @@ Overlay::~Overlay() {
 /// Not every compositor knows that what it painted below the plate is lost.
 void Overlay::damageAll() const {
     xcb_connection_t* const xcb = m_connection.xcb();
-    const auto tree =
-        m_connection.reply(xcb_query_tree_reply, xcb_query_tree(xcb, m_connection.root()));
-    if (!tree) return;
     const xcb_xfixes_region_t whole = m_connection.newId();
     const xcb_rectangle_t rectangle = toX(everywhere);
     xcb_xfixes_create_region(xcb, whole, 1, &rectangle);
-    const xcb_window_t* children = xcb_query_tree_children(tree.get());
-    for (int i = 0; i < tree->children_len; ++i)
-        xcb_damage_add(xcb, children[i], whole);
+    for (const xcb_window_t window : m_connection.children(m_connection.root()))
+        xcb_damage_add(xcb, window, whole);
     xcb_xfixes_destroy_region(xcb, whole);
 }
 
@@ -166,9 +162,7 @@ bool Overlay::handlePaint(const xcb_generic_event_t& event) {
 /// One with a window of its own there cannot draw over that window's neighbours, and drawing by GL
 /// leaves out what stands in a window; drawing with Render does not have to.
 bool Overlay::isDrawnOver() const {
-    const auto tree =
-        m_connection.reply(xcb_query_tree_reply, xcb_query_tree(m_connection.xcb(), m_overlay));
-    return tree && tree->children_len == 1 && !hasContexts();
+    return m_connection.children(m_overlay).size() == 1 && !hasContexts();
 }
 
 bool Overlay::hasContexts() const {

@@ -54,7 +54,7 @@ bool Stacking::holds(xcb_window_t window) const {
 
 void Stacking::restack() {
     m_stale = false;
-    const auto wanted = wantedTop(screenWindows());
+    const auto wanted = wantedTop(m_connection.children(m_connection.root()));
     // Each goes right below the one above it, so windows already in place do not move at all.
     xcb_window_t above = XCB_NONE;
     for (auto window = wanted.rbegin(); window != wanted.rend(); ++window) {
@@ -69,15 +69,6 @@ void Stacking::restack() {
         above = *window;
     }
     m_connection.flush();
-}
-
-/// Bottom to top.
-std::vector<xcb_window_t> Stacking::screenWindows() const {
-    const auto tree = m_connection.reply(xcb_query_tree_reply,
-                                         xcb_query_tree(m_connection.xcb(), m_connection.root()));
-    if (!tree) return {};
-    const xcb_window_t* const children = xcb_query_tree_children(tree.get());
-    return {children, children + tree->children_len};
 }
 
 /// Ours in their order. The toolkit's windows are made and destroyed on another connection: those
@@ -115,7 +106,7 @@ bool Stacking::isIntrusion(const xcb_generic_event_t& event) const {
 }
 
 bool Stacking::isInOrder() const {
-    const auto onScreen = screenWindows();
+    const auto onScreen = m_connection.children(m_connection.root());
     const auto wanted = wantedTop(onScreen);
     return std::equal(wanted.rbegin(), wanted.rend(), onScreen.rbegin());
 }

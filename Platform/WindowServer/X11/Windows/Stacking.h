@@ -43,7 +43,6 @@ private:
 
     bool isIntrusion(const xcb_generic_event_t& event) const;
     bool isInOrder() const;
-    std::vector<xcb_window_t> screenWindows() const;
     std::vector<xcb_window_t> wantedTop(const std::vector<xcb_window_t>& onScreen) const;
     void putBack();
 

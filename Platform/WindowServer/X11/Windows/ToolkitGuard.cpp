@@ -30,15 +30,12 @@ std::shared_ptr<HeldWindow> ToolkitGuard::find(xcb_window_t window) const {
 bool ToolkitGuard::areComposited() const { return m_compositor.isOwned(); }
 
 bool ToolkitGuard::hasManager() const {
-    const auto check = m_connection.reply(
-        xcb_get_property_reply,
-        xcb_get_property(m_connection.xcb(), false, m_connection.root(),
-                         m_connection.atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 0, 1));
-    if (!check || xcb_get_property_value_length(check.get()) == 0) return false;
+    const auto check =
+        m_connection.numbers(m_connection.root(), m_connection.atom("_NET_SUPPORTING_WM_CHECK"), 1);
     // A manager that has died may have left its name behind, but not its window.
-    const auto window = *static_cast<xcb_window_t*>(xcb_get_property_value(check.get()));
-    return m_connection.reply(xcb_get_window_attributes_reply,
-                              xcb_get_window_attributes(m_connection.xcb(), window)) != nullptr;
+    return !check.empty() &&
+           m_connection.reply(xcb_get_window_attributes_reply,
+                              xcb_get_window_attributes(m_connection.xcb(), check.front()));
 }
 
 xcb_window_t ToolkitGuard::keyboardOwner() const {

@@ -423,13 +423,7 @@ void X11Surface::restore(const xcb_shape_notify_event_t& event) {
 void X11Surface::restore(const xcb_property_notify_event_t& event) {
     const xcb_atom_t opacity = m_connection.atom("_NET_WM_WINDOW_OPACITY");
     if (event.window != m_window || event.atom != opacity) return;
-    const auto reply = m_connection.reply(
-        xcb_get_property_reply,
-        xcb_get_property(m_connection.xcb(), false, m_window, opacity, XCB_ATOM_CARDINAL, 0, 1));
-    const bool isOpaque =
-        reply && xcb_get_property_value_length(reply.get()) == sizeof opaque &&
-        *static_cast<const uint32_t*>(xcb_get_property_value(reply.get())) == opaque;
-    if (isOpaque) return;
+    if (m_connection.numbers(m_window, opacity, 1) == std::vector{opaque}) return;
     markForCompositors();
     m_connection.flush();
 }
