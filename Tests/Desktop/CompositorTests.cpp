@@ -214,7 +214,7 @@ TEST_P(Composited, IsWhatTheProgramShows) {
     }));
     EXPECT_LE(between, 2);
 
-    TestWindow popup(desktop.display(), {0, 0, 1024, 768});
+    TestWindow popup(desktop.display(), {10, 10, 1000, 740});
     popup.paintChecks(6);
     stage.watch("a popup", [&] { popup.show(); });
     for (const ScreenWindow& each : agent.buttons())
@@ -299,7 +299,7 @@ TEST_P(Composited, IsWhatTheProgramShows) {
 INSTANTIATE_TEST_SUITE_P(
     By, Composited,
     testing::Values(Compositor{"KWin", {"kwin_x11"}, true, 0, false, false, true},
-                    Compositor{"Xfwm", {"xfwm4", "--compositor=on"}, true, 3, false, true},
+                    Compositor{"Xfwm", {"xfwm4", "--compositor=on"}, true, 0, false, true},
                     picom("PicomTranslucent",
                           {"xrender", "-i", "0.9", "--inactive-opacity-override", "--fading",
                            "--corner-radius", "20"}),
