@@ -184,8 +184,8 @@ void HeldWindow::watch() {
     const Connection& connection = m_guard.connection();
     if (connection.hasShape()) xcb_shape_select_input(connection.xcb(), m_window, true);
     restorePlace();
-    for (const auto& [kind, shape] : m_shapes)
-        restoreShape(kind);
+    for (const uint8_t kind : {XCB_SHAPE_SK_BOUNDING, XCB_SHAPE_SK_CLIP, XCB_SHAPE_SK_INPUT})
+        if (connection.hasShape()) restoreShape(kind); // Others may have known it before.
 }
 
 void HeldWindow::handle(const xcb_generic_event_t& event) {
@@ -212,16 +212,16 @@ void HeldWindow::handleConfigure(const xcb_configure_notify_event_t& event) cons
 }
 
 void HeldWindow::handleShape(const xcb_shape_notify_event_t& event) const {
-    if (m_shapes.contains(event.shape_kind)) return restoreShape(event.shape_kind);
-    if (!event.shaped) return;
-    xcb_shape_mask(m_guard.connection().xcb(), XCB_SHAPE_SO_SET, event.shape_kind, m_window, 0, 0,
-                   XCB_PIXMAP_NONE);
-    m_guard.connection().flush();
+    if (event.shaped || m_shapes.contains(event.shape_kind)) restoreShape(event.shape_kind);
 }
 
 /// The event alone does not tell whose doing it was: the toolkit's own shapes are told of as well.
 void HeldWindow::restoreShape(uint8_t kind) const {
-    const Connection& connection = m_guard.connection();
+    Connection& connection = m_guard.connection();
+    if (!m_shapes.contains(kind)) {
+        xcb_shape_mask(connection.xcb(), XCB_SHAPE_SO_SET, kind, m_window, 0, 0, XCB_PIXMAP_NONE);
+        return connection.flush();
+    }
     const auto reply = connection.reply(xcb_shape_get_rectangles_reply,
                                         xcb_shape_get_rectangles(connection.xcb(), m_window, kind));
     if (!reply) return; // It has gone.
