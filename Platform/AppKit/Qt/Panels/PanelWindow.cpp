@@ -234,6 +234,9 @@ QRegion PanelWindow::hiddenByOurs() const {
     return hidden;
 }
 
+/// Nobody else puts it away: a message that asks for that may come from any program.
+void PanelWindow::closeEvent(QCloseEvent* event) { event->ignore(); }
+
 void PanelWindow::paintEvent(QPaintEvent*) {
     if (!m_isShown) return;
     const double scale = devicePixelRatioF();

@@ -47,6 +47,7 @@ public:
     bool eventFilter(QObject* window, QEvent* event) override;
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent*) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
