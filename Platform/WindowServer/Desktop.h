@@ -42,7 +42,7 @@ public:
 
     /// Takes a window that the toolkit shows off the screen and asks the tray to show it in itself.
     /// Calls back when it has. One is docked at a time.
-    virtual void dock(WindowId, std::function<void()>) {}
+    virtual void dock(WindowId, const std::function<void()>& /*docked*/) {}
 
     /// What the tray shows beneath the window that it took in, in the place of what that showed.
     /// Empty where it does not tell.

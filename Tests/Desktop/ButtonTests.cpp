@@ -117,15 +117,15 @@ TEST_F(Buttons, MoveAtMoreThanThreePoints) {
         int pixels; ///< Of the pointer's way.
         bool drags;
     };
-    for (const auto& [scale, pixels, drags] :
+    for (const Case& each :
          {Case{"1", 3, false}, Case{"1.25", 4, true}, Case{"2", 6, false}, Case{"2", 7, true}}) {
-        SCOPED_TRACE(testing::Message() << scale << " " << pixels);
-        desktop.extra = {{"QT_SCALE_FACTOR", scale}};
+        SCOPED_TRACE(testing::Message() << each.scale << " " << each.pixels);
+        desktop.extra = {{"QT_SCALE_FACTOR", each.scale}};
         ASSERT_NO_FATAL_FAILURE(start());
         const Area before = area(1);
         const Point from = before.middle();
-        drag(1, {{from.x - pixels, from.y}, from});
-        EXPECT_SOON(agent->isCovered() != drags);
+        drag(1, {{from.x - each.pixels, from.y}, from});
+        EXPECT_SOON(agent->isCovered() != each.drags);
         expectAt(1, before);
     }
 }

@@ -78,7 +78,7 @@ TEST_F(BubbleTest, EveryScreenWithANumberHasOneMadeAnewAtEachChange) {
     EXPECT_EQ(panel().alphaValue(), 1.0);
 
     // Dropped on the middle line of its screen it goes right, above it to the top.
-    panel().setFrameOrigin({1920 / 2 - 22, 4000});
+    panel().setFrameOrigin({1920.0 / 2 - 22, 4000});
     panel().button->onMoved();
     EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{1.0, 0.0}));
     time.advance(0.08);

@@ -5,7 +5,6 @@
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Windows/HeldWindow.h"
 
-#include <utility>
 
 namespace WindowServer {
 
@@ -43,9 +42,9 @@ TrayLook X11Tray::look() const {
 }
 
 /// It leaves the screen first: one that a tray takes from there looks to it as if it left again.
-void X11Tray::dock(WindowId window, std::function<void()> docked) {
+void X11Tray::dock(WindowId window, const std::function<void()>& docked) {
     m_icon = static_cast<xcb_window_t>(window);
-    m_docked = std::move(docked);
+    m_docked = docked;
     settleToolkit(); // The window exists for this connection from here on.
     succeeded(m_connection.xcb(), xcb_unmap_window_checked(m_connection.xcb(), m_icon));
     const uint32_t structure = XCB_EVENT_MASK_STRUCTURE_NOTIFY;

@@ -16,7 +16,7 @@ public:
 
     bool isPresent() const override { return m_panel.isOwned(); }
     TrayLook look() const override;
-    void dock(WindowId icon, std::function<void()> docked) override;
+    void dock(WindowId icon, const std::function<void()>& docked) override;
     Snapshot groundOfDocked() const override;
 
     void handle(const xcb_generic_event_t& event);
