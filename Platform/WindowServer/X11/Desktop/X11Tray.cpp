@@ -5,7 +5,6 @@
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Windows/HeldWindow.h"
 
-
 namespace WindowServer {
 
 X11Tray::X11Tray(Connection& connection)
