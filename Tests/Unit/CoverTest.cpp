@@ -1,17 +1,11 @@
-// The covers' states, as the session is told of them, and the key that changes them.
+// The covers' states, as the session is told of them.
 #include "Screens.h"
 
-#include "Carbon/Carbon+Private.h"
 #include "Cover.h"
-#include "HotKey.h"
 
 #include <algorithm>
 
 using WindowServer::HeadlessSurface;
-
-static_assert(cmdKey + optionKey + controlKey == 0x1900);
-static_assert(kEventClassKeyboard == 0x6B657962 && kEventHotKeyPressed == 5);
-static_assert(kEventParamDirectObject == 0x2D2D2D2D && typeEventHotKeyID == 0x686B6964);
 
 namespace {
 
@@ -75,19 +69,4 @@ TEST_F(CoverTest, ARefusedBlurBringsUpOneMaterialAndLeavesNothingBehind) {
     NSWorkspace::sharedWorkspace().notificationCenter().postNotificationName(
         NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, nullptr);
     EXPECT_TRUE(screens().livingSurfaces().empty());
-}
-
-TEST_F(ScreensTest, TheHotKeysHandlerTellsWhatItDealtWith) {
-    EXPECT_EQ(hotKeyPressed(nullptr, nullptr, nullptr), eventNotHandledErr);
-    const std::pair<EventHotKeyID, OSStatus> cases[] = {{{'NLHK', 2}, -9874}, {{'else', 1}, 0}};
-    for (const auto& [key, status] : cases) {
-        OpaqueEventRef event{key};
-        EXPECT_EQ(hotKeyPressed(nullptr, &event, nullptr), status);
-        EXPECT_EQ(Cover::shared()->shown(), status == noErr);
-    }
-    Cover::shared()->hide();
-    screens().grantsKeys = false;
-    HotKey::shared().register_();
-    EXPECT_FALSE(HotKey::shared().registered());
-    screens().grantsKeys = true;
 }

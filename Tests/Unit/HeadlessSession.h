@@ -4,7 +4,6 @@
 #include "WindowServer/Session.h"
 
 #include <algorithm>
-#include <map>
 
 namespace WindowServer {
 
@@ -75,19 +74,18 @@ public:
         if (Settings::onChanged) Settings::onChanged();
     }
 
-    bool take(const KeyChord&) override { return grantsKeys; }
-    bool grantsKeys = true; ///< Whether `take` succeeds.
+    bool take(const KeyChord&) override { return true; }
 
     std::unique_ptr<Surface> makeSurface() override {
         ++m_surfacesMade;
-        return std::make_unique<HeadlessSurface>(m_surfaces, grantsNumbers ? m_surfacesMade : 0);
+        return std::make_unique<HeadlessSurface>(m_surfaces, m_surfacesMade);
     }
     /// Those that live, oldest first.
     const std::vector<HeadlessSurface*>& livingSurfaces() const { return m_surfaces; }
-    int surfacesMade() const { return m_surfacesMade; }
 
-    std::shared_ptr<ToolkitWindow> hold(WindowId window) override;
-    std::map<WindowId, ToolkitWindow*> held;
+    std::shared_ptr<ToolkitWindow> hold(WindowId) override {
+        return std::make_shared<ToolkitWindow>();
+    }
 
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override {
         const auto found = std::ranges::find(m_surfaces, surfaceNumber, &HeadlessSurface::number);
@@ -95,8 +93,7 @@ public:
         if (blurAnswer == 0) (*found)->radius = radius;
         return blurAnswer;
     }
-    int blurAnswer = 0;        ///< What `setBackgroundBlurRadius` says of any surface.
-    bool grantsNumbers = true; ///< Whether new surfaces get a number.
+    int blurAnswer = 0; ///< What `setBackgroundBlurRadius` says of any surface.
 
 private:
     std::vector<Display> m_displays;
@@ -105,22 +102,5 @@ private:
     std::vector<HeadlessSurface*> m_surfaces;
     int m_surfacesMade = 0;
 };
-
-class HeadlessWindow : public ToolkitWindow {
-public:
-    HeadlessWindow(HeadlessSession& session, WindowId window)
-        : m_session(session), m_window(window) {
-        session.held[window] = this;
-    }
-    ~HeadlessWindow() override { m_session.held.erase(m_window); }
-
-private:
-    HeadlessSession& m_session;
-    const WindowId m_window;
-};
-
-inline std::shared_ptr<ToolkitWindow> HeadlessSession::hold(WindowId window) {
-    return std::make_shared<HeadlessWindow>(*this, window);
-}
 
 } // namespace WindowServer

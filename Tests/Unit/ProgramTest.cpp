@@ -1,21 +1,15 @@
-// The program's start, its login item and what its menu says.
+// The program's start and its login item.
 #include "Screens.h"
 
 #include "AppDelegate.h"
 #include "Cover.h"
 #include "Foundation/NSBundle+Private.h"
-#include "Links.h"
-#include "Locked.h"
 #include "LoginSwitch.h"
 #include "Prefs.h"
 #include "ServiceManagement/LoginEntry+Private.h"
 
 #include <QApplication>
-#include <QCloseEvent>
-#include <QLabel>
-#include <QPushButton>
-#include <QTimer>
-#include <QWindow>
+#include <QWidget>
 
 #include <utility>
 
@@ -68,22 +62,6 @@ QWidget* windowCalled(const QString& title) {
     return nullptr;
 }
 
-/// The first text of the alert that the action opens, which is answered by the button.
-std::string alertOf(const std::function<void()>& action, const QString& answer) {
-    std::string text;
-    QTimer::singleShot(0, [&] {
-        QWidget* const alert = QApplication::activeModalWidget();
-        if (!alert) return;
-        for (const QLabel* label : alert->findChildren<QLabel*>())
-            if (text.empty()) text = label->text().toStdString();
-        for (QPushButton* button : alert->findChildren<QPushButton*>())
-            if (button->text() == answer) button->click();
-    });
-    action();
-    QCoreApplication::processEvents();
-    return text;
-}
-
 } // namespace
 
 TEST_F(ProgramTest, InstalledForGoodItStartsAtLoginAndShowsItsSettingsOnce) {
@@ -133,31 +111,4 @@ TEST_F(ProgramTest, ItsSwitchFollowsTheSystemAndAsksItOnce) {
     const std::string line =
         "Nimbrel Lite: login item not changed: Error Domain=Here Code=7 \"Not today\"\n";
     EXPECT_EQ(testing::internal::GetCapturedStderr(), line + line);
-}
-
-TEST_F(ProgramTest, EachFeatureTellsOfItselfAndAPageWithoutAnAddressIsComing) {
-    const auto delegate = std::make_shared<AppDelegate>();
-    auto rows = delegate->makeMenu()->itemArray()[4]->submenu()->itemArray();
-    rows.resize(Locked::all.size());
-    for (const auto& row : rows)
-        EXPECT_EQ(alertOf([&] { row->action().send(*delegate, *row); }, "Not Now"),
-                  row->title() + " is part of Nimbrel SUMMIT");
-    rows[0]->setRepresentedObject(std::string("No such feature"));
-    EXPECT_EQ(alertOf([&] { delegate->lockedClicked(*rows[0]); }, "Not Now"), "");
-
-    NSApp->orderFrontStandardAboutPanelWithOptions({});
-    QWidget* const about = windowCalled("About");
-    ASSERT_TRUE(about);
-    const auto tryToClose = [&] {
-        QCloseEvent close;
-        QApplication::sendEvent(about->windowHandle(), &close);
-    };
-    QTimer::singleShot(0, [&] {
-        tryToClose();
-        EXPECT_TRUE(about->isVisible()) << "an alert keeps input from it";
-    });
-    EXPECT_EQ(alertOf([] { Links::open(nullptr, Links::Purpose::upgrade); }, "OK"),
-              "Nimbrel SUMMIT is coming");
-    tryToClose();
-    EXPECT_FALSE(about->isVisible());
 }
