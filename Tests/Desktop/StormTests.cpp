@@ -4,7 +4,6 @@
 #include "Harness/Soak.h"
 
 #include <cmath>
-#include <thread>
 
 #include <xcb/shape.h>
 
@@ -66,61 +65,41 @@ struct Storm : OnDesktop {
 
 } // namespace
 
+// What happens to a window may reach the server together with its end.
 TEST_F(Storm, WindowsThatDieUnderTheLiveBlurDoItNoHarm) {
     const auto start = Clock::now();
-    while (millisecondsSince(start) < rounds(4000, 60000)) {
-        // Nothing is waited for in between, so a capture can fall anywhere.
+    while (millisecondsSince(start) < rounds(6000, 60000)) {
         TestWindow brief(desktop.display(), anywhere());
+        const TestWindow neighbour(desktop.display(), anywhere());
+        const XClient& client = brief.client();
         brief.paint(dice.number() & 0xFFFFFF);
         brief.show();
-        if (dice.below(2)) brief.place(anywhere());
-        if (dice.below(2)) brief.hide();
-        if (dice.below(2)) brief.show();
-    }
-    expectNoHarm();
-}
-
-// What happens to a window that shows reaches the server together with its end.
-TEST_F(Storm, NorDoTheirEndsInTheSameMoment) {
-    using Request = std::function<void(const XClient&, xcb_window_t, xcb_window_t neighbour)>;
-    const std::vector<Request> requests = {
-        [](const XClient& client, xcb_window_t window, xcb_window_t) {
-            const uint32_t size[] = {700, 500};
-            xcb_configure_window(client, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-                                 size);
-        },
-        [](const XClient& client, xcb_window_t, xcb_window_t neighbour) {
+        // Through all of a frame's time, so that an end falls before, into or after a capture.
+        const auto end = Clock::now() + dice.below(40) * 1ms;
+        while (dice.below(3) && Clock::now() < end)
+            brief.paint(dice.number() & 0xFFFFFF);
+        const uint32_t size[] = {700, 500};
+        const xcb_rectangle_t part = {10, 10, 100, 100};
+        switch (dice.below(5)) {
+        case 0:
+            xcb_configure_window(client, brief.number(),
+                                 XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
+            break;
+        case 1:
             xcb_circulate_window(client, XCB_CIRCULATE_RAISE_LOWEST, client.root());
-            xcb_map_window(client, neighbour);
-        },
-        [](const XClient& client, xcb_window_t window, xcb_window_t neighbour) {
-            xcb_reparent_window(client, window, neighbour, 0, 0);
-        },
-        [](const XClient& client, xcb_window_t window, xcb_window_t) {
-            const xcb_rectangle_t part = {10, 10, 100, 100};
-            xcb_shape_rectangles(client, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, 0, window, 0, 0,
-                                 1, &part);
-        },
-        [](const XClient&, xcb_window_t, xcb_window_t) {},
-    };
-    for (int round = 0; round < rounds(200, 1500); ++round) {
-        TestWindow window(desktop.display(), {200, 200, 600, 400});
-        const TestWindow neighbour(desktop.display(), {200, 200, 600, 400});
-        const XClient& client = window.client();
-        window.show();
-        // Through all of a frame's time, so that ends fall before, into and after a capture.
-        const auto end = Clock::now() + round * 1700us % 40ms;
-        while (Clock::now() < end) {
-            xcb_clear_area(client, 0, window.number(), 0, 0, 0, 0);
-            client.settle();
-            std::this_thread::sleep_for(500us);
+            xcb_map_window(client, neighbour.number());
+            break;
+        case 2:
+            xcb_reparent_window(client, brief.number(), neighbour.number(), 0, 0);
+            break;
+        case 3:
+            xcb_shape_rectangles(client, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, 0, brief.number(),
+                                 0, 0, 1, &part);
+            break;
+        default:
+            brief.place(anywhere());
         }
-        dice.of(requests)(client, window.number(), neighbour.number());
-        if (dice.below(2))
-            xcb_destroy_window(client, window.number());
-        else
-            xcb_unmap_window(client, window.number());
-        client.settle();
+        if (dice.below(2)) brief.hide();
     }
     expectNoHarm();
 }

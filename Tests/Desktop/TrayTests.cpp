@@ -13,12 +13,11 @@ using namespace Harness;
 
 namespace {
 
-using Pictures = std::map<int, QByteArray>; // By their width.
-
-Pictures takePictures(const QDBusArgument& argument) {
-    Pictures pictures;
-    argument.beginArray();
-    while (!argument.atEnd()) {
+/// Its pictures, by their width.
+std::map<int, QByteArray> iconOf(const NotifierTray& tray) {
+    std::map<int, QByteArray> pictures;
+    const auto argument = tray.property("IconPixmap").value<QDBusArgument>();
+    for (argument.beginArray(); !argument.atEnd();) {
         int width, height;
         QByteArray pixels;
         argument.beginStructure();
@@ -27,21 +26,7 @@ Pictures takePictures(const QDBusArgument& argument) {
         EXPECT_EQ(pixels.size(), width * height * 4);
         pictures[width] = pixels;
     }
-    argument.endArray();
     return pictures;
-}
-
-Pictures iconOf(NotifierTray& tray) {
-    return takePictures(tray.property("IconPixmap").value<QDBusArgument>());
-}
-
-/// Of the eye that is crossed out, the line alone reaches so near to the corner.
-bool isCrossedOut(const Pictures& pictures) {
-    return std::ranges::all_of(pictures, [](const auto& picture) {
-        const auto& [side, pixels] = picture;
-        const int inward = side * 3 / 16 - 1;
-        return pixels.at((inward * side + inward) * 4) != 0;
-    });
 }
 
 /// The eye is told from the crossed-out one by what a user sees and hears.
@@ -72,14 +57,14 @@ TEST(TrayOnTheBus, HasTheItemEachTimeThatItComes) {
         EXPECT_EQ(tray.property("IconName"), "com.vardek.NimbrelLite.eye.slash-symbolic");
         EXPECT_FALSE(tray.property("Menu").isValid()) << "one that would lie under the cover";
         EXPECT_EQ(tray.property("ItemIsMenu"), false);
-        for (const int size : {16, 22, 24, 32, 44, 48, 64})
-            EXPECT_TRUE(iconOf(tray).contains(size)) << size;
         for (const Told& state : {clear, blurred}) {
             EXPECT_SOON(tray.property("Title") == QString("Nimbrel Lite: ") + state.next);
             EXPECT_EQ(tray.property("IconAccessibleDesc").toString(), state.next);
-            EXPECT_EQ(isCrossedOut(iconOf(tray)), state.crossedOut) << state.next;
-            if (state.crossedOut) {
-                EXPECT_EQ(iconOf(tray)[24].sliced((4 * 24 + 4) * 4, 4).toHex(), "ff767676");
+            // The line through the eye alone reaches so near to the corner.
+            for (const int size : {16, 22, 24, 32, 44, 48, 64}) {
+                const int inward = size * 3 / 16 - 1;
+                const auto pixel = iconOf(tray)[size].sliced((inward * size + inward) * 4, 4);
+                EXPECT_EQ(pixel.at(0) != 0, state.crossedOut) << size;
             }
             tray.click(1000, 10);
             EXPECT_SOON(agent.isCovered() == state.crossedOut) << i;

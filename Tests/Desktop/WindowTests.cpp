@@ -10,7 +10,6 @@ using namespace Harness;
 
 namespace {
 
-constexpr uint8_t wheelDown = 5;
 constexpr int settingsWidth = 540;
 constexpr int settingsHeight = 660;
 constexpr int supportTab = settingsWidth / 2 + 36; ///< The middle of the second tab.
@@ -61,17 +60,6 @@ struct Windows : OnDesktop {
         client.settle();
     }
 
-    /// What stands there once it has been drawn and has come to rest.
-    Picture drawn(const Area& place) const {
-        Picture picture = desktop.screen.grab(place);
-        EXPECT_TRUE(await([&] {
-            picture = desktop.screen.grab(place);
-            return picture.sharpestStep() > 50 &&
-                   holdsFor(200ms, [&] { return desktop.screen.grab(place) == picture; });
-        })) << place;
-        return picture;
-    }
-
     XClient client{desktop.display()};
 };
 
@@ -95,7 +83,7 @@ TEST_F(Windows, StandInTheMiddleAndGiveTheKeyboardBackToWhoHadIt) {
             EXPECT_NEAR(2 * frame.x + frame.width, Desktop::left.width, 2) << frame;
             if (row == Row::about) {
                 agent->cover();
-                drawn(area(window));
+                EXPECT_SOON(desktop.screen.grab(area(window)).sharpestStep() > 50);
                 agent->uncover();
             }
             if (byEscape)
@@ -104,26 +92,6 @@ TEST_F(Windows, StandInTheMiddleAndGiveTheKeyboardBackToWhoHadIt) {
                 client.askToClose(window);
             EXPECT_SOON(desktop.screen.focus() == paper.number());
         }
-    }
-}
-
-TEST_F(Windows, TheListOfTheEditionWindowScrollsAndNoCompositorChangesIt) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    const Area all = area(open(Row::summit));
-    const Area list = {all.x + 40, all.y + 200, 400, 200};
-    desktop.input.move(list.middle());
-    const Picture before = drawn(all);
-    desktop.input.click(wheelDown);
-    EXPECT_SOON(desktop.screen.grab(list) != before.cut(list));
-    for (const Area& still : {Area{all.x + 20, all.y, 400, 90},
-                              Area{all.x + 20, all.bottom() - 50, 460, 50}}) // Its head and foot.
-        EXPECT_TRUE(desktop.screen.grab(still) == before.cut(still)) << still;
-
-    desktop.input.move(960, 1000);
-    const Picture scrolled = drawn(all.grown(-60));
-    for (const bool composited : {true, false}) {
-        const auto compositor = composited ? desktop.startCompositor() : nullptr;
-        EXPECT_SOON(desktop.screen.grab(scrolled.area()) == scrolled) << composited;
     }
 }
 
