@@ -1,6 +1,11 @@
 #include "Harness/OnDesktop.h"
 #include "Harness/Paper.h"
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
+
 #include <csignal>
 #include <fstream>
 #include <regex>
@@ -58,6 +63,27 @@ TEST_F(Lifetime, IsClearAfterAViolentEndAndBelongsToTheNewestStart) {
     EXPECT_EQ(first.process().awaitEnd(), 0);
     EXPECT_SOON(isClear());
     agent->cover();
+}
+
+// Two that start at once may each ask the other: the newer one stays.
+TEST_F(Lifetime, EndsForANewerInstanceAlone) {
+    const QString instances = "com.vardek.NimbrelLite.Instances";
+    const auto join = [&](const char* name) {
+        const auto bus = QDBusConnection::connectToBus(desktop.bus->address(), name);
+        bus.interface()->registerService(instances, QDBusConnectionInterface::QueueService);
+        return bus;
+    };
+    const auto older = join("older");
+    ASSERT_NO_FATAL_FAILURE(start());
+    const auto newer = join("newer");
+    const QDBusReply<QStringList> all = older.interface()->call("ListQueuedOwners", instances);
+    ASSERT_EQ(all.value().size(), 3);
+    const auto end = QDBusMessage::createMethodCall(all.value()[1], "/Instance", {}, "Terminate");
+    EXPECT_EQ(older.call(end).type(), QDBusMessage::ErrorMessage);
+    newer.send(end);
+    EXPECT_EQ(agent->process().awaitEnd(), 0);
+    for (const auto& bus : {older, newer})
+        QDBusConnection::disconnectFromBus(bus.name());
 }
 
 TEST_F(Lifetime, GoesOnWithoutABusAndBesideAFrozenOne) {
