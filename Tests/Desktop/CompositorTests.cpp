@@ -23,7 +23,7 @@ using Command = std::vector<std::string>;
 struct Compositor {
     std::string name;
     Command command;
-    bool manages = false;   ///< It is the window manager too, and can be replaced.
+    bool manages = true;    ///< It is the window manager too, and can be replaced.
     int looks = 0;          ///< In a row, that find something as it appears.
     bool drawsOver = false; ///< Over the overlay too.
     /// It sees no output of the test's server but the first, and of the windows that are older than
@@ -38,10 +38,13 @@ void PrintTo(const Compositor& compositor, std::ostream* out) { *out << composit
 
 Compositor picom(const std::string& name, const Command& settings,
                  const std::string& file = "/dev/null") {
-    Compositor result = {name, {"picom", "--config", file, "--backend"}};
-    result.drawsOver = settings.front() == "xrender";
-    result.looks = result.drawsOver ? 5 : 0;
-    result.isGlPicom = !result.drawsOver;
+    const bool isGl = settings.front() == "glx";
+    Compositor result = {.name = name,
+                         .command = {"picom", "--config", file, "--backend"},
+                         .manages = false,
+                         .looks = isGl ? 0 : 5,
+                         .drawsOver = !isGl,
+                         .isGlPicom = isGl};
     result.command.insert(result.command.end(), settings.begin(), settings.end());
     return result;
 }
@@ -298,21 +301,25 @@ TEST_P(Composited, IsWhatTheProgramShows) {
 
 INSTANTIATE_TEST_SUITE_P(
     By, Composited,
-    testing::Values(Compositor{"KWin", {"kwin_x11"}, true, 0, false, false, true},
-                    Compositor{"Xfwm", {"xfwm4", "--compositor=on"}, true, 0, false, true},
-                    picom("PicomTranslucent",
-                          {"xrender", "-i", "0.9", "--inactive-opacity-override", "--fading",
-                           "--corner-radius", "20"}),
-                    picom("PicomGl", {"glx", "--fading", "--shadow"})),
+    testing::Values(
+        Compositor{.name = "KWin", .command = {"kwin_x11"}, .isKWin = true},
+        Compositor{.name = "Xfwm", .command = {"xfwm4", "--compositor=on"}, .isGtk = true},
+        picom("PicomTranslucent", {"xrender", "-i", "0.9", "--inactive-opacity-override",
+                                   "--fading", "--corner-radius", "20"}),
+        picom("PicomGl", {"glx", "--fading", "--shadow"})),
     [](const auto& each) { return each.param.name; });
 
 // For the long run.
 INSTANTIATE_TEST_SUITE_P(
     Each, Composited,
     testing::Values(
-        Compositor{"Marco", {"marco", "--composite"}, true, 30, true, true},
-        Compositor{"Muffin", {"muffin"}, true},
-        Compositor{"Gnome", {"gnome-shell", "--x11"}, true, 0, false, false, false, true},
+        Compositor{.name = "Marco",
+                   .command = {"marco", "--composite"},
+                   .looks = 30,
+                   .drawsOver = true,
+                   .isGtk = true},
+        Compositor{.name = "Muffin", .command = {"muffin"}},
+        Compositor{.name = "Gnome", .command = {"gnome-shell", "--x11"}, .isGnome = true},
         picom("Picom", {"xrender"}), picom("PicomActive", {"xrender", "--active-opacity", "0.85"}),
         picom("PicomDim", {"xrender", "--inactive-dim", "0.5"}),
         picom("PicomRule", {"xrender", "--opacity-rule", "80:width > 0"}),

@@ -31,7 +31,7 @@ const xcb_screen_t* screenAt(xcb_connection_t* connection, int number) {
     return it.data;
 }
 
-/// Adds those of the needs that are not met, and what comes of it.
+/// Adds the needs that are not met and their consequence to the line of the log.
 void addMissing(std::string& text, const char* consequence,
                 std::initializer_list<std::pair<const char*, bool>> needs) {
     std::string names;
@@ -164,7 +164,7 @@ void Connection::attach() {
     auto* notifier =
         new QSocketNotifier(xcb_get_file_descriptor(m_xcb), QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] { dispatch(xcb_poll_for_event); });
-    // Waiting for a reply may have read events already, and those no longer wake the notifier.
+    // A wait for a reply may have read events from the socket, which then stays silent.
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
             [this] { dispatch(xcb_poll_for_queued_event); });
 }
@@ -187,7 +187,7 @@ void Connection::dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*)) {
     if (xcb_connection_has_error(m_xcb)) ::_exit(1);
 }
 
-/// Null once all is written and there is nothing to read: writing reads as well.
+/// Null once all is written and nothing is left to read. Writing may read as well.
 Owned<xcb_generic_event_t>
 Connection::nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const {
     if (auto* event = poll(m_xcb)) return Owned<xcb_generic_event_t>(event);
@@ -195,9 +195,9 @@ Connection::nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const {
     return Owned<xcb_generic_event_t>(xcb_poll_for_queued_event(m_xcb));
 }
 
-/// An error about something of another program is a race that the program lost: a window died
-/// between an event and our request. A damage object of ours dies with the window it watches.
-/// One about the server's memory is about nothing of anybody's.
+/// Errors about another program's resource mean that its window died between an event and our
+/// request; a damage object of ours dies with the window that it watches. An error of memory names
+/// no resource, so it is never such a race.
 bool Connection::isRace(const xcb_generic_error_t& error) const {
     if (error.error_code == XCB_ALLOC) return false;
     const auto* setup = xcb_get_setup(m_xcb);

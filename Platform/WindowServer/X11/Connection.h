@@ -44,10 +44,10 @@ public:
     bool canBlurStill() const;
     /// Whether Render can scale pictures here.
     bool canScale() const { return m_rgbFormat != 0; }
-    /// Whether it serves a Wayland session, which its windows cannot cover.
-    bool isXwayland() const { return m_isXwayland; }
-    /// Whether it can do so into the screen's own windows.
+    /// Whether it can scale them into the screen's own windows.
     bool canScaleToScreen() const { return canScale() && formatOf(m_screen->root_visual) != 0; }
+    /// Whether the server is Xwayland: its windows cannot cover a Wayland session.
+    bool isXwayland() const { return m_isXwayland; }
     bool hasComposite() const { return m_hasComposite; }
     bool hasShape() const { return m_events.shape != 0; }
     /// Whether pixels of depth 24 take 32 bits in the byte order of this machine.
@@ -77,11 +77,10 @@ public:
     /// once with status 1.
     void attach();
     std::function<void(const xcb_generic_event_t&)> onEvent;
-    /// A window of ours was found destroyed by another program, or something was refused: what was
-    /// asked of the server so far may be refused for that alone.
+    /// Ignores refusals of all that was requested so far: after another program destroyed a window
+    /// of ours, or after one refusal, the requests that depend on it fail too.
     void excuseRefusals() { m_excusedUntil = xcb_no_operation(m_xcb).sequence; }
-    /// Called where the server refused something of ours that it was not expected to refuse: what
-    /// was drawn since cannot be trusted.
+    /// Called on an unexpected refusal: what was drawn since cannot be trusted.
     std::function<void()> onRefusal;
 
 private:
@@ -107,8 +106,8 @@ private:
     xcb_render_pictformat_t m_rgbFormat = 0;
 };
 
-/// Hears a panel's properties and its end. A window's events are chosen in one request, by all who
-/// want any of them.
+/// Listens to a panel's properties and its end. Each such request replaces the one before, so all
+/// who listen to panels ask for the same events.
 inline void listenToPanel(const Connection& connection, xcb_window_t panel) {
     const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection.xcb(), panel, XCB_CW_EVENT_MASK, &mask);

@@ -9,18 +9,18 @@ namespace WindowServer {
 /// The event's code, whether the server or another program sent it.
 inline int typeOf(const xcb_generic_event_t& event) { return event.response_type & 0x7f; }
 
-/// The event as what its code says that it is.
+/// The event as the type that its code stands for.
 template <typename Event> const Event& as(const xcb_generic_event_t& event) {
     return reinterpret_cast<const Event&>(event);
 }
 
-/// Whether it happened before the server came to the request.
+/// Whether it happened before the server carried out the request.
 template <typename Event> bool isBefore(const Event& event, uint32_t request) {
     const auto sequence = reinterpret_cast<const xcb_generic_event_t&>(event).full_sequence;
     return static_cast<int32_t>(sequence - request) < 0;
 }
 
-/// The window whose place, order or life the event tells of; none where it tells of no such thing.
+/// The window whose place, order or life changed; none for other events.
 inline xcb_window_t subjectOf(const xcb_generic_event_t& event) {
     switch (typeOf(event)) {
     case XCB_CREATE_NOTIFY:

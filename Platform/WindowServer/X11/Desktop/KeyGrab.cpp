@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::chrono::milliseconds patience(2000), pause(10);
 
-/// Whose owner is the instance that has the key.
+/// The selection that the instance with the key owns.
 std::string selectionName() { return infoOf("CFBundleIdentifier") + ".HotKey"; }
 
 } // namespace
@@ -34,7 +34,7 @@ bool KeyGrab::take(const KeyChord& chord) {
     return true;
 }
 
-/// Changes of the layout are to be heard of, and a key that is kept down gives one release.
+/// Asks for changes of the layout, and that a key kept down repeats its press alone.
 void KeyGrab::listenToKeyboard() {
     xcb_connection_t* const xcb = m_connection.xcb();
     const auto* extension = xcb_get_extension_data(xcb, &xcb_xkb_id);
@@ -52,8 +52,8 @@ void KeyGrab::listenToKeyboard() {
     xcb_discard_reply(xcb, set.sequence);
 }
 
-/// Holds the chord once no other instance does, if that is soon. One that was not asked to go, or
-/// is stuck, keeps it.
+/// Waits for another instance to let go of the chord, as one that was asked to quit does soon.
+/// One that is stuck keeps it.
 bool KeyGrab::inherit() {
     const QDeadlineTimer deadline(patience);
     while (const auto rival = hold()) {
@@ -66,8 +66,9 @@ bool KeyGrab::inherit() {
     return true;
 }
 
-/// Nothing where the chord is held now. Else the window of the instance that has it, and none where
-/// it is another program, or there is no such key. Nobody comes between the two questions.
+/// Empty where the chord is ours now; else the window of the instance that has it, or no window
+/// where another program has it or the key does not exist. The server is grabbed, so that both
+/// answers are of one moment.
 std::optional<xcb_window_t> KeyGrab::hold() {
     std::optional<xcb_window_t> rival;
     xcb_grab_server(m_connection.xcb());
@@ -81,7 +82,7 @@ std::optional<xcb_window_t> KeyGrab::hold() {
 }
 
 bool KeyGrab::grab() const {
-    if (m_code.key == 0) return false; // The server would take it for every key.
+    if (m_code.key == 0) return false; // 0 would grab every key.
     xcb_connection_t* const xcb = m_connection.xcb();
     std::vector<xcb_void_cookie_t> requests;
     for (const uint16_t state : m_code.states())
@@ -114,7 +115,7 @@ void KeyGrab::announce() {
                             XCB_CURRENT_TIME);
 }
 
-/// The next instance need not wait for all of this one's end.
+/// Frees the chord at once: the next instance is waiting for it, not for this process to end.
 void KeyGrab::leave() {
     letGo();
     xcb_destroy_window(m_connection.xcb(), m_window);
@@ -153,7 +154,7 @@ bool KeyGrab::isChange(const xcb_generic_event_t& event) const {
     const int type = typeOf(event);
     if (type == XCB_MAPPING_NOTIFY) return true;
     if (m_xkbEvent == 0 || type != m_xkbEvent) return false;
-    const uint8_t kind = event.pad0; // What the extension calls its events is their second byte.
+    const uint8_t kind = event.pad0; // XKB events share one code; their second byte is the kind.
     return kind == XCB_XKB_NEW_KEYBOARD_NOTIFY || kind == XCB_XKB_MAP_NOTIFY;
 }
 

@@ -15,9 +15,8 @@ class Connection;
 
 /// Holds a chord for this program alone, wherever the layout moves its keys.
 ///
-/// The instance that holds it owns a selection, by a window that goes before the instance does. One
-/// that finds the chord held by another instance, which has been asked to quit, waits a moment for
-/// that.
+/// The instance that holds it owns a selection. One that finds the chord held by another instance
+/// waits a moment for it: it has been asked to quit.
 class KeyGrab : public GlobalKey, private QAbstractNativeEventFilter {
 public:
     explicit KeyGrab(Connection& connection) : m_connection(connection) {}

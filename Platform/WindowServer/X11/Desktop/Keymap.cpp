@@ -42,14 +42,14 @@ xcb_keycode_t keyAt(const std::string& place, const Connection& connection) {
     return 0;
 }
 
-/// The modifiers that are locked now. One may stay so for good when its key becomes another.
+/// The modifiers that are locked now. One stays locked for good where its key is remapped.
 uint16_t locked(const Connection& connection) {
     const auto state = connection.reply(
         xcb_xkb_get_state_reply, xcb_xkb_get_state(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD));
     return state ? state->lockedMods : 0;
 }
 
-/// Which modifier each key is, and what else it means.
+/// The keyboard's modifier map and the symbols of its keys.
 class Modifiers {
 public:
     explicit Modifiers(const Connection& connection)
@@ -81,7 +81,7 @@ private:
             xcb_get_keyboard_mapping_keysyms(m_symbols.get()),
             static_cast<size_t>(xcb_get_keyboard_mapping_keysyms_length(m_symbols.get())));
         const size_t start = (key - m_firstKey) * width;
-        if (key < m_firstKey || start + width > all.size()) return false; // 0 fills a row up.
+        if (key < m_firstKey || start + width > all.size()) return false; // Rows are padded with 0.
         const auto symbols = all.subspan(start, width);
         return std::ranges::find_first_of(symbols, wanted) != symbols.end();
     }

@@ -13,7 +13,7 @@ namespace {
 constexpr uint32_t plainStrut = 4;    ///< Widths: left, right, top, bottom.
 constexpr uint32_t partialStrut = 12; ///< And the first and the last pixel along each.
 
-/// As a shell tells them of the first workspace; its own panels are the same on each.
+/// The first workspace's stand for all: a shell's own panels are the same on each.
 constexpr char shellsAreas[] = "_GTK_WORKAREAS_D0";
 constexpr uint32_t numbersOfAnArea = 4; ///< The place, the width and the height.
 
@@ -65,8 +65,8 @@ void Struts::look() {
         add(wish);
 }
 
-/// The windows that a window manager lists, however deep it has put them, and those that stand on
-/// the screen or in a frame there: some managers leave panels out of their lists.
+/// The windows that a window manager lists, and the root's children and grandchildren: some
+/// managers leave panels out of their lists.
 std::set<xcb_window_t> Struts::candidates() const {
     const auto listed =
         m_connection.numbers(m_connection.root(), m_connection.atom("_NET_CLIENT_LIST"), 0x10000);

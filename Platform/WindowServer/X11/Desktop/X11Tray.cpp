@@ -40,7 +40,7 @@ TrayLook X11Tray::look() const {
     return look;
 }
 
-/// It leaves the screen first: one that a tray takes from there looks to it as if it left again.
+/// Unmapped first: a tray takes the unmapping that comes with reparenting for the icon's end.
 void X11Tray::dock(WindowId window, const std::function<void()>& docked) {
     m_icon = static_cast<xcb_window_t>(window);
     m_docked = docked;

@@ -98,7 +98,7 @@ std::string XSettings::themeName() const {
     return found == m_texts.end() ? std::string() : found->second;
 }
 
-/// Who tells the resolution of texts without the scale as well has put the scale into the other.
+/// Where the unscaled resolution is told too, the scale is in the other resolution already.
 int XSettings::windowScale() const {
     const auto found = m_numbers.find("Gdk/WindowScalingFactor");
     if (found == m_numbers.end() || m_numbers.contains("Gdk/UnscaledDPI")) return 1;

@@ -9,9 +9,9 @@ namespace WindowServer {
 
 class Connection;
 
-/// Keeps the toolkit (Qt 6.4) from a fault of its own: as the desktop's cursor theme changes, it
-/// calls the cursors of all monitors that there ever were, and those of monitors that have gone are
-/// freed memory. So once one has gone, the toolkit hears no more of the desktop's settings.
+/// Works around a fault of Qt 6.4: at a change of the cursor theme it calls the cursors of all
+/// monitors that there ever were, and those of unplugged ones are freed memory. Once a monitor has
+/// gone, the desktop's settings are kept from Qt.
 class CursorThemeFilter : public QObject, public QAbstractNativeEventFilter {
 public:
     /// Belongs to the application, over whose connection the toolkit hears.

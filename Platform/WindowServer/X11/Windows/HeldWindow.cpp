@@ -22,7 +22,7 @@ xcb_connection_t* toolkit() {
     return qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
 }
 
-/// Cut into lines and sorted: the server joins lines that are alike.
+/// Cut into lines and sorted, to compare shapes: the server joins rectangles as it likes.
 std::vector<PixelRect> linesOf(const std::vector<PixelRect>& rectangles) {
     std::vector<PixelRect> lines;
     for (const PixelRect& r : rectangles)
@@ -100,7 +100,7 @@ Snapshot HeldWindow::grabAround(int margin) {
     xcb_connection_t* const xcb = toolkit();
     const xcb_window_t root = m_guard.connection().root();
     const auto place = await(xcb, xcb_get_geometry_reply, xcb_get_geometry(xcb, m_window));
-    const auto corner = // In a tray the window's own place is one in another window.
+    const auto corner = // In a tray its geometry is relative to the tray's window.
         await(xcb, xcb_translate_coordinates_reply,
               xcb_translate_coordinates(xcb, m_window, root, 0, 0));
     const auto screen = await(xcb, xcb_get_geometry_reply, xcb_get_geometry(xcb, root));
@@ -118,7 +118,7 @@ Snapshot HeldWindow::grabAround(int margin) {
 void HeldWindow::takeKeyboard() {
     const xcb_window_t former = m_guard.keyboardOwner();
     if (former == m_window) return;
-    // One that lent it to another of ours and takes it again has it from whom it had it before.
+    // Taken back from another window of ours that borrowed it in turn, the first lender stays.
     const auto lender = m_guard.find(former);
     if (!m_lender || !lender || !lender->m_lender) m_lender = former;
     xcb_set_input_focus(toolkit(), XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME);
@@ -153,7 +153,7 @@ PixelRect HeldWindow::wantedPlace() const {
     return display ? pixelsOf(*m_frame, *display) : PixelRect();
 }
 
-/// Before it is watched, the server may still have to be told of it.
+/// Before it is watched the window may exist on the toolkit's connection alone.
 void HeldWindow::restorePlace() const {
     const PixelRect wanted = wantedPlace();
     if (isEmpty(wanted)) return;
@@ -185,7 +185,7 @@ void HeldWindow::watch() {
     if (connection.hasShape()) xcb_shape_select_input(connection.xcb(), m_window, true);
     restorePlace();
     for (const uint8_t kind : {XCB_SHAPE_SK_BOUNDING, XCB_SHAPE_SK_CLIP, XCB_SHAPE_SK_INPUT})
-        if (connection.hasShape()) restoreShape(kind); // Others may have known it before.
+        if (connection.hasShape()) restoreShape(kind); // It may have been changed before.
 }
 
 void HeldWindow::handle(const xcb_generic_event_t& event) {
@@ -198,7 +198,7 @@ void HeldWindow::handle(const xcb_generic_event_t& event) {
     const bool hasGone =
         type == XCB_UNMAP_NOTIFY || type == XCB_DESTROY_NOTIFY || type == XCB_REPARENT_NOTIFY;
     if (!hasGone || !m_guard.stacking().holds(m_window) || !onGone) return;
-    const auto tell = onGone; // The object may go with it.
+    const auto tell = onGone; // This object may not outlive the call.
     tell();
 }
 
@@ -215,7 +215,7 @@ void HeldWindow::handleShape(const xcb_shape_notify_event_t& event) const {
     if (event.shaped || m_shapes.contains(event.shape_kind)) restoreShape(event.shape_kind);
 }
 
-/// The event alone does not tell whose doing it was: the toolkit's own shapes are told of as well.
+/// The toolkit's own changes are announced by the same events, so the shapes are compared.
 void HeldWindow::restoreShape(uint8_t kind) const {
     Connection& connection = m_guard.connection();
     if (!m_shapes.contains(kind)) {

@@ -11,8 +11,8 @@ namespace WindowServer {
 
 class ToolkitGuard;
 
-/// A window of the toolkit's on the X server. What is asked for it goes over the toolkit's
-/// connection, so that the server does it after it has made the window and before it destroys it.
+/// A window of the toolkit's on the X server. Requests go over the toolkit's connection, so that
+/// they are carried out between the window's creation and its end.
 class HeldWindow : public ToolkitWindow, public std::enable_shared_from_this<HeldWindow> {
 public:
     HeldWindow(ToolkitGuard& guard, WindowId window);
@@ -28,11 +28,11 @@ public:
     void takeKeyboard() override;
     Snapshot grabAround(int margin) override;
 
-    /// Whether it has to be watched and is not yet.
+    /// Whether it is still to be watched.
     bool isNew() const { return m_isKept && !m_isWatched; }
-    /// Undoes from now on what others do to it. The server knows it by now.
+    /// Undoes from now on what others do to it. The server has made it by then.
     void watch();
-    /// Where its frame is now, that may be other pixels than before.
+    /// Puts it back to its frame, whose pixels change with the displays.
     void restorePlace() const;
     void handle(const xcb_generic_event_t& event);
 
@@ -49,20 +49,20 @@ private:
     ToolkitGuard& m_guard;
     const xcb_window_t m_window;
     std::optional<CGRect> m_frame;
-    std::map<uint8_t, std::vector<PixelRect>> m_shapes; ///< By kind, as the extension counts.
-    std::optional<xcb_window_t> m_lender;               ///< Whom it has the keyboard from.
-    bool m_isKept = false;                              ///< Others must not change it.
+    std::map<uint8_t, std::vector<PixelRect>> m_shapes; ///< By kind: XCB_SHAPE_SK_INPUT.
+    std::optional<xcb_window_t> m_lender;               ///< Who had the keyboard before it.
+    bool m_isKept = false;                              ///< Others' changes are undone.
     bool m_isWatched = false;
 };
 
-/// The text of WM_CLASS: which window it is, and the program, as it is started.
+/// The text of WM_CLASS: the window's name and the program's.
 std::string windowClass(const std::string& instance);
 
 /// Waits until the server has the windows that the toolkit has made so far.
 void settleToolkit();
 
-/// A picture of `from` in the drawable, which is to count as `area`. Empty where the server
-/// refuses, or its pixels are of a kind not known here.
+/// The drawable's pixels at `from`, with `area` as their place. Empty where the server refuses or
+/// its pixels are not of 24 bits.
 Snapshot takeSnapshot(xcb_connection_t* connection, xcb_drawable_t drawable, const PixelRect& from,
                       const PixelRect& area);
 

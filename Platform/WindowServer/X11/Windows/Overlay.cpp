@@ -36,8 +36,8 @@ Overlay::Overlay(Connection& connection, const SelectionWatch& compositor,
     listen(xcb, m_overlay, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     xcb_shape_select_input(xcb, m_overlay, true);
 
-    // Without a background nothing is shown before it is painted. What a monitor that is plugged in
-    // brings to light is covered before anybody hears of the monitor.
+    // Without a background nothing shows before it is painted. As large as a screen can be, the
+    // plate covers a monitor that is plugged in before anybody hears of it.
     const uint32_t values[] = {XCB_BACK_PIXMAP_NONE, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY};
     xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_plate, m_overlay, everywhere.x, everywhere.y,
                       everywhere.width, everywhere.height, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
@@ -64,7 +64,7 @@ Overlay::~Overlay() {
     m_connection.excuseRefusals(); // The plate may have been taken away.
 }
 
-/// Not every compositor knows that what it painted below the plate is lost.
+/// Not every compositor redraws by itself what the plate has covered.
 void Overlay::damageAll() const {
     xcb_connection_t* const xcb = m_connection.xcb();
     const xcb_xfixes_region_t whole = m_connection.newId();
@@ -89,7 +89,7 @@ void Overlay::show() const {
     xcb_map_window(m_connection.xcb(), m_plate);
 }
 
-/// With the server grabbed, for others' paint must not be taken for ours.
+/// The server is grabbed, so that others' paint is not taken for ours.
 void Overlay::paint(const std::function<void()>& paintPanes) {
     xcb_connection_t* const xcb = m_connection.xcb();
     xcb_grab_server(xcb);
@@ -148,8 +148,8 @@ void Overlay::keepOnTop(int type, const xcb_generic_event_t& event) {
         configure(m_connection.xcb(), m_plate, everywhere);
 }
 
-/// Another program's paint is painted over in its turn; only a compositor comes back with each
-/// frame.
+/// Other programs' paint is painted over, and some accidents are allowed; a compositor that draws
+/// over the plate does it in each frame.
 bool Overlay::handlePaint(const xcb_generic_event_t& event) {
     constexpr int accidents = 2;
     if (isBefore(event, m_paintedAt)) return false;
@@ -159,8 +159,8 @@ bool Overlay::handlePaint(const xcb_generic_event_t& event) {
     return false;
 }
 
-/// One with a window of its own there cannot draw over that window's neighbours, and drawing by GL
-/// leaves out what stands in a window; drawing with Render does not have to.
+/// A compositor that draws into a child window leaves the child's siblings alone, and GL clips to
+/// what a window's children leave; Render may draw over children.
 bool Overlay::isDrawnOver() const {
     return m_connection.children(m_overlay).size() == 1 && !hasContexts();
 }
@@ -179,7 +179,7 @@ bool Overlay::hasContexts() const {
     });
 }
 
-/// A compositor cuts out full-screen windows that it leaves to the server.
+/// Undoes the holes that a compositor cuts for full-screen windows that it does not redirect.
 void Overlay::keepWhole() {
     xcb_connection_t* const xcb = m_connection.xcb();
     const auto sizeAsked = xcb_get_geometry(xcb, m_overlay);
@@ -197,12 +197,12 @@ void Overlay::keepWhole() {
     if (seen >= int64_t{size->width} * size->height) return;
     m_formerShape = shape;
     m_wholeAt = makeWhole(m_overlay, XCB_SHAPE_SK_BOUNDING);
-    xcb_no_operation(xcb); // What is heard from now on is of others.
+    xcb_no_operation(xcb); // Later shape events are others' doing.
     m_connection.flush();
 }
 
-/// Where the overlay window takes input is its compositor's affair, which gives it to its panels;
-/// one that has ended may have left it anywhere.
+/// The overlay window's input shape belongs to its compositor, which takes input for its panels
+/// there. One that has ended may have left any shape behind.
 void Overlay::keepShapes() const {
     xcb_connection_t* const xcb = m_connection.xcb();
     const auto inputAsked = xcb_shape_get_rectangles(xcb, m_overlay, XCB_SHAPE_SK_INPUT);

@@ -20,12 +20,12 @@ class Connection;
 
 /// A plate in front of all that a compositor shows, its own views among it: a child of the overlay
 /// window, which the server keeps above every other window, and which no compositor orders, fades
-/// or makes translucent. What of ours stands above the covers is shown there by its pictures; the
-/// real windows stay where they are beneath and take the input. Asked for only while covered, for
-/// it keeps full-screen programs from the screen.
+/// or makes translucent. Windows of ours above the covers are shown there as pictures, while the
+/// real ones stay beneath and take the input. Held only while covered, since it keeps full-screen
+/// programs from drawing straight to the screen.
 class Overlay {
 public:
-    /// `isAbove` tells the windows of ours that stand above the covers.
+    /// `isAbove` is true for windows of ours above the covers.
     Overlay(Connection& connection, const SelectionWatch& compositor,
             std::function<bool(xcb_window_t)> isAbove);
     ~Overlay();
@@ -33,17 +33,17 @@ public:
     Overlay& operator=(const Overlay&) = delete;
 
     /// Whether the compositor draws into the overlay window itself, over all of its children, so
-    /// that a plate there serves for nothing. One that has only just begun may not tell yet.
+    /// that a plate there is of no use. Not known for sure until it has drawn.
     bool isDrawnOver() const;
     /// Called where a compositor that does so has drawn over the plate.
     std::function<void()> onDrawnOver;
     /// Called where another program took the plate away.
     std::function<void()> onLost;
 
-    /// Dies before the overlay.
+    /// The pane must not outlive the overlay.
     std::unique_ptr<Pane> makePane(const PixelRect& place, Pane::Ground ground) const;
 
-    /// Panes that go from now on leave their last picture, until the compositor draws anew.
+    /// Panes that go from now on leave their last picture until the compositor draws anew.
     void keepLastFrame() const;
 
     /// To be called as the compositor has ended: all input goes to the windows beneath from now on.
@@ -51,7 +51,7 @@ public:
 
     /// To be called while panes are painted for the first time.
     void show() const;
-    /// All painting of panes goes through here: whatever else is painted there is others' doing.
+    /// All painting of panes goes through here; any other paint counts as another program's.
     void paint(const std::function<void()>& paintPanes);
 
     /// True where something is to be painted anew.
@@ -76,12 +76,12 @@ private:
     xcb_window_t m_plate;
     xcb_damage_damage_t m_damage;
     WindowPictures m_above;
-    uint32_t m_paintedAt = 0;  ///< Paint from before this request is ours.
+    uint32_t m_paintedAt = 0;  ///< Damage before this request is our own paint.
     bool m_isComplete = false; ///< Whether all of it has been painted once.
     bool m_isOverpainted = false;
     int m_foreignPaints = 0;
-    /// What the compositor wants of the overlay window where it is whole meanwhile. A shape of no
-    /// rectangles hides all of it.
+    /// The shape that the compositor gave the overlay window, to be given back; none where it had
+    /// none. One without rectangles hides all of it.
     std::optional<std::vector<xcb_rectangle_t>> m_formerShape;
     uint32_t m_wholeAt = 0; ///< The request that last made it whole.
 };

@@ -55,7 +55,7 @@ void Pane::setBackground(uint32_t pixel) const {
     xcb_change_window_attributes(m_connection.xcb(), m_window.id, XCB_CW_BACK_PIXEL, &pixel);
 }
 
-/// The windows' places are painted at one stroke with what stands there, so that nothing flickers.
+/// Cover and window are composed apart and painted in one request there, so nothing flickers.
 void Pane::leaveOut(const std::vector<PixelRect>& windows) {
     if (m_leftOut == windows) return;
     m_leftOut = windows;

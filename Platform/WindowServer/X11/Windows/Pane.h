@@ -20,7 +20,7 @@ public:
     /// Paints a part of the cover, in the cover's pixels.
     using Ground = std::function<void(const Canvas& canvas, const PixelRect& area)>;
 
-    /// Stands in `parent`, whose pixels are the root's, once that is shown. `above` outlives it.
+    /// A child of `parent`, whose pixels are the root's. `above` must outlive it.
     Pane(Connection& connection, xcb_window_t parent, const PixelRect& place,
          const WindowPictures& above, Ground ground);
     Pane(const Pane&) = delete;
@@ -31,14 +31,14 @@ public:
 
     /// Paints what of the area, in root pixels, is the pane's.
     void paint(const PixelRect& area);
-    /// What shows from now on where the server has lost what was painted, until it is painted anew.
+    /// Shown where the server has lost what was painted, until it is painted anew.
     void setBackground(uint32_t pixel) const;
 
 private:
     void leaveOut(const std::vector<PixelRect>& windows);
     void compose(const PixelRect& area) const;
 
-    /// Goes after the pictures of it.
+    /// A member, so that it is destroyed after the pictures of it.
     struct Window {
         Connection& connection;
         const xcb_window_t id;
@@ -50,7 +50,7 @@ private:
     PixelRect m_place;
     const WindowPictures& m_above;
     Ground m_ground;
-    WindowCanvas m_bare; ///< Clipped to where no window stands.
+    WindowCanvas m_bare; ///< Clipped to where no window of ours stands.
     WindowCanvas m_whole;
     std::vector<PixelRect> m_leftOut; ///< In the pane's pixels.
 };

@@ -9,8 +9,7 @@ namespace WindowServer {
 
 class Connection;
 
-/// The frame, which is in points with y up, in the server's pixels with y down, as far as the
-/// display goes by its scale.
+/// The frame (points, y up) in the server's pixels (y down), by the display's scale.
 PixelRect pixelsOf(const CGRect& frame, const Display& display);
 
 /// Sends the window there, without a border.

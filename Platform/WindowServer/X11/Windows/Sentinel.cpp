@@ -28,7 +28,7 @@ void Sentinel::show() const { xcb_map_window(m_connection.xcb(), m_window); }
 
 void Sentinel::hide() const { xcb_unmap_window(m_connection.xcb(), m_window); }
 
-/// Only such a window's pixmap can be named.
+/// Naming the pixmap fails for a window that is not redirected.
 bool isRedirected(Connection& connection, xcb_window_t window) {
     if (!connection.hasComposite()) return false;
     const xcb_pixmap_t pixmap = connection.newId();

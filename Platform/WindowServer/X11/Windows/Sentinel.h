@@ -8,8 +8,8 @@ namespace WindowServer {
 
 class Connection;
 
-/// One pixel right under a cover. Another program can have the server keep the cover's picture from
-/// the screen, of which nobody is told; but then the server tells that this pixel can be seen.
+/// One pixel right under a cover. Where another program redirects the cover's picture away from the
+/// screen, no event tells of it but this pixel's, which becomes visible.
 class Sentinel {
 public:
     explicit Sentinel(Connection& connection);
@@ -21,7 +21,7 @@ public:
 
     /// Goes to the middle of the cover.
     void place(const PixelRect& cover) const;
-    /// To be called while the cover stands on the screen already.
+    /// To be called after the cover is mapped.
     void show() const;
     void hide() const;
 
@@ -30,7 +30,7 @@ private:
     xcb_window_t m_window;
 };
 
-/// Whether the window's picture goes to a pixmap, and no longer straight to the screen.
+/// Whether the window is redirected: drawn into a pixmap instead of the screen.
 bool isRedirected(Connection& connection, xcb_window_t window);
 
 } // namespace WindowServer

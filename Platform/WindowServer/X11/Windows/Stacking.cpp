@@ -11,8 +11,8 @@ namespace WindowServer {
 
 namespace {
 
-// So many restackings in a second happen at once, more than popups ever need; past them one each
-// 8 ms, which a program that answers every restacking by raising itself cannot drive any higher.
+// So many restackings a second happen at once, more than popups ever need. Past that there is one
+// each 8 ms, however often a rival raises itself.
 constexpr int atOncePerSecond = 250;
 constexpr int backOffMilliseconds = 8;
 
@@ -71,8 +71,8 @@ void Stacking::restack() {
     m_connection.flush();
 }
 
-/// Ours in their order. The toolkit's windows are made and destroyed on another connection: those
-/// that do not stand on the screen yet, or any more, would spoil the order of the others.
+/// Ours in their order, but for those that are not children of the root now: the toolkit makes and
+/// destroys its windows on another connection, and the next one is stacked by its neighbour.
 std::vector<xcb_window_t> Stacking::wantedTop(const std::vector<xcb_window_t>& onScreen) const {
     std::vector<xcb_window_t> wanted;
     for (const Entry& entry : m_order)

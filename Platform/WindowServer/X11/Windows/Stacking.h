@@ -22,8 +22,8 @@ public:
     void remove(xcb_window_t window);
     bool holds(xcb_window_t window) const;
 
-    /// Hears what happens among the screen's windows while one of ours has to stay above them, or
-    /// covers do. The root's own structure is heard of in any case.
+    /// Listens to the root's children while a window of ours, or a cover, has to stay above them;
+    /// to the root's own structure in any case.
     void listen(bool covered);
 
     /// Puts all windows in their order on top of the screen.
@@ -31,8 +31,8 @@ public:
     /// The same, where one has come since the last time.
     void restackIfStale();
 
-    /// Restacks where the event tells of another program's window above ours: at once, but in small
-    /// steps of time against a program that keeps raising itself.
+    /// Restacks where another program's window has come above ours: at once, or at most every few
+    /// milliseconds against a program that keeps raising itself.
     void handle(const xcb_generic_event_t& event);
 
 private:
@@ -51,7 +51,7 @@ private:
     QElapsedTimer m_spell;      ///< Since the current count of restackings began.
     int m_count = 0;
     bool m_stale = false;
-    uint32_t m_heard = 0; ///< The root's events, as they are asked for.
+    uint32_t m_heard = 0; ///< The event mask on the root.
     QTimer m_later;
 };
 

@@ -9,8 +9,8 @@ class DisplayList;
 class SelectionWatch;
 class Stacking;
 
-/// The toolkit's windows that are held. What another program makes of what was set for one is
-/// undone: the toolkit would take it for its own doing, or be late with it.
+/// The toolkit's windows that are held. What other programs change about them is undone here: the
+/// toolkit would accept it, or react late.
 class ToolkitGuard : public ToolkitWindows {
 public:
     ToolkitGuard(Connection& connection, const DisplayList& displays,
@@ -22,21 +22,21 @@ public:
     bool hasManager() const override;
     bool areComposited() const override;
 
-    /// Called where a turn's end has something to do here.
+    /// Called where `watch` is to be called at the turn's end.
     std::function<void()> onChanged;
 
-    /// Listens to the windows that have come since the last call. To be called at a turn's end:
-    /// the toolkit has to make them first, and to show them in its own time.
+    /// Listens to the windows that have come since the last call. To be called at a turn's end,
+    /// when the toolkit has made them.
     void watch();
-    /// The same frames may be other pixels now.
+    /// Puts all windows onto the displays as they are now.
     void placeAgain() const;
     void handle(const xcb_generic_event_t& event);
 
-    // For the windows themselves.
+    // What the windows ask of it.
     Connection& connection() const { return m_connection; }
     const DisplayList& displays() const { return m_displays; }
     Stacking& stacking() const { return m_stacking; }
-    /// Null where that one is not held.
+    /// Null where the window is not held.
     std::shared_ptr<HeldWindow> find(xcb_window_t window) const;
     xcb_window_t keyboardOwner() const;
     void forget(xcb_window_t window);
