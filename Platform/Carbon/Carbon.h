@@ -25,7 +25,6 @@ using EventParamName = OSType;
 using EventParamType = OSType;
 
 enum : OSStatus {
-    eventHandlerAlreadyInstalledErr = -9866,
     eventParameterNotFoundErr = -9870,
     eventNotHandledErr = -9874,
 };
@@ -35,16 +34,14 @@ struct EventTypeSpec {
     UInt32 eventKind;
 };
 
-/// Answers noErr where it has dealt with the event, eventNotHandledErr where the handler that was
-/// installed before it shall have the event too.
+/// Answers noErr where it has dealt with the event, else eventNotHandledErr.
 using EventHandlerUPP = OSStatus (*)(EventHandlerCallRef nextHandler, EventRef event,
                                      void* userData);
 
 EventTargetRef GetApplicationEventTarget();
 
 /// Calls `handler` on the main thread for each event that comes to the target; the list can name
-/// hot keys alone, of which all events are. The handlers installed last are asked first. A handler
-/// can be installed once.
+/// hot keys alone, of which all events are. A target has one handler, the last one installed.
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount numTypes,
                              const EventTypeSpec* list, void* userData, EventHandlerRef* outRef);
 

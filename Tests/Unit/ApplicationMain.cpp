@@ -2,7 +2,6 @@
 
 #include "AppKit/AppKit.h"
 #include "Bubble.h"
-#include "Carbon/Carbon+Private.h"
 #include "Cover.h"
 #include "Foundation/Foundation.h"
 #include "HotKey.h"
@@ -38,7 +37,6 @@ struct CleanStart : testing::EmptyTestEventListener {
         *Cover::shared() = {};
         *Bubble::shared() = {};
         HotKey::shared() = {};
-        GetApplicationEventTarget()->handlers.clear();
     }
     static void forgetObservers(NSNotificationCenter& center) {
         std::destroy_at(&center);
