@@ -3,10 +3,6 @@
 #include "AppKit/NSWindow.h"
 #include "Foundation/Foundation.h"
 
-#include <memory>
-#include <string>
-#include <vector>
-
 enum NSAlertStyle : NSUInteger { NSAlertStyleInformational = 1 };
 
 using NSModalResponse = NSInteger;

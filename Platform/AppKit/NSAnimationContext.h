@@ -1,10 +1,6 @@
 #pragma once
 
-#include "Foundation/NSObject.h"
-#include "QuartzCore/CAMediaTimingFunction.h"
-
-#include <functional>
-#include <memory>
+#include "QuartzCore/QuartzCore.h"
 
 /// How the changes that are made through an animator run.
 class NSAnimationContext : public NSObject {

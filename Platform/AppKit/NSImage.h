@@ -2,11 +2,6 @@
 
 #include "Foundation/Foundation.h"
 
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
-
 using NSFontWeight = double;
 
 inline constexpr NSFontWeight NSFontWeightSemibold = 0.3;

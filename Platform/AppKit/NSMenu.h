@@ -1,15 +1,59 @@
 #pragma once
 
 #include "AppKit/NSEvent.h"
-#include "AppKit/NSMenuItem.h"
-#include "Foundation/NSObject.h"
+#include "AppKit/NSImage.h"
 
-#include <memory>
-#include <string>
-#include <vector>
+#include <any>
 
 class NSMenu;
 class NSView;
+
+/// One row of a menu. As a menu enables its items by itself, the row can be chosen where its action
+/// has a target, or where it opens a submenu.
+class NSMenuItem : public NSObject {
+public:
+    /// The key equivalent is one character, or empty for none.
+    NSMenuItem(std::string title, SEL action, std::string keyEquivalent);
+    static std::shared_ptr<NSMenuItem> separatorItem();
+
+    bool isSeparatorItem() const { return m_separator; }
+    const std::string& title() const { return m_title; }
+    const std::string& keyEquivalent() const { return m_keyEquivalent; }
+
+    /// What is held with the key, a set of NSEventModifierFlags.
+    NSUInteger keyEquivalentModifierMask() const { return m_keyEquivalentModifierMask; }
+    void setKeyEquivalentModifierMask(NSUInteger mask) { m_keyEquivalentModifierMask = mask; }
+
+    const SEL& action() const { return m_action; }
+
+    /// Held weakly; once it is gone the item can no longer be chosen.
+    std::shared_ptr<NSObject> target() const { return m_target.lock(); }
+    void setTarget(const std::weak_ptr<NSObject>& target) { m_target = target; }
+
+    /// A symbol takes the colour of the title.
+    const std::shared_ptr<NSImage>& image() const { return m_image; }
+    void setImage(std::shared_ptr<NSImage> image) { m_image = std::move(image); }
+
+    /// Whatever the program ties to the item; empty for nothing.
+    const std::any& representedObject() const { return m_representedObject; }
+    void setRepresentedObject(std::any object) { m_representedObject = std::move(object); }
+
+    const std::shared_ptr<NSMenu>& submenu() const { return m_submenu; }
+    void setSubmenu(std::shared_ptr<NSMenu> submenu) { m_submenu = std::move(submenu); }
+
+    bool isEnabled() const;
+
+private:
+    std::string m_title;
+    SEL m_action;
+    std::string m_keyEquivalent;
+    NSUInteger m_keyEquivalentModifierMask = NSEventModifierFlagCommand;
+    std::weak_ptr<NSObject> m_target;
+    std::shared_ptr<NSImage> m_image;
+    std::any m_representedObject;
+    std::shared_ptr<NSMenu> m_submenu;
+    bool m_separator = false;
+};
 
 class NSMenuDelegate {
 public:

@@ -1,6 +1,6 @@
 #include "AppKit/NSScreen.h"
 
-#include "Foundation/NSNumber.h"
+#include "Foundation/NSValues.h"
 #include "WindowServer/Session.h"
 
 std::vector<std::shared_ptr<NSScreen>> NSScreen::screens() {

@@ -2,11 +2,6 @@
 
 #include "Foundation/Foundation.h"
 
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
-
 /// A connected screen as it was when it was asked for. Rectangles are in points.
 class NSScreen : public NSObject {
 public:

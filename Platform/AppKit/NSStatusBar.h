@@ -1,9 +1,51 @@
 #pragma once
 
-#include "AppKit/NSStatusBarButton.h"
-#include "Foundation/NSObject.h"
+#include "AppKit/NSMenu.h"
 
-#include <memory>
+class TrayIcon;
+
+/// What is seen of a status item, and how it answers to clicks.
+class NSStatusBarButton : public NSObject {
+public:
+    NSStatusBarButton();
+    ~NSStatusBarButton() override;
+
+    /// Held weakly; without one the action goes nowhere.
+    void setTarget(const std::weak_ptr<NSObject>& target) { m_target = target; }
+    void setAction(SEL action) { m_action = std::move(action); }
+    /// The events, a set of NSEventMask, that send the action.
+    void sendActionOn(NSUInteger mask) { m_actionMask = mask; }
+
+    const std::string& toolTip() const { return m_toolTip; }
+    void setToolTip(const std::string& toolTip);
+
+    const std::shared_ptr<NSImage>& image() const { return m_image; }
+    void setImage(std::shared_ptr<NSImage> image);
+
+    /// Does what a click does: opens the item's menu, where one is attached, and returns when it
+    /// has closed; closes it where it is open; without a menu, sends the action.
+    void performClick(const id& sender);
+
+    /// The tray delivers its clicks here.
+    void mouseUp(const NSEvent& event) { sendActionFor(event); }
+    void rightMouseUp(const NSEvent& event) { sendActionFor(event); }
+
+private:
+    friend class NSStatusItem;
+    friend class DockedIcon;
+
+    bool isMenuOpen() const;
+    void sendAction();
+    void sendActionFor(const NSEvent& event);
+
+    std::weak_ptr<NSObject> m_target;
+    SEL m_action;
+    NSUInteger m_actionMask = NSEventMaskLeftMouseUp;
+    std::shared_ptr<NSMenu> m_menu;
+    std::string m_toolTip;
+    std::shared_ptr<NSImage> m_image;
+    std::unique_ptr<TrayIcon> m_icon;
+};
 
 inline constexpr double NSSquareStatusItemLength = -2.0;
 

@@ -1,4 +1,4 @@
-#include "AppKit/NSStatusBarButton.h"
+#include "AppKit/NSStatusBar.h"
 
 #include "AppKit/Qt/Application/CurrentEvent.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"

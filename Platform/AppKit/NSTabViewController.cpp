@@ -1,4 +1,4 @@
-#include "AppKit/NSTabViewController.h"
+#include "AppKit/NSViewController.h"
 
 #include "AppKit/Qt/Contents/TabContent.h"
 

@@ -1,13 +1,7 @@
 #pragma once
 
 #include "AppKit/NSEvent.h"
-#include "Foundation/Foundation.h"
-#include "QuartzCore/CALayer.h"
-
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
+#include "QuartzCore/QuartzCore.h"
 
 class NSView;
 class NSWindow;
@@ -135,4 +129,19 @@ private:
     std::string m_toolTip;
     std::string m_accessibilityLabel;
     NSAccessibilityRole m_accessibilityRole;
+};
+
+enum NSVisualEffectBlendingMode : NSInteger { NSVisualEffectBlendingModeBehindWindow = 0 };
+enum NSVisualEffectMaterial : NSInteger { NSVisualEffectMaterialFullScreenUI = 15 };
+enum NSVisualEffectState : NSInteger { NSVisualEffectStateActive = 1 };
+
+/// A view that shows a blurred picture of what lies behind its window.
+class NSVisualEffectView : public NSView {
+public:
+    using NSView::NSView;
+
+    // Without effect: there is one material, and it looks alike in every state.
+    void setBlendingMode(NSVisualEffectBlendingMode) {}
+    void setMaterial(NSVisualEffectMaterial) {}
+    void setState(NSVisualEffectState) {}
 };

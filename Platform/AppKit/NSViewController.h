@@ -1,10 +1,6 @@
 #pragma once
 
-#include "Foundation/Foundation.h"
-
-#include <functional>
-#include <memory>
-#include <string>
+#include "AppKit/NSImage.h"
 
 class ViewContent;
 
@@ -32,4 +28,57 @@ private:
     std::string m_title;
     NSSize m_preferredContentSize;
     std::function<void()> m_titleChanged;
+};
+
+enum NSTabViewControllerTabStyle : NSInteger { NSTabViewControllerTabStyleToolbar = 2 };
+
+/// One tab: what it says, and who makes what it shows.
+class NSTabViewItem : public NSObject {
+public:
+    static std::shared_ptr<NSTabViewItem>
+    tabViewItemWithViewController(std::shared_ptr<NSViewController> controller) {
+        return std::shared_ptr<NSTabViewItem>(new NSTabViewItem(std::move(controller)));
+    }
+
+    const std::shared_ptr<NSViewController>& viewController() const { return m_viewController; }
+
+    const std::string& label() const { return m_label; }
+    void setLabel(const std::string& label) { m_label = label; }
+
+    /// Above the label; null for none.
+    const std::shared_ptr<NSImage>& image() const { return m_image; }
+    void setImage(std::shared_ptr<NSImage> image) { m_image = std::move(image); }
+
+private:
+    explicit NSTabViewItem(std::shared_ptr<NSViewController> controller)
+        : m_viewController(std::move(controller)) {}
+
+    const std::shared_ptr<NSViewController> m_viewController;
+    std::string m_label;
+    std::shared_ptr<NSImage> m_image;
+};
+
+/// Shows one of several controllers' views, chosen in a toolbar on top of the window. Its title is
+/// the chosen one's.
+class NSTabViewController : public NSViewController {
+public:
+    /// There is the one style.
+    void setTabStyle(NSTabViewControllerTabStyle) {}
+
+    const std::vector<std::shared_ptr<NSTabViewItem>>& tabViewItems() const { return m_items; }
+    /// The first one added is selected.
+    void addTabViewItem(std::shared_ptr<NSTabViewItem> item);
+
+    /// -1 while there is none.
+    NSInteger selectedTabViewItemIndex() const { return m_selected; }
+    void setSelectedTabViewItemIndex(NSInteger index);
+
+    std::unique_ptr<ViewContent> loadView() override;
+
+    /// For the view, once there is one.
+    std::function<void()> selectionChanged;
+
+private:
+    std::vector<std::shared_ptr<NSTabViewItem>> m_items;
+    NSInteger m_selected = -1;
 };

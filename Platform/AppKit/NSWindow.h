@@ -1,11 +1,7 @@
 #pragma once
 
-#include "AppKit/NSColor.h"
+#include "AppKit/NSGraphics.h"
 #include "AppKit/NSView.h"
-#include "Foundation/Foundation.h"
-
-#include <memory>
-#include <string>
 
 class Animation;
 class NSViewController;
@@ -176,4 +172,31 @@ private:
     std::shared_ptr<NSView> m_contentView;
     bool m_hasShadow = true;
     std::shared_ptr<NativeWindow> m_native; ///< The last, which reads the others.
+};
+
+/// A window beside those that a user works in. It takes neither the keyboard nor the application's
+/// attention.
+class NSPanel : public NSWindow {
+public:
+    NSPanel(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType backing, bool defer)
+        : NSWindow(contentRect, styleMask, backing, defer) {
+        setHidesOnDeactivate(true);
+    }
+
+    /// Sets the level with it.
+    void setFloatingPanel(bool floating) {
+        setLevel(floating ? NSFloatingWindowLevel : NSNormalWindowLevel);
+    }
+};
+
+/// Keeps a window for as long as it may be wanted again.
+class NSWindowController : public NSObject {
+public:
+    explicit NSWindowController(std::shared_ptr<NSWindow> window) : m_window(std::move(window)) {}
+
+    const std::shared_ptr<NSWindow>& window() const { return m_window; }
+    void showWindow(const id& sender) { m_window->makeKeyAndOrderFront(sender); }
+
+private:
+    std::shared_ptr<NSWindow> m_window;
 };

@@ -2,8 +2,6 @@
 
 #include "Foundation/Foundation.h"
 
-#include <memory>
-
 /// Posted on the workspace's own centre.
 inline const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification =
     "NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification";

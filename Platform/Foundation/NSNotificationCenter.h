@@ -1,13 +1,24 @@
 #pragma once
 
-#include "Foundation/NSObjCRuntime.h"
 #include "Foundation/NSObject.h"
-#include "Foundation/NSOperationQueue.h"
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+/// Where a notification's block runs. The program has the main thread alone, so a block of the main
+/// queue runs at once, within the post.
+class NSOperationQueue : public NSObject {
+public:
+    static NSOperationQueue& mainQueue() {
+        static NSOperationQueue queue;
+        return queue;
+    }
+
+private:
+    NSOperationQueue() = default;
+};
 
 using NSNotificationName = std::string;
 

@@ -1,7 +1,8 @@
 #include "Foundation/NSUserDefaults.h"
 
-#include "Foundation/DefaultsFile+Private.h"
 #include "Foundation/NSBundle+Private.h"
+#include "Foundation/TextFile+Private.h"
+#include "Foundation/TextSection+Private.h"
 
 #include <QStandardPaths>
 
@@ -11,12 +12,17 @@
 
 namespace {
 
+// A QSettings would do for sound files. But it waits half a minute at a damaged lock, and drops or
+// rewrites what it cannot read.
+
+constexpr const char* section = "[General]";
+
 // A list is written with commas, `0, 0.62`; one of fewer than two elements ends in a comma. Numbers
 // are the shortest that read back as the same, in no one's language.
 
-QString path() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/" +
-           QString::fromStdString(infoOf("CFBundleIdentifier")) + ".ini";
+std::string pathOfFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString() +
+           "/" + infoOf("CFBundleIdentifier") + ".ini";
 }
 
 std::string written(double number) {
@@ -54,12 +60,10 @@ NSUserDefaults& NSUserDefaults::standardUserDefaults() {
     return defaults;
 }
 
-NSUserDefaults::NSUserDefaults() : m_file(std::make_unique<DefaultsFile>(path())) {}
-
-NSUserDefaults::~NSUserDefaults() = default;
+NSUserDefaults::NSUserDefaults() : m_path(pathOfFile()) {}
 
 std::optional<NSArray> NSUserDefaults::arrayForKey(const std::string& key) const {
-    const auto value = m_file->value(key);
+    const auto value = valueFor(key);
     // A quoted text is one text, whatever stands in it.
     if (!value || value->find(',') == value->npos || value->front() == '"') return std::nullopt;
     if (value == ",") return NSArray();
@@ -74,16 +78,35 @@ std::optional<NSArray> NSUserDefaults::arrayForKey(const std::string& key) const
 }
 
 bool NSUserDefaults::boolForKey(const std::string& key) const {
-    const auto value = m_file->value(key);
+    const auto value = valueFor(key);
     return value == "true" || value == "1";
 }
 
 void NSUserDefaults::setObject(const std::vector<double>& numbers, const std::string& key) {
-    m_file->set(key, written(numbers));
+    set(key, written(numbers));
 }
 
 void NSUserDefaults::setBool(bool value, const std::string& key) {
-    m_file->set(key, value ? "true" : "false");
+    set(key, value ? "true" : "false");
 }
 
-void NSUserDefaults::removeObjectForKey(const std::string& key) { m_file->set(key, std::nullopt); }
+void NSUserDefaults::removeObjectForKey(const std::string& key) { set(key, std::nullopt); }
+
+std::optional<std::string> NSUserDefaults::valueFor(const std::string& key) const {
+    const auto unwritten = m_unwritten.find(key);
+    if (unwritten != m_unwritten.end()) return unwritten->second;
+    TextFile file(QString::fromStdString(m_path));
+    return TextSection(file.read().value_or(""), section).value(key);
+}
+
+void NSUserDefaults::set(const std::string& key, const std::optional<std::string>& value) {
+    m_unwritten[key] = value;
+    TextFile file(QString::fromStdString(m_path));
+    const auto text = file.read();
+    if (!text) return;
+    const TextSection before(*text, section);
+    TextSection after = before;
+    for (const auto& [changedKey, changedValue] : m_unwritten)
+        after.set(changedKey, changedValue);
+    if (after == before || file.replace(after.text())) m_unwritten.clear();
+}

@@ -2,24 +2,22 @@
 
 #include "Foundation/NSObject.h"
 
-#include <memory>
+#include <map>
 #include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
-class DefaultsFile;
-
 /// A list as it may come out of the defaults. What is no number there is held as its text.
 using NSArray = std::vector<std::variant<double, std::string>>;
 
 /// Values under string keys that outlive the process. They stand in a file named by the bundle
-/// identifier in the user's configuration folder. A value is written when its setter returns;
-/// where nothing can be written, it lives as long as the process.
+/// identifier in the user's configuration folder, in the section [General]; whatever else it holds
+/// stays as it is. The file is read anew each time, and replaced as a whole. A value is written
+/// when its setter returns; where nothing can be written, it lives as long as the process.
 class NSUserDefaults : public NSObject {
 public:
     static NSUserDefaults& standardUserDefaults();
-    ~NSUserDefaults() override;
 
     /// Empty where the value is missing or no list.
     std::optional<NSArray> arrayForKey(const std::string& key) const;
@@ -33,5 +31,11 @@ public:
 private:
     NSUserDefaults();
 
-    const std::unique_ptr<DefaultsFile> m_file;
+    std::optional<std::string> valueFor(const std::string& key) const;
+    /// No value removes the key.
+    void set(const std::string& key, const std::optional<std::string>& value);
+
+    const std::string m_path;
+    /// What could not be written is tried again with the next change.
+    std::map<std::string, std::optional<std::string>> m_unwritten;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "QuartzCore/CAMediaTimingFunction.h"
+#include "QuartzCore/QuartzCore.h"
 
 #include <functional>
 #include <memory>

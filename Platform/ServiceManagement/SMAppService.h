@@ -2,8 +2,6 @@
 
 #include "Foundation/Foundation.h"
 
-#include <memory>
-
 /// The domain of the errors below.
 inline const NSErrorDomain SMAppServiceErrorDomain = "SMAppServiceErrorDomain";
 

@@ -1,6 +1,5 @@
 #include "AppKit/NSApplication.h"
 #include "AppKit/NSAlert.h"
-#include "AppKit/NSRunningApplication.h"
 #include "AppKit/Qt/Application/Launch.h"
 #include "AppKit/Qt/Application/SleepWatch.h"
 #include "AppKit/Qt/Contents/Controllers.h"

@@ -1,6 +1,5 @@
-#include "AppKit/NSRunningApplication.h"
-
 #include "AppKit/NSApplication.h"
+
 #include "Foundation/NSBundle.h"
 
 #include <QDBusConnection>

@@ -1,5 +1,4 @@
-#include "AppKit/NSColor.h"
-#include "AppKit/NSFont.h"
+#include "AppKit/NSGraphics.h"
 #include "AppKit/Qt/Contents/Controllers.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "AppKit/Qt/Drawing/NSGraphicsContext.h"

@@ -1,7 +1,7 @@
 // What stands in the platform's own windows.
 #pragma once
 
-#include "AppKit/NSAttributedString.h"
+#include "AppKit/NSGraphics.h"
 #include "AppKit/NSViewController.h"
 
 class NSAlert;

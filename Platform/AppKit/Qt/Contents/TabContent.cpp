@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Contents/TabContent.h"
 
-#include "AppKit/NSTabViewController.h"
+#include "AppKit/NSViewController.h"
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Contents/TabButton.h"
 #include "AppKit/Qt/Drawing/Symbol.h"

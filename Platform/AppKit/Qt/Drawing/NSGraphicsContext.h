@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CoreGraphics/CGColor.h"
-#include "Foundation/NSGeometry.h"
+#include "Foundation/NSObject.h"
 
 #include <QColor>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "AppKit/NSMenuItem.h"
+#include "AppKit/NSMenu.h"
 
 #include <QKeyEvent>
 #include <QString>

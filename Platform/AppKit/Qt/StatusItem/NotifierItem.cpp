@@ -1,6 +1,6 @@
 #include "AppKit/Qt/StatusItem/NotifierItem.h"
 
-#include "AppKit/NSStatusBarButton.h"
+#include "AppKit/NSStatusBar.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
 
 #include <QCoreApplication>

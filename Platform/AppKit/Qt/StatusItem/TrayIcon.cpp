@@ -1,6 +1,6 @@
 #include "AppKit/Qt/StatusItem/TrayIcon.h"
 
-#include "AppKit/NSStatusBarButton.h"
+#include "AppKit/NSStatusBar.h"
 #include "AppKit/Qt/StatusItem/DockedIcon.h"
 #include "AppKit/Qt/StatusItem/NotifierItem.h"
 #include "WindowServer/Session.h"

@@ -2,7 +2,7 @@
 // toolkit's, y down. Both count in points.
 #pragma once
 
-#include "Foundation/NSGeometry.h"
+#include "Foundation/NSObject.h"
 
 #include <QRect>
 

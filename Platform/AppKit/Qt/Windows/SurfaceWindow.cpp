@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Windows/SurfaceWindow.h"
 
-#include "AppKit/NSVisualEffectView.h"
+#include "AppKit/NSView.h"
 
 using WindowServer::Look;
 

@@ -1,9 +1,35 @@
+// Values that calls take and give.
 #pragma once
 
-#include "Foundation/NSObjCRuntime.h"
 #include "Foundation/NSObject.h"
 
+#include <cstdint>
+#include <memory>
 #include <string>
+
+class NSNumber : public NSObject {
+public:
+    explicit NSNumber(uint32_t value) : m_value(value) {}
+
+    uint32_t unsignedIntValue() const { return m_value; }
+
+private:
+    uint32_t m_value;
+};
+
+/// An address, as RFC 3986 writes it.
+class NSURL : public NSObject {
+public:
+    /// Null for an empty text and one that is no address.
+    static std::shared_ptr<NSURL> URLWithString(const std::string& text);
+
+    const std::string& absoluteString() const { return m_text; }
+
+private:
+    explicit NSURL(std::string text) : m_text(std::move(text)) {}
+
+    std::string m_text;
+};
 
 using NSErrorDomain = std::string;
 

@@ -1,4 +1,4 @@
-#include "Foundation/NSURL.h"
+#include "Foundation/NSValues.h"
 
 #include <QUrl>
 

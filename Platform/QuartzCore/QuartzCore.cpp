@@ -1,4 +1,4 @@
-#include "QuartzCore/CAMediaTimingFunction.h"
+#include "QuartzCore/QuartzCore.h"
 
 #include <QEasingCurve>
 #include <QPointF>
@@ -12,6 +12,12 @@ QEasingCurve easeOut() {
 }
 
 } // namespace
+
+void CALayer::setBackgroundColor(const CGColor& color) {
+    if (m_backgroundColor == color) return;
+    m_backgroundColor = color;
+    if (m_delegate) m_delegate->displayLayer(*this);
+}
 
 std::shared_ptr<CAMediaTimingFunction>
 CAMediaTimingFunction::functionWithName(const CAMediaTimingFunctionName& name) {
