@@ -26,15 +26,15 @@ public:
     /// has closed; closes it where it is open; without a menu, sends the action.
     void performClick(const id& sender);
 
+    bool isMenuOpen() const;
+
     /// The tray delivers its clicks here.
     void mouseUp(const NSEvent& event) { sendActionFor(event); }
     void rightMouseUp(const NSEvent& event) { sendActionFor(event); }
 
 private:
     friend class NSStatusItem;
-    friend class DockedIcon;
 
-    bool isMenuOpen() const;
     void sendAction();
     void sendActionFor(const NSEvent& event);
 

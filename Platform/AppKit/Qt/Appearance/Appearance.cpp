@@ -1,5 +1,4 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
-#include "AppKit/Qt/Appearance/ControlStyle.h"
 #include "AppKit/Qt/Appearance/Preference.h"
 #include "AppKit/Qt/Application/Launch.h"
 #include "Foundation/NSBundle+Private.h"
@@ -71,7 +70,7 @@ void wear(const QPalette& palette) {
 
 void dressWindows() {
     const bool foundDark = isDark(QApplication::palette());
-    QApplication::setStyle(new ControlStyle);
+    QApplication::setStyle(makeControlStyle());
     QFont font = QApplication::font();
     font.setPixelSize(systemFontSize);
     QApplication::setFont(font);

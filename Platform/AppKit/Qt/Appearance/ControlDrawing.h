@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QPalette>
 
+class QStyle;
+
 bool isDark(const QPalette& palette);
 /// The text's colour, thinned: 0 is invisible.
 QColor faintText(const QPalette& palette, double opacity);
@@ -24,3 +26,6 @@ inline constexpr int focusRingMargin = 3;
 
 /// Around a control with such corners, a point away from it.
 void drawFocusRing(QPainter& painter, const QRectF& control, double radius, const QColor& color);
+
+/// With these the toolkit draws the program's windows.
+QStyle* makeControlStyle();

@@ -19,6 +19,12 @@ void probeBus(const std::string& address, std::function<void(bool)> tell);
 /// answer.
 void settleSessionBus();
 
+/// Hears from logind, on the system bus, that the machine goes to sleep and has woken, and makes it
+/// wait with the sleep until `onSleep` has dealt with that. The result is told whether the machine
+/// has to wait. Goes to the bus as it is first wanted, waits for nothing, and without a bus or
+/// logind does nothing.
+std::function<void(bool)> watchSleep(std::function<void(bool)> onSleep);
+
 /// Calls `quit` from the event loop after a SIGTERM, SIGINT or SIGHUP.
 void watchQuitSignals(const std::function<void()>& quit);
 

@@ -1,8 +1,6 @@
 #include "AppKit/NSApplication.h"
 #include "AppKit/NSAlert.h"
 #include "AppKit/Qt/Application/Launch.h"
-#include "AppKit/Qt/Application/SleepWatch.h"
-#include "AppKit/Qt/Contents/Controllers.h"
 #include "AppKit/Qt/Panels/PanelWindow.h"
 #include "AppKit/Qt/Windows/ContentWindow.h"
 #include "Foundation/NSBundle+Private.h"
@@ -114,9 +112,8 @@ NSApplication::NSApplication() {
         PanelWindow::compositingChanged();
         ContentWindow::compositingChanged();
     };
-    auto* const sleep = new SleepWatch(qApp);
-    sleep->onSleep = [](bool sleeps) { Session::current().surfaces().setResting(sleeps); };
-    session.surfaces().onCovered = [sleep](bool covered) { sleep->setWanted(covered); };
+    session.surfaces().onCovered =
+        watchSleep([](bool sleeps) { Session::current().surfaces().setResting(sleeps); });
     watchQuitSignals([this] { terminate(nullptr); });
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
     answerReopenRequests([this] { reopen(); });
@@ -165,21 +162,4 @@ NSInteger NSApplication::runModalForWindow(NSWindow& window) {
 
 void NSApplication::stopModalWithCode(NSInteger code) {
     if (m_stopModal) m_stopModal(code);
-}
-
-void NSApplication::orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options) {
-    if (!m_aboutPanel || !m_aboutPanel->isVisible()) {
-        const auto credits = options.find(NSAboutPanelOptionCredits);
-        m_aboutPanel = NSWindow::windowWithContentViewController(aboutController(
-            credits == options.end()
-                ? nullptr
-                : std::any_cast<std::shared_ptr<NSAttributedString>>(credits->second)));
-        m_aboutPanel->setTitle("About " + infoOf("CFBundleName"));
-        m_aboutPanel->setStyleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
-        // A menu that stands above the covers asks for it, and gets an answer that is seen.
-        m_aboutPanel->setLevel(NSScreenSaverWindowLevel + 2);
-        m_aboutPanel->setHidesOnDeactivate(true);
-        m_aboutPanel->center();
-    }
-    m_aboutPanel->makeKeyAndOrderFront(nullptr);
 }

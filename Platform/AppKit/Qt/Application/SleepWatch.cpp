@@ -1,13 +1,14 @@
-#include "AppKit/Qt/Application/SleepWatch.h"
-
 #include "AppKit/Qt/Application/Launch.h"
 
 #include <QCoreApplication>
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusUnixFileDescriptor>
 
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -19,67 +20,98 @@ std::string systemBusAddress() {
     const char* named = std::getenv("DBUS_SYSTEM_BUS_ADDRESS");
     return named ? named : "unix:path=/run/dbus/system_bus_socket";
 }
+
+class SleepWatch : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Whether the machine has to wait. It does so for as long as its own settings say, five
+    /// seconds by default.
+    void setWanted(bool wanted) {
+        if (m_wanted == wanted) return;
+        m_wanted = wanted;
+        if (!wanted)
+            m_delay = {};
+        else if (m_bus)
+            askForDelay();
+        else
+            lookForBus();
+    }
+
+    /// Called with true before the machine sleeps, which it does no sooner than this has returned
+    /// where it has to wait; with false when it has woken.
+    std::function<void(bool)> onSleep;
+
+private slots:
+    void prepareForSleep(const QDBusMessage& signal) {
+        // The bus library ends the program over a signal that does not fit a slot's own types.
+        if (signal.signature() != "b") return;
+        const bool sleeps = signal.arguments().at(0).toBool();
+        m_sleeps = sleeps;
+        onSleep(sleeps);
+        if (sleeps)
+            m_delay = {};
+        else
+            askForDelay();
+    }
+
+private:
+    /// The bus library waits for its bus while it connects, so it is let only to one that answers.
+    void lookForBus() {
+        if (std::exchange(m_isLooking, true)) return;
+        probeBus(systemBusAddress(), [this](bool letIn) { // For as long as the process runs.
+            QMetaObject::invokeMethod(this, [this, letIn] {
+                m_isLooking = false;
+                if (letIn) connectToBus();
+            });
+        });
+    }
+
+    void connectToBus() {
+        const auto bus = QDBusConnection::systemBus();
+        if (!bus.isConnected()) return;
+        m_bus = bus;
+        // From any sender: to tie a signal to a named one, Qt would wait for the bus here.
+        m_bus->connect(QString(), path, manager, "PrepareForSleep", this,
+                       SLOT(prepareForSleep(QDBusMessage)));
+        askForDelay();
+    }
+
+    void askForDelay() {
+        if (!m_wanted || m_sleeps || m_isAsking || m_delay.isValid()) return;
+        m_isAsking = true;
+        auto question = QDBusMessage::createMethodCall(service, path, manager, "Inhibit");
+        question << "sleep" << QCoreApplication::applicationName()
+                 << "The screens are covered before they go dark"
+                 << "delay";
+        question.setAutoStartService(false);
+        auto* watcher = new QDBusPendingCallWatcher(m_bus->asyncCall(question), this);
+        connect(watcher, &QDBusPendingCallWatcher::finished, this, &SleepWatch::take);
+        connect(watcher, &QDBusPendingCallWatcher::finished, watcher, &QObject::deleteLater);
+    }
+
+    void take(QDBusPendingCallWatcher* answer) {
+        m_isAsking = false;
+        const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *answer;
+        if (reply.isValid() && m_wanted && !m_sleeps) m_delay = reply.value();
+    }
+
+    std::optional<QDBusConnection> m_bus;
+    QDBusUnixFileDescriptor m_delay; ///< While it is open, the machine waits.
+    bool m_isLooking = false;
+    bool m_isAsking = false;
+    bool m_wanted = false;
+    bool m_sleeps = false;
+};
+
 } // namespace
 
-void SleepWatch::setWanted(bool wanted) {
-    if (m_wanted == wanted) return;
-    m_wanted = wanted;
-    if (!wanted)
-        m_delay = {};
-    else if (m_bus)
-        askForDelay();
-    else
-        lookForBus();
+std::function<void(bool)> watchSleep(std::function<void(bool)> onSleep) {
+    auto* const watch = new SleepWatch(qApp);
+    watch->onSleep = std::move(onSleep);
+    return [watch](bool wanted) { watch->setWanted(wanted); };
 }
 
-/// The bus library waits for its bus while it connects, so it is let only to one that answers.
-void SleepWatch::lookForBus() {
-    if (std::exchange(m_isLooking, true)) return;
-    probeBus(systemBusAddress(), [this](bool letIn) { // For as long as the process runs.
-        QMetaObject::invokeMethod(this, [this, letIn] {
-            m_isLooking = false;
-            if (letIn) connectToBus();
-        });
-    });
-}
-
-void SleepWatch::connectToBus() {
-    const auto bus = QDBusConnection::systemBus();
-    if (!bus.isConnected()) return;
-    m_bus = bus;
-    // From any sender: to tie a signal to a named one, Qt would wait for the bus here.
-    m_bus->connect(QString(), path, manager, "PrepareForSleep", this,
-                   SLOT(prepareForSleep(QDBusMessage)));
-    askForDelay();
-}
-
-void SleepWatch::askForDelay() {
-    if (!m_wanted || m_sleeps || m_isAsking || m_delay.isValid()) return;
-    m_isAsking = true;
-    auto question = QDBusMessage::createMethodCall(service, path, manager, "Inhibit");
-    question << "sleep" << QCoreApplication::applicationName()
-             << "The screens are covered before they go dark"
-             << "delay";
-    question.setAutoStartService(false);
-    auto* watcher = new QDBusPendingCallWatcher(m_bus->asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, &SleepWatch::take);
-    connect(watcher, &QDBusPendingCallWatcher::finished, watcher, &QObject::deleteLater);
-}
-
-void SleepWatch::take(QDBusPendingCallWatcher* answer) {
-    m_isAsking = false;
-    const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *answer;
-    if (reply.isValid() && m_wanted && !m_sleeps) m_delay = reply.value();
-}
-
-void SleepWatch::prepareForSleep(const QDBusMessage& signal) {
-    // The bus library ends the program over a signal that does not fit a slot's own types.
-    if (signal.signature() != "b") return;
-    const bool sleeps = signal.arguments().at(0).toBool();
-    m_sleeps = sleeps;
-    onSleep(sleeps);
-    if (sleeps)
-        m_delay = {};
-    else
-        askForDelay();
-}
+#include "SleepWatch.moc"

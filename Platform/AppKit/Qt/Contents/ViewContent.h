@@ -1,5 +1,8 @@
 #pragma once
 
+#include "AppKit/NSViewController.h"
+
+#include <QLabel>
 #include <QWidget>
 
 /// What a view controller shows: a widget for the inside of a window, which makes itself as large
@@ -18,3 +21,19 @@ protected:
         if (!window()->focusWidget()) window()->setFocus();
     }
 };
+
+/// Shows a content that is made from what it is given. For the platform's own windows.
+template <class Content, class Given> class ContentController : public NSViewController {
+public:
+    explicit ContentController(Given given) : m_given(given) {}
+
+    std::unique_ptr<ViewContent> loadView() override { return std::make_unique<Content>(m_given); }
+
+private:
+    const Given m_given;
+};
+
+/// A text of so many pixels' height.
+QLabel* labelOf(const QString& text, int pixels, QFont::Weight weight);
+/// The program's icon, of so many points each way.
+QLabel* iconLabel(int side);

@@ -1,9 +1,9 @@
 #include "AppKit/Qt/Menus/MenuPopup.h"
 
-#include "AppKit/Qt/Menus/NativeMenu.h"
 #include "AppKit/Qt/Panels/PanelWindow.h"
 
 #include <QGuiApplication>
+#include <QMenu>
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
@@ -15,7 +15,7 @@ namespace {
 
 struct Popup {
     const NSMenu& menu;
-    NativeMenu* native;
+    QMenu* native;
 };
 Popup* theOpen = nullptr;
 
@@ -34,7 +34,7 @@ QPoint cornerBeside(const QRect& place, const QSize& size) {
 
 /// Tries until the menu has the mouse and the keyboard: whoever opened it by a press may hold them
 /// until the release.
-void takeInput(NativeMenu& menu) {
+void takeInput(QMenu& menu) {
     auto* const retry = new QTimer(&menu);
     QObject::connect(retry, &QTimer::timeout, &menu, [&menu, retry] {
         auto* const window = menu.windowHandle();
@@ -51,7 +51,7 @@ template <class CornerFor>
 void open(const std::shared_ptr<NSMenu>& menu, const CornerFor& cornerFor) {
     if (menu->itemArray().empty()) return;
     std::shared_ptr<NSMenuItem> chosen;
-    auto native = std::make_unique<NativeMenu>(*menu, [&](const auto& item) { chosen = item; });
+    auto native = nativeMenu(*menu, [&](const auto& item) { chosen = item; });
     if (theOpen) close(theOpen->menu);
     Popup popup{*menu, native.get()};
     auto* const before = std::exchange(theOpen, &popup);

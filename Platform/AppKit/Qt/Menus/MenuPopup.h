@@ -6,7 +6,7 @@
 #include <QPoint>
 #include <QRect>
 
-#include <memory>
+class QMenu;
 
 // Both return when the menu has closed, its delegate knows and what was chosen has run. A menu
 // without items does not open.
@@ -21,3 +21,8 @@ bool isOpen(const NSMenu& menu);
 bool close(const NSMenu& menu);
 
 bool isAnyMenuOpen();
+
+/// The menu as the toolkit shows it. Calls back at each choice, by the mouse, the keyboard or an
+/// item's own keys.
+using Chosen = std::function<void(const std::shared_ptr<NSMenuItem>&)>;
+std::unique_ptr<QMenu> nativeMenu(const NSMenu& menu, Chosen chosen);

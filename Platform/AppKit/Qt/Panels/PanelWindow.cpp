@@ -296,7 +296,18 @@ void PanelWindow::hover(bool hovered) {
     if (!isAnyMenuOpen()) tellTrackers();
 }
 
+QAccessible::Role PanelWindow::accessibleRole() const {
+    const bool isButton = view() && view()->accessibilityRole() == NSAccessibilityButtonRole;
+    return isButton ? QAccessible::Button : QAccessible::Client;
+}
+
+Accessible::Actions PanelWindow::accessibleActions() {
+    if (accessibleRole() != QAccessible::Button) return {};
+    return {{QAccessibleActionInterface::pressAction(), [this] { press(); }}};
+}
+
 void PanelWindow::press() {
+    if (!m_isShown) return;
     const auto self = shared_from_this();
     const NSPoint middle = {CGRectGetMidX(m_window->frame()), CGRectGetMidY(m_window->frame())};
     const auto at = [&](Handler handler, NSEventType type) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AppKit/Qt/Windows/Accessible.h"
 #include "AppKit/Qt/Windows/NativeWindow.h"
 #include "WindowServer/ToolkitWindows.h"
 
@@ -18,6 +19,7 @@
 /// another one.
 class PanelWindow : public QWidget,
                     public NativeWindow,
+                    public Accessible,
                     public std::enable_shared_from_this<PanelWindow> {
 public:
     /// One that its owner has dropped leaves, and lives until the event at hand is done.
@@ -39,9 +41,8 @@ public:
     void orderFront() override;
     void orderOut() override;
 
-    /// Null off the screen. For assistive technology, as is `press`.
-    NSView* view() const;
-    void press();
+    QAccessible::Role accessibleRole() const override;
+    Actions accessibleActions() override;
 
     /// Notes where the mouse is, before the toolkit rounds it to points.
     bool eventFilter(QObject* window, QEvent* event) override;
@@ -61,6 +62,8 @@ private:
     explicit PanelWindow(NSWindow& window);
 
     template <class Work> static void forAllShown(Work work);
+    NSView* view() const; ///< Null off the screen.
+    void press();
     void checkForm();
     void comeAnew();
     void leave();

@@ -1,18 +1,15 @@
-#include "AppKit/Qt/StatusItem/NotifierItem.h"
-
 #include "AppKit/NSStatusBar.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
+#include "AppKit/Qt/StatusItem/TrayIcon.h"
 
 #include <QCoreApplication>
 #include <QCursor>
 #include <QDBusArgument>
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QGuiApplication>
 #include <QtEndian>
-
-const QString NotifierItem::watcherService = "org.kde.StatusNotifierWatcher";
-const QString NotifierItem::watcherPath = "/StatusNotifierWatcher";
 
 namespace {
 
@@ -22,26 +19,24 @@ QString service() {
     return QString("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
 }
 
-NotifierPicture pictureFrom(QImage image) {
-    image.convertTo(QImage::Format_ARGB32);
-    NotifierPicture picture{image.width(), image.height(), {}};
-    picture.pixels.resize(image.sizeInBytes());
-    qToBigEndian<quint32>(image.constBits(), image.sizeInBytes() / 4, picture.pixels.data());
-    return picture;
-}
+/// A picture as it goes over the bus: 0xAARRGGBB for each pixel, the highest byte first.
+struct NotifierPicture {
+    int width = 0;
+    int height = 0;
+    QByteArray pixels;
+};
+using NotifierPictures = QList<NotifierPicture>;
 
-} // namespace
+struct NotifierToolTip {
+    QString icon;
+    NotifierPictures pictures;
+    QString title;
+    QString text;
+};
 
 QDBusArgument& operator<<(QDBusArgument& argument, const NotifierPicture& picture) {
     argument.beginStructure();
     argument << picture.width << picture.height << picture.pixels;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierPicture& picture) {
-    argument.beginStructure();
-    argument >> picture.width >> picture.height >> picture.pixels;
     argument.endStructure();
     return argument;
 }
@@ -53,69 +48,115 @@ QDBusArgument& operator<<(QDBusArgument& argument, const NotifierToolTip& tip) {
     return argument;
 }
 
-const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierToolTip& tip) {
-    argument.beginStructure();
-    argument >> tip.icon >> tip.pictures >> tip.title >> tip.text;
-    argument.endStructure();
+// The bus library wants them with the others. Nobody sends any of these here.
+const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierPicture&) {
+    return argument;
+}
+const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierToolTip&) {
     return argument;
 }
 
-NotifierItem::NotifierItem(NSStatusBarButton& button)
-    : m_button(button), m_bus(QDBusConnection::sessionBus()) {
-    qDBusRegisterMetaType<NotifierPicture>();
-    qDBusRegisterMetaType<NotifierPictures>();
-    qDBusRegisterMetaType<NotifierToolTip>();
-    m_bus.registerObject(path, this,
-                         QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSlots |
-                             QDBusConnection::ExportAllSignals);
-    m_bus.registerService(service());
-    auto introduction = QDBusMessage::createMethodCall(watcherService, watcherPath, watcherService,
-                                                       "RegisterStatusNotifierItem");
-    m_bus.send(introduction << service());
+NotifierPicture pictureFrom(QImage image) {
+    image.convertTo(QImage::Format_ARGB32);
+    NotifierPicture picture{image.width(), image.height(), {}};
+    picture.pixels.resize(image.sizeInBytes());
+    qToBigEndian<quint32>(image.constBits(), image.sizeInBytes() / 4, picture.pixels.data());
+    return picture;
 }
 
-NotifierItem::~NotifierItem() {
-    m_bus.unregisterService(service()); // By which the tray knows that it has gone.
-    m_bus.unregisterObject(path);
+class NotifierItem : public QObject, public TrayItem {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QString Category READ category)
+    Q_PROPERTY(QString Id READ id)
+    Q_PROPERTY(QString Title READ title)
+    Q_PROPERTY(QString Status READ status)
+    Q_PROPERTY(QString IconName READ iconName)
+    Q_PROPERTY(NotifierPictures IconPixmap READ iconPixmap)
+    Q_PROPERTY(QString IconAccessibleDesc READ description)
+    Q_PROPERTY(NotifierToolTip ToolTip READ toolTip)
+    Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
+
+public:
+    explicit NotifierItem(NSStatusBarButton& button)
+        : m_button(button), m_bus(QDBusConnection::sessionBus()) {
+        qDBusRegisterMetaType<NotifierPicture>();
+        qDBusRegisterMetaType<NotifierPictures>();
+        qDBusRegisterMetaType<NotifierToolTip>();
+        m_bus.registerObject(path, this,
+                             QDBusConnection::ExportAllProperties |
+                                 QDBusConnection::ExportAllSlots |
+                                 QDBusConnection::ExportAllSignals);
+        m_bus.registerService(service());
+        auto introduction = QDBusMessage::createMethodCall(
+            notifierWatcher, notifierWatcherPath, notifierWatcher, "RegisterStatusNotifierItem");
+        m_bus.send(introduction << service());
+    }
+
+    ~NotifierItem() override {
+        m_bus.unregisterService(service()); // By which the tray knows that it has gone.
+        m_bus.unregisterObject(path);
+    }
+
+    void refresh() override {
+        emit NewTitle();
+        emit NewIcon();
+        emit NewToolTip();
+    }
+
+    QRect place() const override { return {QCursor::pos(), QSize(1, 1)}; }
+
+    QString category() const { return "SystemServices"; }
+    QString id() const { return QGuiApplication::desktopFileName(); }
+    QString status() const { return "Active"; }
+    bool itemIsMenu() const { return false; }
+    /// What trays read out: the program, and what a click does next.
+    QString title() const { return QCoreApplication::applicationName() + ": " + description(); }
+
+    QString description() const {
+        const auto& image = m_button.image();
+        return QString::fromStdString(image ? image->accessibilityDescription().value_or("") : "");
+    }
+
+    QString iconName() const {
+        return m_button.image() ? themeNameOf(*m_button.image()) : QString();
+    }
+
+    NotifierPictures iconPixmap() const {
+        NotifierPictures pictures;
+        if (!m_button.image()) return pictures;
+        const QColor ink(0x76, 0x76, 0x76); // Stands out from light grounds and dark ones alike.
+        for (const int side : {16, 22, 24, 32, 44, 48, 64}) // The usual ones, and twice those.
+            pictures.append(pictureFrom(pictureOf(*m_button.image(), side, ink)));
+        return pictures;
+    }
+
+    NotifierToolTip toolTip() const {
+        return {{}, {}, QString::fromStdString(m_button.toolTip()), {}};
+    }
+
+public slots:
+    // The clicks, with the point of the screen that they went to. A tray on the bus does not tell
+    // which keys were held.
+    void Activate(int, int) {
+        click(*this, m_button, NSEventTypeLeftMouseUp, QGuiApplication::queryKeyboardModifiers());
+    }
+    void ContextMenu(int, int) { click(*this, m_button, NSEventTypeRightMouseUp, {}); }
+
+signals:
+    void NewTitle();
+    void NewIcon();
+    void NewToolTip();
+
+private:
+    NSStatusBarButton& m_button;
+    QDBusConnection m_bus;
+};
+
+} // namespace
+
+std::unique_ptr<TrayItem> notifierItem(NSStatusBarButton& button) {
+    return std::make_unique<NotifierItem>(button);
 }
 
-void NotifierItem::refresh() {
-    emit NewTitle();
-    emit NewIcon();
-    emit NewToolTip();
-}
-
-QRect NotifierItem::place() const { return {QCursor::pos(), QSize(1, 1)}; }
-
-QString NotifierItem::description() const {
-    const auto& image = m_button.image();
-    return QString::fromStdString(image ? image->accessibilityDescription().value_or("") : "");
-}
-
-QString NotifierItem::title() const {
-    return QCoreApplication::applicationName() + ": " + description();
-}
-
-QString NotifierItem::iconName() const {
-    return m_button.image() ? themeNameOf(*m_button.image()) : QString();
-}
-
-NotifierPictures NotifierItem::iconPixmap() const {
-    NotifierPictures pictures;
-    if (!m_button.image()) return pictures;
-    const QColor ink(0x76, 0x76, 0x76); // Stands out from light grounds and dark ones alike.
-    for (const int side : {16, 22, 24, 32, 44, 48, 64}) // The usual ones, and twice those.
-        pictures.append(pictureFrom(pictureOf(*m_button.image(), side, ink)));
-    return pictures;
-}
-
-NotifierToolTip NotifierItem::toolTip() const {
-    return {{}, {}, QString::fromStdString(m_button.toolTip()), {}};
-}
-
-// A tray on the bus does not tell which keys were held.
-void NotifierItem::Activate(int, int) {
-    click(*this, m_button, NSEventTypeLeftMouseUp, QGuiApplication::queryKeyboardModifiers());
-}
-
-void NotifierItem::ContextMenu(int, int) { click(*this, m_button, NSEventTypeRightMouseUp, {}); }
+#include "NotifierItem.moc"

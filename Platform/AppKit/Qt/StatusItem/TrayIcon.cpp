@@ -1,8 +1,6 @@
 #include "AppKit/Qt/StatusItem/TrayIcon.h"
 
 #include "AppKit/NSStatusBar.h"
-#include "AppKit/Qt/StatusItem/DockedIcon.h"
-#include "AppKit/Qt/StatusItem/NotifierItem.h"
 #include "WindowServer/Session.h"
 
 #include <QCursor>
@@ -34,14 +32,13 @@ void click(QObject& item, NSStatusBarButton& button, NSEventType type,
 }
 
 TrayIcon::TrayIcon(NSStatusBarButton& button)
-    : m_button(button), m_watchers(NotifierItem::watcherService, QDBusConnection::sessionBus(),
+    : m_button(button), m_watchers(notifierWatcher, QDBusConnection::sessionBus(),
                                    QDBusServiceWatcher::WatchForOwnerChange) {
     connect(&m_watchers, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] {
         leave(Tray::OnBus); // The new one, if there is one, does not know the item.
         askForHost();
     });
-    QDBusConnection::sessionBus().connect(QString(), NotifierItem::watcherPath,
-                                          NotifierItem::watcherService,
+    QDBusConnection::sessionBus().connect(QString(), notifierWatcherPath, notifierWatcher,
                                           "StatusNotifierHostRegistered", this, SLOT(askForHost()));
     Session::current().tray().onChanged = [this] {
         leave(Tray::OnServer); // Its window may have died with it.
@@ -58,10 +55,9 @@ void TrayIcon::askForHost() {
         m_hasHost = false;
         return;
     }
-    auto question =
-        QDBusMessage::createMethodCall(NotifierItem::watcherService, NotifierItem::watcherPath,
-                                       "org.freedesktop.DBus.Properties", "Get");
-    question << NotifierItem::watcherService << "IsStatusNotifierHostRegistered";
+    auto question = QDBusMessage::createMethodCall(notifierWatcher, notifierWatcherPath,
+                                                   "org.freedesktop.DBus.Properties", "Get");
+    question << notifierWatcher << "IsStatusNotifierHostRegistered";
     question.setAutoStartService(false);
     auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
@@ -90,8 +86,8 @@ void TrayIcon::choose() {
     if (chosen == m_tray) return;
     leave(m_tray);
     m_tray = chosen;
-    if (chosen == Tray::OnServer) m_item = std::make_unique<DockedIcon>(m_button);
-    if (chosen == Tray::OnBus) m_item = std::make_unique<NotifierItem>(m_button);
+    if (chosen == Tray::OnServer) m_item = dockedIcon(m_button);
+    if (chosen == Tray::OnBus) m_item = notifierItem(m_button);
 }
 
 void TrayIcon::update() {

@@ -22,6 +22,19 @@ public:
     virtual QRect place() const = 0;
 };
 
+/// In a tray on the X server: a window that the tray takes in. The pixels that its drawing leaves
+/// free show the tray's own ground.
+std::unique_ptr<TrayItem> dockedIcon(NSStatusBarButton& button);
+
+/// In a tray on the session bus, by the StatusNotifierItem protocol. It names no menu that the tray
+/// could draw, so that a click with the right button comes here and opens the program's own, above
+/// the covers.
+std::unique_ptr<TrayItem> notifierItem(NSStatusBarButton& button);
+
+/// Whom an item on the bus makes itself known to.
+inline const QString notifierWatcher = "org.kde.StatusNotifierWatcher";
+inline const QString notifierWatcherPath = "/StatusNotifierWatcher";
+
 /// Lets the button answer to a click, unless the item is gone then, once the call at hand is done:
 /// no tray waits for a menu to close.
 void click(QObject& item, NSStatusBarButton& button, NSEventType type,

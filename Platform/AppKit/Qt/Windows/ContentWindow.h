@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AppKit/Qt/Windows/Accessible.h"
 #include "AppKit/Qt/Windows/NativeWindow.h"
 #include "WindowServer/Session.h"
 
@@ -12,7 +13,7 @@ class ViewContent;
 /// A window that shows what a view controller makes, and leaves its place and order to the window
 /// manager. What it shows is made when it first comes on the screen, and kept, with all that the
 /// user did to it, until the window goes.
-class ContentWindow : public QWidget, public NativeWindow {
+class ContentWindow : public QWidget, public NativeWindow, public Accessible {
 public:
     explicit ContentWindow(NSWindow& window);
     ~ContentWindow() override;
@@ -40,6 +41,11 @@ public:
     void orderOut() override;
 
     virtual void takeKeyboard();
+
+    /// A window without a title is an alert.
+    QAccessible::Role accessibleRole() const override {
+        return windowTitle().isEmpty() ? QAccessible::AlertMessage : QAccessible::Window;
+    }
 
 protected:
     virtual void dress(); ///< Before it first comes on the screen.

@@ -1,16 +1,16 @@
-#include "AppKit/NSGraphics.h"
-#include "AppKit/Qt/Contents/Controllers.h"
+#include "AppKit/NSApplication.h"
+#include "AppKit/NSWindow.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "AppKit/Qt/Drawing/NSGraphicsContext.h"
 #include "Foundation/NSBundle+Private.h"
 
-#include <QApplication>
 #include <QEvent>
-#include <QLabel>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 namespace {
+
+using Credits = std::shared_ptr<NSAttributedString>; ///< Null for none.
 
 // In points.
 constexpr int iconSize = 96;
@@ -20,27 +20,20 @@ constexpr int lowerEdge = 28;
 QString information(const char* key) { return QString::fromStdString(infoOf(key)); }
 
 QLabel* line(const QString& text, int pixels, QFont::Weight weight) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
+    auto* label = labelOf(text, pixels, weight);
     label->setAlignment(Qt::AlignCenter);
-    QFont font = label->font();
-    font.setPixelSize(pixels);
-    font.setWeight(weight);
-    label->setFont(font);
     return label;
 }
 
+/// The bundle's icon, name and version, and the credits.
 class AboutContent : public ViewContent {
 public:
-    explicit AboutContent(const std::shared_ptr<NSAttributedString>& credits)
+    explicit AboutContent(const Credits& credits)
         : m_credits(credits), m_line(line({}, 11, QFont::Normal)) {
         auto* all = new QVBoxLayout(this);
         all->setContentsMargins(sideEdge, 12, sideEdge, lowerEdge);
         all->setSpacing(4);
-        auto* icon = new QLabel;
-        icon->setPixmap(QApplication::windowIcon().pixmap(iconSize));
-        icon->setAccessibleName(information("CFBundleName"));
-        all->addWidget(icon, 0, Qt::AlignCenter);
+        all->addWidget(iconLabel(iconSize), 0, Qt::AlignCenter);
         all->addSpacing(8);
         all->addWidget(line(information("CFBundleName"), 15, QFont::Bold));
         all->addWidget(
@@ -75,26 +68,25 @@ private:
         m_line->setPalette(palette);
     }
 
-    const std::shared_ptr<NSAttributedString> m_credits;
+    const Credits m_credits;
     QLabel* const m_line;
-};
-
-class AboutController : public NSViewController {
-public:
-    explicit AboutController(std::shared_ptr<NSAttributedString> credits)
-        : m_credits(std::move(credits)) {}
-
-    std::unique_ptr<ViewContent> loadView() override {
-        return std::make_unique<AboutContent>(m_credits);
-    }
-
-private:
-    const std::shared_ptr<NSAttributedString> m_credits;
 };
 
 } // namespace
 
-std::shared_ptr<NSViewController>
-aboutController(const std::shared_ptr<NSAttributedString>& credits) {
-    return std::make_shared<AboutController>(credits);
+void NSApplication::orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options) {
+    if (!m_aboutPanel || !m_aboutPanel->isVisible()) {
+        const auto found = options.find(NSAboutPanelOptionCredits);
+        const auto credits =
+            found == options.end() ? nullptr : std::any_cast<Credits>(found->second);
+        m_aboutPanel = NSWindow::windowWithContentViewController(
+            std::make_shared<ContentController<AboutContent, Credits>>(credits));
+        m_aboutPanel->setTitle("About " + infoOf("CFBundleName"));
+        m_aboutPanel->setStyleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable);
+        // A menu that stands above the covers asks for it, and gets an answer that is seen.
+        m_aboutPanel->setLevel(NSScreenSaverWindowLevel + 2);
+        m_aboutPanel->setHidesOnDeactivate(true);
+        m_aboutPanel->center();
+    }
+    m_aboutPanel->makeKeyAndOrderFront(nullptr);
 }

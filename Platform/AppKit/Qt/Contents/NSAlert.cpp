@@ -1,13 +1,10 @@
 #include "AppKit/NSAlert.h"
+
 #include "AppKit/NSApplication.h"
-#include "AppKit/Qt/Contents/Controllers.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 
-#include <QApplication>
-#include <QCoreApplication>
-#include <QGridLayout>
+#include <QBoxLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
 
 #include <algorithm>
@@ -20,14 +17,11 @@ constexpr int edge = 20;
 constexpr int iconGap = 16;
 constexpr int leastTextWidth = 340;
 
-QLabel* labelWith(const QString& text, QFont::Weight weight, int width) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
+QLabel* paragraph(const QString& text, QFont::Weight weight, int width) {
+    constexpr int letters = 13;
+    auto* label = labelOf(text, letters, weight);
     label->setWordWrap(true);
     label->setFixedWidth(width);
-    QFont font = label->font();
-    font.setWeight(weight);
-    label->setFont(font);
     return label;
 }
 
@@ -43,25 +37,23 @@ protected:
     }
 };
 
+/// The program's icon, the alert's two texts and a row of its buttons.
 class AlertContent : public ViewContent {
 public:
-    explicit AlertContent(const NSAlert& alert)
-        : m_message(QString::fromStdString(alert.messageText())),
-          m_information(QString::fromStdString(alert.informativeText())) {
-        auto* const row = rowOf(alert.buttons());
+    explicit AlertContent(const NSAlert* alert)
+        : m_message(QString::fromStdString(alert->messageText())),
+          m_information(QString::fromStdString(alert->informativeText())) {
+        auto* const row = rowOf(alert->buttons());
         const int width = std::max(leastTextWidth, row->sizeHint().width() - iconSize - iconGap);
         auto* texts = new QVBoxLayout;
         texts->setSpacing(6);
-        texts->addWidget(labelWith(m_message, QFont::Bold, width));
-        texts->addWidget(labelWith(m_information, QFont::Normal, width));
+        texts->addWidget(paragraph(m_message, QFont::Bold, width));
+        texts->addWidget(paragraph(m_information, QFont::Normal, width));
         texts->addStretch();
 
         auto* top = new QHBoxLayout;
         top->setSpacing(iconGap);
-        auto* icon = new QLabel;
-        icon->setPixmap(QApplication::windowIcon().pixmap(iconSize));
-        icon->setAccessibleName(QCoreApplication::applicationName());
-        top->addWidget(icon, 0, Qt::AlignTop);
+        top->addWidget(iconLabel(iconSize), 0, Qt::AlignTop);
         top->addLayout(texts);
 
         auto* all = new QVBoxLayout(this);
@@ -84,17 +76,20 @@ protected:
     }
 
     void keyPressEvent(QKeyEvent* event) override {
+        if (m_buttons.empty()) return ViewContent::keyPressEvent(event);
+        const auto focused = std::ranges::find_if(m_buttons, &QWidget::hasFocus);
+        const auto at = focused == m_buttons.end() ? 0 : focused - m_buttons.begin();
         switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            return press(focused());
+            return buttonAt(at)->animateClick();
         case Qt::Key_Escape:
-            return press(cancelButton());
+            return buttonAt(1)->animateClick();
         // The row runs from the last button to the first.
         case Qt::Key_Left:
-            return moveFocus(1);
+            return buttonAt(at + 1)->setFocus(Qt::TabFocusReason);
         case Qt::Key_Right:
-            return moveFocus(-1);
+            return buttonAt(at - 1)->setFocus(Qt::TabFocusReason);
         default:
             ViewContent::keyPressEvent(event);
         }
@@ -109,8 +104,8 @@ private:
             const auto answer = NSAlertFirstButtonReturn + static_cast<NSInteger>(m_buttons.size());
             auto* button = new AlertButton(QString::fromStdString(title).replace("&", "&&"), this);
             button->setDefault(m_buttons.empty());
-            QObject::connect(button, &QPushButton::clicked, button,
-                             [answer] { NSApp->stopModalWithCode(answer); });
+            connect(button, &QPushButton::clicked, button,
+                    [answer] { NSApp->stopModalWithCode(answer); });
             row->addWidget(button);
             m_buttons.push_back(button);
         }
@@ -118,25 +113,10 @@ private:
         return row;
     }
 
-    static void press(QPushButton* button) {
-        if (button) button->animateClick();
-    }
-
-    QPushButton* focused() const {
-        const auto found = std::ranges::find_if(m_buttons, &QWidget::hasFocus);
-        if (found != m_buttons.end()) return *found;
-        return m_buttons.empty() ? nullptr : m_buttons.front();
-    }
-
-    QPushButton* cancelButton() const {
-        if (m_buttons.empty()) return nullptr;
-        return m_buttons.size() == 1 ? m_buttons[0] : m_buttons[1];
-    }
-
-    void moveFocus(int by) {
-        const auto at = std::ranges::find(m_buttons, focused()) - m_buttons.begin();
-        const auto to = std::clamp<std::ptrdiff_t>(at + by, 0, std::ssize(m_buttons) - 1);
-        if (to >= 0) m_buttons[static_cast<size_t>(to)]->setFocus(Qt::TabFocusReason);
+    /// The first or the last one, where the place is beyond it.
+    QPushButton* buttonAt(std::ptrdiff_t place) const {
+        const auto last = std::ssize(m_buttons) - 1;
+        return m_buttons[static_cast<size_t>(std::clamp<std::ptrdiff_t>(place, 0, last))];
     }
 
     const QString m_message;
@@ -144,20 +124,12 @@ private:
     std::vector<QPushButton*> m_buttons; ///< The first one at the right.
 };
 
-class AlertController : public NSViewController {
-public:
-    explicit AlertController(const NSAlert& alert) : m_alert(alert) {}
-
-    std::unique_ptr<ViewContent> loadView() override {
-        return std::make_unique<AlertContent>(m_alert);
-    }
-
-private:
-    const NSAlert& m_alert;
-};
-
 } // namespace
 
-std::shared_ptr<NSViewController> controllerOf(const NSAlert& alert) {
-    return std::make_shared<AlertController>(alert);
+NSAlert::NSAlert()
+    : m_window(NSWindow::windowWithContentViewController(
+          std::make_shared<ContentController<AlertContent, const NSAlert*>>(this))) {
+    m_window->setStyleMask(NSWindowStyleMaskTitled);
 }
+
+NSModalResponse NSAlert::runModal() { return NSApp->runModalForWindow(*m_window); }

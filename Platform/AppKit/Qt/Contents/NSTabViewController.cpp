@@ -1,0 +1,174 @@
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
+#include "AppKit/Qt/Contents/ViewContent.h"
+#include "AppKit/Qt/Drawing/Symbol.h"
+#include "AppKit/Qt/Windows/Accessible.h"
+
+#include <QAbstractButton>
+#include <QBoxLayout>
+#include <QStackedWidget>
+
+#include <algorithm>
+
+namespace {
+
+// In points.
+constexpr int symbolSize = 22;
+constexpr int labelSize = 11;
+constexpr int leastWidth = 68;
+constexpr int sideEdge = 10;
+constexpr int upperEdge = 5;
+constexpr double corner = 6;
+constexpr int barEdge = 6;
+constexpr int gap = 4;
+constexpr int hairline = 1;
+
+/// The accent with enough of the text's colour to read small print by on the chosen tab's ground.
+QColor deepAccent(const QPalette& palette) {
+    constexpr float share = 0.4F;
+    const QColor accent = palette.color(QPalette::Highlight);
+    const QColor text = palette.color(QPalette::WindowText);
+    const auto mix = [](float a, float b) { return a + (b - a) * share; };
+    return QColor::fromRgbF(mix(accent.redF(), text.redF()), mix(accent.greenF(), text.greenF()),
+                            mix(accent.blueF(), text.blueF()));
+}
+
+/// A symbol above its label, in the accent colour while it is the chosen one.
+class TabButton : public QAbstractButton, public Accessible {
+public:
+    /// The icon is drawn in the pen's colour.
+    TabButton(const QString& label, const QIcon& icon) {
+        setText(label);
+        setAccessibleName(label);
+        setIcon(icon);
+        setCheckable(true);
+        setAutoExclusive(true);
+        setFocusPolicy(Qt::TabFocus);
+        setAttribute(Qt::WA_Hover);
+        QFont small = font();
+        small.setPixelSize(labelSize);
+        setFont(small);
+    }
+
+    QSize sizeHint() const override {
+        const QSize label = fontMetrics().size(Qt::TextSingleLine, text());
+        return {std::max(leastWidth, label.width() + 2 * sideEdge),
+                upperEdge + symbolSize + 2 + label.height() + upperEdge};
+    }
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::PageTab; }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QColor accent = palette().color(QPalette::Highlight);
+        painter.setPen(hasFocus() ? QPen(accent, 2) : Qt::NoPen);
+        painter.setBrush(faintText(palette(), isChecked()                ? 0.09
+                                              : isDown() || underMouse() ? 0.05
+                                                                         : 0));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), corner, corner);
+
+        painter.setPen(isChecked() ? deepAccent(palette()) : palette().color(QPalette::WindowText));
+        icon().paint(&painter,
+                     QRect((width() - symbolSize) / 2, upperEdge, symbolSize, symbolSize));
+        painter.drawText(rect().adjusted(0, 0, 0, -upperEdge), Qt::AlignHCenter | Qt::AlignBottom,
+                         text());
+    }
+};
+
+/// The tabs of one toolbar.
+class TabRow : public QWidget, public Accessible {
+public:
+    QAccessible::Role accessibleRole() const override { return QAccessible::PageTabList; }
+};
+
+/// Parts the toolbar from what is below.
+class Hairline : public QWidget {
+public:
+    Hairline() { setFixedHeight(hairline); }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter(this).fillRect(rect(), faintText(palette(), 0.15));
+    }
+};
+
+/// The toolbar of a tab view controller, and the chosen tab's view below.
+class TabContent : public ViewContent {
+public:
+    explicit TabContent(NSTabViewController& controller)
+        : m_controller(controller), m_toolbar(new TabRow), m_views(new QStackedWidget) {
+        m_toolbar->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setSpacing(0);
+        layout->addWidget(m_toolbar);
+        layout->addWidget(new Hairline);
+        layout->addWidget(m_views);
+        auto* row = new QHBoxLayout(m_toolbar);
+        row->setContentsMargins(barEdge, barEdge, barEdge, barEdge);
+        row->setSpacing(gap);
+        row->addStretch();
+        for (const auto& item : controller.tabViewItems()) {
+            row->addWidget(buttonFor(*item));
+            auto content = item->viewController()->loadView();
+            const NSSize& size = item->viewController()->preferredContentSize();
+            content->setFixedWidth(static_cast<int>(size.width));
+            content->setMaximumHeight(static_cast<int>(size.height));
+            m_views->addWidget(content.release());
+        }
+        row->addStretch();
+        controller.selectionChanged = [this] { showSelected(); };
+        showSelected();
+    }
+
+    ~TabContent() override { m_controller.selectionChanged = nullptr; }
+
+    int toolbarHeight() const override { return m_toolbar->sizeHint().height() + hairline; }
+
+private:
+    QWidget* buttonFor(const NSTabViewItem& item) {
+        const auto index = static_cast<NSInteger>(m_buttons.size());
+        auto* button = new TabButton(QString::fromStdString(item.label()),
+                                     item.image() ? inkIconFrom(*item.image()) : QIcon());
+        connect(button, &QAbstractButton::clicked, this,
+                [this, index] { m_controller.setSelectedTabViewItemIndex(index); });
+        m_buttons.push_back(button);
+        return button;
+    }
+
+    void showSelected() {
+        const auto selected = static_cast<int>(m_controller.selectedTabViewItemIndex());
+        m_views->setCurrentIndex(selected);
+        // The keyboard enters the row at the chosen tab, whatever chose it.
+        for (TabButton* button : m_buttons)
+            button->setFocusPolicy(Qt::NoFocus);
+        if (selected < 0) return;
+        TabButton* const chosen = m_buttons.at(static_cast<size_t>(selected));
+        chosen->setChecked(true);
+        chosen->setFocusPolicy(Qt::TabFocus);
+    }
+
+    NSTabViewController& m_controller;
+    QWidget* const m_toolbar;
+    QStackedWidget* const m_views;
+    std::vector<TabButton*> m_buttons;
+};
+
+} // namespace
+
+void NSTabViewController::addTabViewItem(std::shared_ptr<NSTabViewItem> item) {
+    m_items.push_back(std::move(item));
+    if (m_selected < 0) setSelectedTabViewItemIndex(0);
+}
+
+void NSTabViewController::setSelectedTabViewItemIndex(NSInteger index) {
+    if (m_selected == index) return;
+    m_selected = index;
+    setTitle(m_items.at(static_cast<size_t>(index))->viewController()->title());
+    if (selectionChanged) selectionChanged();
+}
+
+std::unique_ptr<ViewContent> NSTabViewController::loadView() {
+    return std::make_unique<TabContent>(*this);
+}
