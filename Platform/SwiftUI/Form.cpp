@@ -1,10 +1,7 @@
-#include "SwiftUI/Form.h"
+#include "SwiftUI/Views.h"
 
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
-#include "SwiftUI/Qt/Painted.h"
 #include "SwiftUI/Qt/ViewNode.h"
-#include "SwiftUI/Stacks.h"
-#include "SwiftUI/Text.h"
 
 #include <limits>
 

@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Drawing/Symbol.h"
 #include "SwiftUI/Qt/ViewNode.h"
-#include "SwiftUI/Text.h"
+#include "SwiftUI/Views.h"
 
 #include <QFile>
 
@@ -55,3 +55,6 @@ private:
 } // namespace
 
 Image::Image(const Options& options) : View(makeView<ImageNode>(options.systemName)) {}
+
+Label::Label(const std::string& title, const Options& options)
+    : View(HStack({.spacing = 6}, {Image({.systemName = options.systemImage}), Text(title)})) {}

@@ -1,16 +1,84 @@
-#include "SwiftUI/Qt/ScrollIndicator.h"
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
+#include "AppKit/Qt/Windows/Accessible.h"
 #include "SwiftUI/Qt/ViewNode.h"
-#include "SwiftUI/Stacks.h"
+#include "SwiftUI/Views.h"
 
 #include <QApplication>
+#include <QMouseEvent>
 #include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-class ScrollWidget : public QScrollArea {
+/// A narrow bar that says how far the content is scrolled, and can be dragged.
+class ScrollIndicator : public QScrollBar {
+public:
+    using QScrollBar::QScrollBar;
+
+    static constexpr int width = 12;
+
+    void setTint(const QColor& tint) {
+        m_tint = tint;
+        update();
+    }
+
+    /// In the tint while the keyboard scrolls the content.
+    void setMarked(bool marked) {
+        m_marked = marked;
+        update();
+    }
+
+    QSize sizeHint() const override { return {width, width}; }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        const bool grasped = isSliderDown() || underMouse();
+        painter.setBrush(m_marked ? m_tint : faintText(palette(), grasped ? 0.45 : 0.3));
+        const QRectF bar = knob().adjusted(3, 2, -3, -2);
+        painter.drawRoundedRect(bar, bar.width() / 2, bar.width() / 2);
+    }
+
+    // The desktop's style knows nothing of this knob, so the bar follows the pointer itself.
+    void mousePressEvent(QMouseEvent* event) override {
+        const QRectF now = knob();
+        const double y = event->position().y();
+        if (y < now.top()) return triggerAction(SliderPageStepSub);
+        if (y > now.bottom()) return triggerAction(SliderPageStepAdd);
+        m_grabbedAt = y - now.top();
+        setSliderDown(true);
+    }
+
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (!isSliderDown()) return;
+        const double way = height() - knob().height();
+        if (way <= 0) return;
+        const double share = (event->position().y() - m_grabbedAt) / way;
+        setSliderPosition(minimum() + qRound(share * (maximum() - minimum())));
+    }
+
+private:
+    QRectF knob() const {
+        constexpr double shortest = 28;
+        const double all = maximum() - minimum() + pageStep();
+        const double length = std::max(shortest, height() * pageStep() / all);
+        const double share = maximum() > minimum()
+                                 ? double(sliderPosition() - minimum()) / (maximum() - minimum())
+                                 : 0;
+        return {0, share * (height() - length), double(QWidget::width()), length};
+    }
+
+    QColor m_tint;
+    bool m_marked = false;
+    double m_grabbedAt = 0; ///< Below the knob's top.
+};
+
+class ScrollWidget : public QScrollArea, public Accessible {
 public:
     explicit ScrollWidget(QWidget* parent)
         : QScrollArea(parent), m_indicator(*new ScrollIndicator(this)) {
@@ -37,6 +105,8 @@ public:
     }
 
     void setTint(const QColor& tint) { m_indicator.setTint(tint); }
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Pane; }
 
 protected:
     void focusInEvent(QFocusEvent*) override { m_indicator.setMarked(true); }

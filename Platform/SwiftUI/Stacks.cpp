@@ -1,4 +1,4 @@
-#include "SwiftUI/Stacks.h"
+#include "SwiftUI/Views.h"
 
 #include "SwiftUI/Qt/ViewNode.h"
 

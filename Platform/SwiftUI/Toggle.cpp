@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
-#include "SwiftUI/Controls.h"
 #include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Views.h"
 
 #include <QCheckBox>
 

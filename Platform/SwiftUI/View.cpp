@@ -1,7 +1,4 @@
-#include "SwiftUI/View.h"
-
-#include "SwiftUI/Qt/Accessibility.h"
-#include "SwiftUI/Qt/ButtonWidget.h"
+#include "AppKit/Qt/Windows/Accessible.h"
 #include "SwiftUI/Qt/ViewNode.h"
 
 namespace {
@@ -23,8 +20,7 @@ private:
 /// A view within other surroundings.
 class SurroundedNode : public ViewNode {
 public:
-    using Change = std::function<void(Surroundings&)>;
-    SurroundedNode(const View& content, Change change)
+    SurroundedNode(const View& content, SurroundingsChange change)
         : ViewNode({content}), m_change(std::move(change)) {}
 
     void realise(Element& element, const Surroundings& surroundings) const override {
@@ -34,7 +30,7 @@ public:
     }
 
 private:
-    const Change m_change;
+    const SurroundingsChange m_change;
 };
 
 class LabelledNode : public SurroundedNode {
@@ -50,6 +46,15 @@ public:
 
 private:
     const std::string m_label;
+};
+
+/// It reads as its accessible name.
+class AccessibleGroup : public QWidget, public Accessible {
+public:
+    using QWidget::QWidget;
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::StaticText; }
+    bool isOneElement() const override { return true; }
 };
 
 /// One element to assistive technology. It reads as nothing unless a label stands outside.
@@ -68,10 +73,6 @@ public:
     }
 };
 
-View surrounded(const View& view, SurroundedNode::Change change) {
-    return makeView<SurroundedNode>(view, std::move(change));
-}
-
 /// With a value that the views within take over.
 template <class Value, class Given>
 View inherited(const View& view, Value Environment::*member, const Given& value) {
@@ -81,6 +82,10 @@ View inherited(const View& view, Value Environment::*member, const Given& value)
 }
 
 } // namespace
+
+View surrounded(const View& view, SurroundingsChange change) {
+    return makeView<SurroundedNode>(view, std::move(change));
+}
 
 View::View(std::function<View()> body) : View(std::make_shared<BodyNode>(std::move(body))) {}
 
@@ -95,13 +100,6 @@ View View::foregroundStyle(const ShapeStyle& style) const {
 }
 
 View View::tint(const Color& color) const { return inherited(*this, &Environment::tint, color); }
-
-View View::contentShape(const Shape&) const {
-    return surrounded(*this, [](Surroundings& surroundings) {
-        if (auto* const button = dynamic_cast<ButtonWidget*>(surroundings.parent))
-            button->setHasContentShape(true);
-    });
-}
 
 View View::controlSize(ControlSize size) const {
     return inherited(*this, &Environment::controlSize, size);

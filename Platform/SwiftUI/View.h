@@ -1,7 +1,5 @@
 #pragma once
 
-#include "SwiftUI/Color.h"
-#include "SwiftUI/Font.h"
 #include "SwiftUI/Styles.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 // What pressing views does, and what stays as they change.
 
-#include "SwiftUI/Qt/HostView.h"
+#include "AppKit/Qt/Contents/ViewContent.h"
 #include "SwiftUI/SwiftUI.h"
 
 #include <gtest/gtest.h>
@@ -20,13 +20,16 @@ View box(double width, double height) {
 
 /// On the screen, with the keyboard.
 struct Shown {
-    explicit Shown(const View& view, const QSize& size = {300, 200}) : host(view) {
+    explicit Shown(const View& view, const QSize& size = {300, 200})
+        : content(NSHostingController(view).loadView()), host(*content) {
         host.resize(size);
         host.show();
         host.activateWindow();
         QApplication::setActiveWindow(&host);
     }
-    HostView host;
+
+    std::unique_ptr<ViewContent> content;
+    QWidget& host;
 };
 
 struct Switch : ObservableObject {

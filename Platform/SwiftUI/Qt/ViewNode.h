@@ -1,6 +1,70 @@
 #pragma once
 
-#include "SwiftUI/Qt/Element.h"
+#include "SwiftUI/Qt/Environment.h"
+#include "SwiftUI/Qt/WidgetPool.h"
+#include "SwiftUI/View.h"
+
+#include <QPainterPath>
+
+/// The room that an element is offered, in points. An absent length asks for the ideal one, an
+/// infinite one for the largest.
+struct Proposal {
+    std::optional<double> width;
+    std::optional<double> height;
+    bool operator==(const Proposal&) const = default;
+
+    static Proposal of(const QSizeF& size) { return {size.width(), size.height()}; }
+};
+
+/// What a view is realised with.
+struct Surroundings {
+    Environment environment;
+    QWidget* parent; ///< Where its widgets stand.
+    WidgetPool& pool;
+    std::vector<std::function<void()>>& appearActions; ///< Run as the tree comes on the screen.
+};
+
+/// A view with a place on the screen. The one around offers it room, it answers how much it takes,
+/// and the one around decides where. It lives for one drawing of the tree.
+class Element {
+public:
+    /// Realises the view: what it consists of shows nothing before it is placed.
+    Element(const View& view, const Surroundings& surroundings);
+
+    QSizeF sizeThatFits(const Proposal& proposal) const;
+    /// In the coordinates of the widget around, and of a size that fits some proposal.
+    void place(const QRectF& rect) const;
+    bool isSpacer() const;
+
+    // What the view's node makes of it, and finds again when it is measured and placed.
+
+    template <class Widget> Widget& take(const Surroundings& surroundings) {
+        auto& widget = surroundings.pool.take<Widget>(*surroundings.parent);
+        hold(widget, surroundings.environment);
+        return widget;
+    }
+    void add(const View& view, const Surroundings& surroundings) {
+        m_parts.emplace_back(view, surroundings);
+    }
+
+    bool hasWidget() const { return m_widget; }
+    template <class Widget = QWidget> Widget& widget() const {
+        return static_cast<Widget&>(*m_widget);
+    }
+    const std::vector<Element>& parts() const { return m_parts; }
+
+private:
+    void hold(QWidget& widget, const Environment& environment);
+
+    View m_view;
+    QWidget* m_widget = nullptr;
+    std::vector<Element> m_parts;
+    /// A deep tree asks its leaves for the same sizes again and again.
+    mutable std::vector<std::pair<Proposal, QSizeF>> m_measured;
+};
+
+/// The nearest whole points: a widget stands on them.
+QRect wholePoints(const QRectF& rect);
 
 /// What stands behind a view: how it is realised, laid out and read. Each kind of view derives one.
 class ViewNode {
@@ -38,3 +102,16 @@ template <class Node, class... Arguments> View makeView(Arguments&&... arguments
 View group(const std::vector<View>& views);
 /// With what such groups hold in their place.
 std::vector<View> flattened(const std::vector<View>& views);
+
+/// A view within other surroundings.
+using SurroundingsChange = std::function<void(Surroundings&)>;
+View surrounded(const View& view, SurroundingsChange change);
+
+using Painting = std::function<void(QPainter&, const QRectF&, const Environment&)>;
+
+/// A view that is nothing but what is painted. It fills its room, but for a height of its own.
+View painted(Painting painting, std::optional<double> height = std::nullopt);
+
+/// A rectangle whose corners bend gradually: each begins a little before a circle of that radius
+/// would, and passes through the middle of that circle's arc.
+QPainterPath continuousCorners(const QRectF& rect, double radius);

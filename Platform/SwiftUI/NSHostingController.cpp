@@ -1,0 +1,88 @@
+#include "SwiftUI/NSHostingController.h"
+
+#include "AppKit/Qt/Contents/ViewContent.h"
+#include "SwiftUI/ObservedObject.h"
+#include "SwiftUI/Qt/ViewNode.h"
+
+#include <QShowEvent>
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+/// A view tree on the screen.
+class HostView : public ViewContent {
+public:
+    explicit HostView(View root) : m_root(std::move(root)) { draw(); }
+
+    QSize sizeHint() const override {
+        const QSizeF ideal = m_element->sizeThatFits({});
+        return {static_cast<int>(std::ceil(ideal.width())),
+                static_cast<int>(std::ceil(ideal.height()))};
+    }
+
+protected:
+    void changeEvent(QEvent* event) override {
+        ViewContent::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
+            drawAtNextTurn();
+    }
+
+    void resizeEvent(QResizeEvent*) override { place(); }
+
+    void showEvent(QShowEvent* event) override {
+        ViewContent::showEvent(event);
+        if (event->spontaneous()) return;
+        // An action may lead to another drawing of the tree.
+        for (const auto& action : std::vector(m_appearActions))
+            action();
+    }
+
+private:
+    void draw() {
+        m_drawsAtNextTurn = false;
+        const ObservationScope scope;
+        Environment environment;
+        environment.palette = palette();
+        environment.systemFont = font();
+        environment.primary = palette().color(QPalette::WindowText);
+        m_appearActions.clear();
+        m_pool.begin();
+        m_element.emplace(m_root, Surroundings{environment, this, m_pool, m_appearActions});
+        m_pool.end();
+        m_observations.clear();
+        for (const auto& object : scope.objects())
+            m_observations.push_back(object->objectWillChange.sink([this] { drawAtNextTurn(); }));
+        place();
+    }
+
+    // What announces a change has not stored it yet.
+    void drawAtNextTurn() {
+        if (std::exchange(m_drawsAtNextTurn, true)) return;
+        QTimer::singleShot(0, this, [this] { draw(); });
+    }
+
+    // The window of a small screen may be lower than the tree asks for.
+    void place() {
+        const QRectF room = rect();
+        QSizeF size = m_element->sizeThatFits(Proposal::of(room.size()));
+        size.setHeight(std::min(size.height(), room.height()));
+        m_element->place({room.center() - QPointF(size.width() / 2, size.height() / 2), size});
+    }
+
+    const View m_root;
+    WidgetPool m_pool;
+    std::optional<Element> m_element;
+    std::vector<std::function<void()>> m_appearActions;
+    std::vector<AnyCancellable> m_observations;
+    bool m_drawsAtNextTurn = false;
+};
+
+} // namespace
+
+std::unique_ptr<ViewContent> NSHostingController::loadView() {
+    return std::make_unique<HostView>(m_rootView);
+}
