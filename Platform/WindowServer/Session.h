@@ -1,9 +1,5 @@
 // The connection to the window server, one interface for each subject. AppKit speaks to the screen
-// through these alone; the X11 folder implements them on a real server.
-//
-// A server of another kind brings its own surfaces (how a cover gets its blur), toolkit windows
-// (where those of level 1000 and more are shown, how they get the keyboard) and key (how the chord
-// is taken). Displays, settings and tray stay those of X11 wherever an X server serves beside it.
+// through these alone; the X11 and Wayland folders implement them on servers of either kind.
 #pragma once
 
 #include "WindowServer/Desktop.h"
@@ -20,9 +16,10 @@ class Session {
 public:
     virtual ~Session() = default;
 
-    /// Opens the session on the server that DISPLAY names, and has the toolkit use the same, before
-    /// the application object exists. False where no server answers. One that was installed before
-    /// is kept.
+    /// Opens the session on the Wayland compositor, where there is one whose screens can be covered,
+    /// else on the X server that DISPLAY names, and has the toolkit use the same, before the
+    /// application object exists. False where no server answers. One that was installed before is
+    /// kept.
     static bool open();
 
     /// The open session.

@@ -38,6 +38,7 @@ void takeInput(QMenu& menu) {
     auto* const retry = new QTimer(&menu);
     QObject::connect(retry, &QTimer::timeout, &menu, [&menu, retry] {
         auto* const window = menu.windowHandle();
+        if (menu.testAttribute(Qt::WA_DontShowOnScreen)) return retry->stop(); // It is given them.
         if (!window || !menu.isVisible()) return;
         const bool taken =
             window->setMouseGrabEnabled(true) && window->setKeyboardGrabEnabled(true);

@@ -3,8 +3,6 @@
 #include "AppKit/Qt/Drawing/NSGraphicsContext.h"
 #include "WindowServer/GaussianBlur.h"
 
-#include <QPainter>
-
 #include <algorithm>
 #include <cmath>
 #include <vector>

@@ -5,7 +5,12 @@
 #include "WindowServer/Session.h"
 
 #include <QImage>
+#include <QPainter>
 #include <QRegion>
+
+/// Pixels in a point of what a window that begins to be painted is painted on: what the toolkit
+/// takes for the screen's may be another number.
+inline double scaleOf(const QPainter& painter) { return painter.deviceTransform().m11(); }
 
 /// The view as it draws itself on a clear ground. The size is in points, the scale in pixels a
 /// point.

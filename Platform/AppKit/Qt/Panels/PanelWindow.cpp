@@ -94,7 +94,7 @@ void PanelWindow::orderFront() {
     if (m_margin > 0)
         m_held->setShadowMargin(static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
     setLevel(m_window->level());
-    draw();
+    draw(devicePixelRatioF());
     lookBehind();
     show();
     m_look.start();
@@ -187,18 +187,17 @@ NSView* PanelWindow::view() const { return m_isShown ? m_window->contentView().g
 
 // --- Looks
 
-void PanelWindow::draw() {
-    const double scale = devicePixelRatioF();
+void PanelWindow::draw(double scale) {
     m_picture = {};
     if (view()) m_picture = pictureOf(*view(), m_window->frame().size, scale);
     m_shadowed = m_margin > 0 ? withShadow(m_picture, scale) : m_picture;
     m_shadowed.setDevicePixelRatio(scale);
-    setShapes();
+    setShapes(scale);
 }
 
 /// What the drawing leaves clear neither hides anything nor takes input.
-void PanelWindow::setShapes() {
-    const int margin = static_cast<int>(std::lround(m_margin * devicePixelRatioF()));
+void PanelWindow::setShapes(double scale) {
+    const int margin = static_cast<int>(std::lround(m_margin * scale));
     auto ink = inkOf(m_picture);
     for (auto& run : ink) {
         run.x += margin;
@@ -212,7 +211,7 @@ void PanelWindow::setShapes() {
 /// Looks once: what changes later behind a panel that rests does not show through.
 void PanelWindow::lookBehind() {
     if (m_translucent || !m_isShown) return;
-    if (m_picture.isNull()) draw();
+    if (m_picture.isNull()) draw(devicePixelRatioF());
     constexpr int rim = 2;
     const QImage behind = estimateBehind(m_picture, m_held->grabAround(rim), hiddenByOurs());
     if (behind.isNull()) return;
@@ -239,11 +238,11 @@ void PanelWindow::closeEvent(QCloseEvent* event) { event->ignore(); }
 
 void PanelWindow::paintEvent(QPaintEvent*) {
     if (!m_isShown) return;
-    const double scale = devicePixelRatioF();
+    QPainter painter(this);
+    const double scale = scaleOf(painter);
     const QSize size(static_cast<int>(std::lround(m_window->frame().size.width * scale)),
                      static_cast<int>(std::lround(m_window->frame().size.height * scale)));
-    if (m_picture.size() != size) draw();
-    QPainter painter(this);
+    if (m_picture.size() != size) draw(scale);
     if (m_translucent) {
         painter.setCompositionMode(QPainter::CompositionMode_Source);
         painter.fillRect(rect(), Qt::transparent);

@@ -68,8 +68,8 @@ private:
     void comeAnew();
     void leave();
     QRect place() const;
-    void draw();
-    void setShapes();
+    void draw(double scale);
+    void setShapes(double scale);
     void lookBehind();
     QRegion hiddenByOurs() const;
     void send(Handler handler, NSEventType type, const QMouseEvent& event);

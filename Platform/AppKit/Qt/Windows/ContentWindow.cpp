@@ -37,6 +37,12 @@ std::vector<ContentWindow*>& windows() {
 /// window manager that answers late would take the keyboard from it again.
 QPointer<ContentWindow> toActivate;
 
+/// Whether a window that the toolkit does not show itself has the keyboard.
+bool isActiveOffScreen() {
+    const QWidget* const active = QApplication::activeWindow();
+    return active && active->testAttribute(Qt::WA_DontShowOnScreen);
+}
+
 /// What is free on the screen that the rectangle is mostly on; the rectangle itself where there is
 /// none.
 QRect roomAround(const QRect& rect) {
@@ -52,10 +58,12 @@ ContentWindow::ContentWindow(NSWindow& window) : m_window(window) {
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingMilliseconds);
     connect(&m_settling, &QTimer::timeout, this, &ContentWindow::followActivation);
-    connect(qApp, &QGuiApplication::focusWindowChanged, this, [this] {
+    const auto settle = [this] {
         m_pointer = QCursor::pos();
         m_settling.start();
-    });
+    };
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, settle);
+    connect(qApp, &QApplication::focusChanged, this, settle);
 }
 
 ContentWindow::~ContentWindow() {
@@ -201,7 +209,8 @@ void ContentWindow::orderFront() {
 /// workspace at hand.
 bool ContentWindow::isPutAway() const {
     if (!isVisible() || m_isEntering) return false;
-    return !windowHandle()->isExposed() || (isManaged() && !isActiveWindow());
+    const bool isLost = windowHandle()->isVisible() && !windowHandle()->isExposed();
+    return isLost || (isManaged() && !isActiveWindow());
 }
 
 void ContentWindow::orderOut() {
@@ -226,6 +235,7 @@ void ContentWindow::followActivation() {
     // A menu takes the keyboard for as long as it is open, whichever program is the active one.
     const QWindow* const front = QGuiApplication::focusWindow();
     if (front) return front->type() == Qt::Popup ? void() : comeBack();
+    if (isActiveOffScreen()) return comeBack();
     if (!isVisible() || !m_window.hidesOnDeactivate()) return;
     // A pointer that still moves may be on its way here, and bring the keyboard along.
     const QPoint pointer = QCursor::pos();

@@ -134,7 +134,7 @@ void FloatingWindow::paintEvent(QPaintEvent*) {
         return;
     }
     line.setAlphaF(0.2F);
-    const double scale = devicePixelRatioF();
+    const double scale = scaleOf(painter);
     const QPixmap ground = cachedGround(scale, fill, line);
     painter.scale(1 / scale, 1 / scale);
     qDrawBorderPixmap(&painter, {{}, size() * scale}, QMargins() + ground.width() / 2, ground);

@@ -9,18 +9,6 @@
 
 namespace WindowServer {
 
-namespace {
-
-/// FNV-1a, 32 bits: offset basis 2166136261, prime 16777619.
-uint32_t hash(const std::string& bytes) {
-    uint32_t value = 2166136261u;
-    for (const unsigned char byte : bytes)
-        value = (value ^ byte) * 16777619u;
-    return value;
-}
-
-} // namespace
-
 std::vector<Monitors::Monitor> Monitors::connected() {
     if (!m_connection.events().randr) {
         const auto& screen = m_connection.screen();
@@ -52,7 +40,6 @@ std::vector<Monitors::Monitor> Monitors::connected() {
     return monitors;
 }
 
-/// What an EDID tells apart: manufacturer, product code and serial number, its bytes 8 to 15.
 std::string Monitors::identityOf(uint32_t output, const std::string& name) {
     const auto reply = m_connection.reply(
         xcb_randr_get_output_property_reply,
@@ -60,20 +47,7 @@ std::string Monitors::identityOf(uint32_t output, const std::string& name) {
                                       XCB_ATOM_ANY, 0, 32, false, false));
     if (!reply || reply->format != 8 || reply->num_items < 16) return name;
     const auto* edid = xcb_randr_get_output_property_data(reply.get());
-    return std::string(edid + 8, edid + 16);
-}
-
-/// Twins with one EDID are told apart by the output. A number once given stays with its monitor.
-uint32_t Monitors::numberOf(const Monitor& monitor) {
-    const auto key = std::pair(monitor.identity, monitor.name);
-    if (const auto known = m_numbers.find(key); known != m_numbers.end()) return known->second;
-    const auto taken = [this](uint32_t number) {
-        return std::ranges::any_of(m_numbers, [=](const auto& e) { return e.second == number; });
-    };
-    uint32_t number = hash(monitor.identity);
-    for (std::string salted = monitor.identity; taken(number); number = hash(salted))
-        salted += monitor.name.empty() ? "+" : monitor.name;
-    return m_numbers[key] = number;
+    return DisplayNumbers::identityOf(std::string(edid, edid + reply->num_items));
 }
 
 std::vector<Display> Monitors::query(const ScaleOf& scaleOf) {
@@ -90,8 +64,12 @@ std::vector<Display> Monitors::query(const ScaleOf& scaleOf) {
                    (earlier || !contains(monitor.pixels, other.pixels));
         });
         if (clone) continue;
-        displays.push_back(
-            {numberOf(monitor), monitor.name, monitor.pixels, scaleOf(monitor.name), {}, {}});
+        displays.push_back({m_numbers.numberOf(monitor.identity, monitor.name),
+                            monitor.name,
+                            monitor.pixels,
+                            scaleOf(monitor.name),
+                            {},
+                            {}});
     }
 
     // Origins stay in device pixels and sizes become points, as Qt lays its screens out, so one

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "WindowServer/DisplayNumbers.h"
 #include "WindowServer/Displays.h"
 
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -32,10 +32,9 @@ private:
 
     std::vector<Monitor> connected();
     std::string identityOf(uint32_t output, const std::string& name);
-    uint32_t numberOf(const Monitor& monitor);
 
     Connection& m_connection;
-    std::map<std::pair<std::string, std::string>, uint32_t> m_numbers; ///< By identity and name.
+    DisplayNumbers m_numbers;
 };
 
 } // namespace WindowServer

@@ -1,0 +1,131 @@
+#include "WindowServer/Wayland/Keyboard.h"
+
+#include "WindowServer/Wayland/StagedWindows.h"
+#include "WindowServer/Wayland/Stages.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QWindow>
+
+namespace WindowServer::Wayland {
+
+Keyboard::Keyboard(const Connection& connection, const Stages& stages, StagedWindows& windows)
+    : m_connection(connection), m_stages(stages), m_windows(windows) {
+    QObject::connect(&m_repeat, &QTimer::timeout, &m_repeat, [this] {
+        m_repeat.setInterval(m_repeatPause);
+        send(QEvent::KeyPress, m_repeated, true);
+    });
+}
+
+void Keyboard::connectTo(wl_seat* seat) {
+    m_keyboard.reset(wl_seat_get_keyboard(seat));
+    static const wl_keyboard_listener listener = {
+        .keymap =
+            [](void* self, wl_keyboard*, uint32_t, int file, uint32_t length) {
+                static_cast<Keyboard*>(self)->m_keymap.load(file, length);
+            },
+        .enter = [](void* self, wl_keyboard*, uint32_t, wl_surface* surface,
+                    wl_array*) { static_cast<Keyboard*>(self)->enter(surface); },
+        .leave = [](void* self, wl_keyboard*, uint32_t,
+                    wl_surface* surface) { static_cast<Keyboard*>(self)->leave(surface); },
+        .key =
+            [](void* data, wl_keyboard*, uint32_t, uint32_t, uint32_t code, uint32_t state) {
+                auto* const self = static_cast<Keyboard*>(data);
+                state == WL_KEYBOARD_KEY_STATE_PRESSED ? self->press(code) : self->release(code);
+            },
+        .modifiers =
+            [](void* self, wl_keyboard*, uint32_t, uint32_t depressed, uint32_t latched,
+               uint32_t locked, uint32_t layout) {
+                static_cast<Keyboard*>(self)->m_keymap.update(depressed, latched, locked, layout);
+            },
+        .repeat_info =
+            [](void* data, wl_keyboard*, int perSecond, int delay) {
+                auto* const self = static_cast<Keyboard*>(data);
+                self->m_repeatDelay = std::chrono::milliseconds(delay);
+                self->m_repeatPause =
+                    std::chrono::milliseconds(perSecond > 0 ? 1000 / perSecond : 0);
+            }};
+    wl_keyboard_add_listener(m_keyboard.get(), &listener, this);
+}
+
+QWidget* Keyboard::popup() const {
+    QWidget* const popup = QApplication::activePopupWidget();
+    return m_windows.has(popup) ? popup : nullptr;
+}
+
+/// A menu above an ordinary window of ours needs no help: the toolkit hands it that one's keys, and
+/// would close it if they went elsewhere.
+bool Keyboard::isWanted() const {
+    if (m_windows.wantingKeyboard()) return true;
+    const QWidget* const menu = popup();
+    return menu && menu != m_deprived && (m_holder || !QGuiApplication::focusWindow());
+}
+
+void Keyboard::follow() {
+    const bool wanted = isWanted() && !m_stages.all().empty();
+    if (wanted && !m_holder) {
+        const QWidget* const asking =
+            m_windows.wantingKeyboard() ? m_windows.wantingKeyboard() : popup();
+        const Stage* const stage = m_stages.at(QPointF(asking->geometry().center()));
+        m_holder = std::make_unique<KeyboardHolder>(
+            m_connection, stage ? stage->output() : m_stages.all().front()->output());
+    }
+    if (!wanted && m_holder) {
+        m_holder.reset();
+        deactivate();
+    }
+    // The toolkit may hear late that another window of ours has lost the keyboard, and take that
+    // for this one's loss.
+    if (m_hasKeys) activate();
+}
+
+void Keyboard::enter(const wl_surface* surface) {
+    if (!m_holder || surface != m_holder->surface()) return;
+    m_hasKeys = true;
+    activate();
+}
+
+/// Not of our doing: the user has gone elsewhere, and comes back by a click.
+void Keyboard::leave(const wl_surface* surface) {
+    if (!m_holder || surface != m_holder->surface()) return;
+    m_deprived = popup();
+    m_windows.dropKeyboard();
+    m_holder.reset();
+    deactivate();
+}
+
+void Keyboard::activate() {
+    QWidget* const window = m_windows.wantingKeyboard();
+    if (window && QApplication::activeWindow() != window) QApplication::setActiveWindow(window);
+}
+
+void Keyboard::deactivate() {
+    m_hasKeys = false;
+    m_repeat.stop();
+    if (m_windows.has(QApplication::activeWindow())) QApplication::setActiveWindow(nullptr);
+}
+
+void Keyboard::press(uint32_t code) {
+    m_repeat.stop();
+    if (m_keymap.repeats(code) && m_repeatPause.count() > 0) {
+        m_repeated = code;
+        m_repeat.start(m_repeatDelay);
+    }
+    send(QEvent::KeyPress, code, false);
+}
+
+void Keyboard::release(uint32_t code) {
+    if (code == m_repeated) m_repeat.stop();
+    send(QEvent::KeyRelease, code, false);
+}
+
+void Keyboard::send(QEvent::Type type, uint32_t code, bool isRepeated) {
+    QWidget* to = popup();
+    if (!to) to = QApplication::activeWindow();
+    if (!m_windows.has(to) || !to->windowHandle()) return;
+    QKeyEvent event(type, m_keymap.keyOf(code), m_keymap.modifiers(), m_keymap.textOf(code),
+                    isRepeated);
+    QCoreApplication::sendEvent(to->windowHandle(), &event);
+}
+
+} // namespace WindowServer::Wayland

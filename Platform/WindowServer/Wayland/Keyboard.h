@@ -1,0 +1,55 @@
+#pragma once
+
+#include "WindowServer/Wayland/KeyboardHolder.h"
+#include "WindowServer/Wayland/Keymap.h"
+
+#include <QEvent>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+namespace WindowServer::Wayland {
+
+class StagedWindows;
+class Stages;
+
+/// Fetches the keyboard for the staged windows that want it, gives it back, and hands them the keys
+/// meanwhile.
+class Keyboard {
+public:
+    Keyboard(const Connection& connection, const Stages& stages, StagedWindows& windows);
+
+    void connectTo(wl_seat* seat);
+    const Keymap& keymap() const { return m_keymap; }
+
+    /// To be called at a turn's end.
+    void follow();
+
+private:
+    void enter(const wl_surface* surface);
+    void leave(const wl_surface* surface);
+    void press(uint32_t code);
+    void release(uint32_t code);
+    void send(QEvent::Type type, uint32_t code, bool isRepeated);
+    bool isWanted() const;
+    QWidget* popup() const;
+    void activate();
+    void deactivate();
+
+    const Connection& m_connection;
+    const Stages& m_stages;
+    StagedWindows& m_windows;
+    Owned<wl_keyboard> m_keyboard;
+    Keymap m_keymap;
+    std::unique_ptr<KeyboardHolder> m_holder;
+    bool m_hasKeys = false;
+    QPointer<QWidget> m_deprived; ///< A menu that has lost the keyboard.
+    QTimer m_repeat;
+    uint32_t m_repeated = 0;
+    std::chrono::milliseconds m_repeatDelay{600};
+    std::chrono::milliseconds m_repeatPause{40};
+};
+
+} // namespace WindowServer::Wayland

@@ -1,0 +1,93 @@
+#include "WindowServer/Wayland/Outputs.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+#include <utility>
+
+namespace WindowServer::Wayland {
+
+Outputs::Outputs(Connection& connection) : m_connection(connection) {
+    globalsChanged();
+    m_connection.settle(); // What the outputs tell of themselves.
+    refresh();
+    m_connection.settle(); // What the panels leave of them.
+    refresh();
+}
+
+void Outputs::globalsChanged() {
+    const auto& present = m_connection.outputs();
+    m_isStale = true;
+    for (const auto& [name, version] : present) {
+        const auto known = [name = name](const Entry& e) { return e.output->global() == name; };
+        if (std::ranges::any_of(m_entries, known)) continue;
+        auto output = std::make_unique<Output>(m_connection, name);
+        output->onChanged = [this] { m_isStale = true; };
+        m_entries.push_back({std::move(output), nullptr});
+    }
+}
+
+Display Outputs::displayOf(const Entry& entry) {
+    const Output& output = *entry.output;
+    const QRect place = output.place();
+    const QSize pixels = output.pixels();
+    return {m_numbers.numberOf(output.identity(), output.name()),
+            output.name(),
+            {place.x(), place.y(), pixels.width(), pixels.height()},
+            output.scale(),
+            {},
+            {}};
+}
+
+void Outputs::refreshIfStale() {
+    if (m_isStale) refresh();
+}
+
+/// The one at the upper left comes first. Outputs that show but a part of another's have no display
+/// of their own.
+void Outputs::refresh() {
+    m_isStale = false;
+    const auto gone = std::ranges::stable_partition(m_entries, [this](const Entry& entry) {
+        return m_connection.outputs().contains(entry.output->global());
+    });
+    // They go once nothing stands on them any more.
+    const std::vector<Entry> going(std::move_iterator(gone.begin()),
+                                   std::move_iterator(gone.end()));
+    m_entries.erase(gone.begin(), gone.end());
+    for (Entry& entry : m_entries) {
+        if (entry.probe || !entry.output->isKnown()) continue;
+        entry.probe = std::make_unique<PanelProbe>(m_connection, *entry.output);
+        entry.probe->onChanged = [this] { m_isStale = true; };
+    }
+    std::ranges::sort(m_entries, {}, [](const Entry& entry) {
+        const QPoint corner = entry.output->place().topLeft();
+        return std::tuple(corner.y(), corner.x(), entry.output->name());
+    });
+    std::vector<Display> displays;
+    const auto shown = std::exchange(m_shown, {});
+    const auto flip = [&](const QRect& rect) {
+        const QRect first = m_shown.front()->place();
+        return CGRectMake(rect.x() - first.x(),
+                          first.y() + first.height() - rect.y() - rect.height(), rect.width(),
+                          rect.height());
+    };
+    for (const Entry& entry : m_entries) {
+        const QRect place = entry.output->place();
+        const bool isClone = std::ranges::any_of(m_entries, [&](const Entry& other) {
+            const QRect theirs = other.output->place();
+            return &other != &entry && other.output->isKnown() && theirs.contains(place) &&
+                   (&other < &entry || theirs != place);
+        });
+        if (!entry.output->isKnown() || isClone) continue;
+        m_shown.push_back(entry.output.get());
+        displays.push_back(displayOf(entry));
+        displays.back().frame = flip(place);
+        displays.back().visibleFrame = flip(entry.probe->free());
+    }
+    if (displays == m_displays && shown == m_shown) return;
+    const bool isNews = std::exchange(m_displays, displays) != displays;
+    if (onRefreshed) onRefreshed();
+    if (isNews && onChanged) onChanged();
+}
+
+} // namespace WindowServer::Wayland

@@ -1,0 +1,190 @@
+#include "WindowServer/Wayland/Pointer.h"
+
+#include "WindowServer/Wayland/Keymap.h"
+#include "WindowServer/Wayland/StagedWindows.h"
+#include "WindowServer/Wayland/Stages.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QStyleHints>
+#include <QWheelEvent>
+#include <QWindow>
+
+#include <cmath>
+#include <utility>
+
+#include <linux/input-event-codes.h>
+
+namespace WindowServer::Wayland {
+
+namespace {
+
+// Of the toolkit's, for one step of a wheel, and for each point of a smooth one.
+constexpr int anglePerStep = 120;
+constexpr double anglePerPoint = 8;
+
+Qt::MouseButton buttonFrom(uint32_t code) {
+    switch (code) {
+    case BTN_LEFT:
+        return Qt::LeftButton;
+    case BTN_RIGHT:
+        return Qt::RightButton;
+    case BTN_MIDDLE:
+        return Qt::MiddleButton;
+    default:
+        return Qt::ExtraButton1;
+    }
+}
+
+} // namespace
+
+Pointer::Pointer(const Connection& connection, const Stages& stages, const StagedWindows& windows,
+                 const Keymap& keymap)
+    : m_connection(connection), m_stages(stages), m_windows(windows), m_keymap(keymap),
+      m_cursor(connection) {}
+
+void Pointer::connectTo(wl_seat* seat) {
+    m_pointer.reset(wl_seat_get_pointer(seat));
+    static const wl_pointer_listener listener = {
+        .enter =
+            [](void* self, wl_pointer*, uint32_t serial, wl_surface* surface, wl_fixed_t x,
+               wl_fixed_t y) {
+                static_cast<Pointer*>(self)->enter(serial, surface,
+                                                   {wl_fixed_to_double(x), wl_fixed_to_double(y)});
+            },
+        .leave = [](void* self, wl_pointer*, uint32_t,
+                    wl_surface*) { static_cast<Pointer*>(self)->leave(); },
+        .motion =
+            [](void* self, wl_pointer*, uint32_t time, wl_fixed_t x, wl_fixed_t y) {
+                static_cast<Pointer*>(self)->move(time,
+                                                  {wl_fixed_to_double(x), wl_fixed_to_double(y)});
+            },
+        .button =
+            [](void* self, wl_pointer*, uint32_t, uint32_t time, uint32_t code, uint32_t state) {
+                static_cast<Pointer*>(self)->button(time, code,
+                                                    state == WL_POINTER_BUTTON_STATE_PRESSED);
+            },
+        .axis =
+            [](void* self, wl_pointer*, uint32_t, uint32_t axis, wl_fixed_t points) {
+                static_cast<Pointer*>(self)->scroll(axis, wl_fixed_to_double(points));
+            },
+        .frame = [](void*, wl_pointer*) {},
+        .axis_source = [](void*, wl_pointer*, uint32_t) {},
+        .axis_stop = [](void*, wl_pointer*, uint32_t, uint32_t) {},
+        .axis_discrete = [](void* self, wl_pointer*, uint32_t,
+                            int steps) { static_cast<Pointer*>(self)->m_steps = steps; },
+        .axis_value120 = [](void*, wl_pointer*, uint32_t, int) {}};
+    wl_pointer_add_listener(m_pointer.get(), &listener, this);
+}
+
+void Pointer::enter(uint32_t serial, const wl_surface* surface, QPointF point) {
+    const Stage* const stage = m_stages.of(surface);
+    if (!stage) return;
+    m_serial = serial;
+    m_shape.reset();
+    m_corner = stage->place().topLeft();
+    m_place = m_corner + point;
+    look();
+}
+
+void Pointer::leave() {
+    m_place.reset();
+    m_pressed.clear();
+    m_buttons = {};
+    look();
+}
+
+void Pointer::move(uint32_t time, QPointF point) {
+    if (!m_place) return;
+    m_place = m_corner + point;
+    look();
+    if (m_place) send(target(), QEvent::MouseMove, Qt::NoButton, time);
+    showCursor();
+}
+
+void Pointer::look() {
+    if (m_pressed) return;
+    QWidget* const now = m_place ? m_windows.at(*m_place) : nullptr;
+    if (now != m_under) {
+        const QPointer<QWidget> before = std::exchange(m_under, now);
+        if (before && before->windowHandle()) {
+            QEvent left(QEvent::Leave);
+            QCoreApplication::sendEvent(before->windowHandle(), &left);
+        }
+        if (m_under && m_under->windowHandle() && m_place) {
+            const QPointF inWindow = *m_place - m_under->pos();
+            QEnterEvent entered(inWindow, inWindow, *m_place);
+            QCoreApplication::sendEvent(m_under->windowHandle(), &entered);
+        }
+    }
+    showCursor();
+}
+
+/// An open menu gets all that is not another menu's.
+QWidget* Pointer::target() const {
+    if (m_pressed) return m_pressed;
+    QWidget* const here = m_place ? m_windows.at(*m_place) : nullptr;
+    QWidget* const menu = QApplication::activePopupWidget();
+    if (!m_windows.has(menu)) return here;
+    return here && here->windowType() == Qt::Popup ? here : menu;
+}
+
+void Pointer::send(QWidget* to, QEvent::Type type, Qt::MouseButton button, uint32_t time) const {
+    if (!to || !to->windowHandle()) return;
+    const QPointF inWindow = *m_place - to->pos();
+    QMouseEvent event(type, inWindow, inWindow, *m_place, button, m_buttons, m_keymap.modifiers());
+    event.setTimestamp(time);
+    QCoreApplication::sendEvent(to->windowHandle(), &event);
+}
+
+void Pointer::button(uint32_t time, uint32_t code, bool isPressed) {
+    if (!m_place) return;
+    const Qt::MouseButton button = buttonFrom(code);
+    const QPointer<QWidget> to = target();
+    if (!isPressed) {
+        m_buttons &= ~button;
+        if (!m_buttons) m_pressed.clear();
+        send(to, QEvent::MouseButtonRelease, button, time);
+        return look();
+    }
+    const auto* const hints = QGuiApplication::styleHints();
+    const bool isSecond =
+        m_last && m_last->button == button &&
+        time - m_last->time < static_cast<uint32_t>(hints->mouseDoubleClickInterval()) &&
+        (*m_place - m_last->place).manhattanLength() < hints->mouseDoubleClickDistance();
+    m_last.reset();
+    if (!isSecond) m_last = Press{time, button, *m_place};
+    m_buttons |= button;
+    if (!m_pressed) m_pressed = to;
+    send(to, QEvent::MouseButtonPress, button, time);
+    if (isSecond && m_place) send(to, QEvent::MouseButtonDblClick, button, time);
+}
+
+void Pointer::scroll(uint32_t axis, double points) {
+    const int steps = std::exchange(m_steps, 0);
+    QWidget* const to = target();
+    if (!m_place || !to || !to->windowHandle()) return;
+    const int angle =
+        steps != 0 ? -steps * anglePerStep : static_cast<int>(std::lround(-points * anglePerPoint));
+    const bool isVertical = axis == WL_POINTER_AXIS_VERTICAL_SCROLL;
+    const QPointF inWindow = *m_place - to->pos();
+    QWheelEvent event(inWindow, *m_place, {}, isVertical ? QPoint(0, angle) : QPoint(angle, 0),
+                      m_buttons, m_keymap.modifiers(), Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(to->windowHandle(), &event);
+}
+
+void Pointer::showCursor() {
+    if (!m_place || !m_pointer) return;
+    Qt::CursorShape shape = Qt::ArrowCursor;
+    if (const QWidget* const window = m_pressed ? m_pressed : m_under) {
+        const QWidget* const child = window->childAt((*m_place - window->pos()).toPoint());
+        shape = (child ? child : window)->cursor().shape();
+    }
+    if (m_shape == shape) return;
+    m_shape = shape;
+    const Stage* const stage = m_stages.at(*m_place);
+    m_cursor.show(m_pointer.get(), m_serial, shape,
+                  stage ? static_cast<int>(std::ceil(stage->scale())) : 1);
+}
+
+} // namespace WindowServer::Wayland

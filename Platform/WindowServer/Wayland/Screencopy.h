@@ -1,0 +1,37 @@
+#pragma once
+
+#include "WindowServer/Wayland/Buffer.h"
+#include "WindowServer/Wayland/Output.h"
+
+#include <QImage>
+
+#include <functional>
+
+namespace WindowServer::Wayland {
+
+/// One picture of an output, as it stands there at the compositor's next frame. Dropped before it
+/// has come, it never comes.
+class Screencopy {
+public:
+    /// Hands over a picture that lasts as long as the call, in the output's pixels as they are
+    /// seen; a null one where the compositor refuses.
+    using Taken = std::function<void(const QImage& picture)>;
+
+    /// The compositor must offer it.
+    Screencopy(const Connection& connection, const Output& output, Taken taken);
+
+private:
+    void prepare(uint32_t format, QSize size, int stride);
+    void finish(bool isGood);
+
+    const Connection& m_connection;
+    const wl_output_transform m_transform;
+    Taken m_taken;
+    Owned<zwlr_screencopy_frame_v1> m_frame;
+    std::unique_ptr<Buffer> m_buffer;
+    QImage::Format m_format = QImage::Format_Invalid;
+    int m_stride = 0;
+    bool m_isUpsideDown = false;
+};
+
+} // namespace WindowServer::Wayland

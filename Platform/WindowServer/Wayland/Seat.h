@@ -1,0 +1,23 @@
+#pragma once
+
+#include "WindowServer/Wayland/Keyboard.h"
+#include "WindowServer/Wayland/Pointer.h"
+
+namespace WindowServer::Wayland {
+
+/// The user's mouse and keyboard, as they come and go.
+class Seat {
+public:
+    Seat(const Connection& connection, const Stages& stages, StagedWindows& windows);
+
+    Keyboard& keyboard() { return m_keyboard; }
+    Pointer& pointer() { return m_pointer; }
+
+private:
+    Owned<wl_seat> m_seat;
+    Keyboard m_keyboard;
+    Pointer m_pointer;
+    uint32_t m_capabilities = 0;
+};
+
+} // namespace WindowServer::Wayland

@@ -1,0 +1,117 @@
+#include "WindowServer/Wayland/Stage.h"
+
+#include "WindowServer/Wayland/Layer.h"
+
+#include <cstring>
+#include <utility>
+
+namespace WindowServer::Wayland {
+
+namespace {
+
+/// KWin hands the keyboard to a surface of any other kind that is clicked, even where it wants
+/// none.
+constexpr const char* kind = "dock";
+
+constexpr double scaleUnit = 120; ///< Fractions are told in so many parts.
+
+} // namespace
+
+Stage::Stage(const Connection& connection, const Output& output)
+    : m_connection(connection), m_output(output), m_surface(connection.makeSurface()),
+      m_viewport(wp_viewporter_get_viewport(connection.globals().viewporter, surface())),
+      m_layer(makeLayer(connection, surface(), output, kind, Zone::IgnoresPanels)),
+      m_buffers(connection) {
+    listen();
+    if (connection.globals().fractions) listenToScale();
+    connection.setInput(surface(), {});
+    wl_surface_commit(surface());
+}
+
+void Stage::listen() {
+    static const zwlr_layer_surface_v1_listener listener = {
+        .configure =
+            [](void* data, zwlr_layer_surface_v1* layer, uint32_t serial, uint32_t width,
+               uint32_t height) {
+                auto* const self = static_cast<Stage*>(data);
+                zwlr_layer_surface_v1_ack_configure(layer, serial);
+                self->m_isContentStale = true;
+                const QSize size(static_cast<int>(width), static_cast<int>(height));
+                if (std::exchange(self->m_size, size) != size && self->onChanged) self->onChanged();
+            },
+        .closed =
+            [](void* data, zwlr_layer_surface_v1*) {
+                auto* const self = static_cast<Stage*>(data);
+                self->m_isClosed = true;
+                if (self->onChanged) self->onChanged();
+            }};
+    zwlr_layer_surface_v1_add_listener(m_layer.get(), &listener, this);
+}
+
+void Stage::listenToScale() {
+    m_fraction.reset(wp_fractional_scale_manager_v1_get_fractional_scale(
+        m_connection.globals().fractions, surface()));
+    static const wp_fractional_scale_v1_listener listener = {
+        .preferred_scale = [](void* data, wp_fractional_scale_v1*, uint32_t parts) {
+            auto* const self = static_cast<Stage*>(data);
+            self->m_toldScale = parts / scaleUnit;
+            if (self->onChanged) self->onChanged();
+        }};
+    wp_fractional_scale_v1_add_listener(m_fraction.get(), &listener, this);
+}
+
+double Stage::scale() const { return m_toldScale > 0 ? m_toldScale : m_output.scale(); }
+
+void Stage::setContent(const Content& content) {
+    if (m_content == content) return;
+    m_content = content;
+    m_isContentStale = true;
+}
+
+void Stage::setInput(const QRegion& region) {
+    if (std::exchange(m_input, region) == region) return;
+    m_connection.setInput(surface(), region);
+    m_isStale = true;
+}
+
+void Stage::commit() {
+    if (!isUp() || m_isClosed || !(m_isStale || m_isContentStale)) return;
+    if (m_isContentStale) attachContent();
+    wl_surface_commit(surface());
+    m_isStale = false;
+    m_isContentStale = false;
+}
+
+void Stage::attachContent() {
+    const QImage& picture = m_content->picture;
+    if (Buffer* const buffer = m_buffers.take(picture.size())) {
+        QImage image = Buffers::imageOf(*buffer);
+        for (int y = 0; y < picture.height(); ++y)
+            std::memcpy(image.scanLine(y), picture.constScanLine(y),
+                        static_cast<size_t>(picture.width()) * 4);
+        buffer->attach(surface());
+    }
+    wp_viewport_set_destination(m_viewport.get(), m_size.width(), m_size.height());
+    const bool isOpaque = qAlpha(picture.pixel(0, 0)) == 255;
+    wl_surface_set_opaque_region(
+        surface(), regionOf(m_connection, isOpaque ? QRect({}, m_size) : QRect()).get());
+    setBlur(m_content->blursBehind);
+}
+
+void Stage::setBlur(bool blurs) {
+    auto* const manager = m_connection.globals().blur;
+    if (!manager || blurs == (m_blur != nullptr)) {
+        if (!manager) m_blur.reset();
+        return;
+    }
+    if (!blurs) {
+        org_kde_kwin_blur_manager_unset(manager, surface());
+        m_blur.reset();
+        return;
+    }
+    m_blur.reset(org_kde_kwin_blur_manager_create(manager, surface()));
+    org_kde_kwin_blur_set_region(m_blur.get(), nullptr);
+    org_kde_kwin_blur_commit(m_blur.get());
+}
+
+} // namespace WindowServer::Wayland

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "WindowServer/Wayland/Buffer.h"
+#include "WindowServer/Wayland/Output.h"
+
+#include <functional>
+#include <optional>
+
+namespace WindowServer::Wayland {
+
+/// What stands above all windows of other programs on one output. The cover is its content; the
+/// program's own windows are parts of it, in front of that. It takes no keys, and no clicks but
+/// those that fall on what it is told.
+class Stage {
+public:
+    Stage(const Connection& connection, const Output& output);
+
+    const Output& output() const { return m_output; }
+    wl_surface* surface() const { return m_surface.get(); }
+    QRect place() const { return {m_output.place().topLeft(), m_size}; }
+    double scale() const;
+    /// Whether it is on the screen, so that windows can be parts of it.
+    bool isUp() const { return !m_size.isEmpty() && m_content.has_value(); }
+    bool isClosed() const { return m_isClosed; }
+
+    struct Content {
+        QImage picture; ///< Stretched over the output.
+        bool blursBehind = false;
+        bool operator==(const Content&) const = default;
+    };
+    /// It comes on the screen with the first.
+    void setContent(const Content& content);
+    void setInput(const QRegion& region);
+    /// Its parts have other places or another order.
+    void partsChanged() { m_isStale = true; }
+    /// Puts all that was changed on the screen at once.
+    void commit();
+
+    /// Called when size or scale have come to differ, or the compositor has closed it.
+    std::function<void()> onChanged;
+
+private:
+    void listen();
+    void listenToScale();
+    void attachContent();
+    void setBlur(bool blurs);
+
+    const Connection& m_connection;
+    const Output& m_output;
+    Owned<wl_surface> m_surface;
+    Owned<wp_viewport> m_viewport;
+    Owned<wp_fractional_scale_v1> m_fraction;
+    Owned<zwlr_layer_surface_v1> m_layer;
+    Owned<org_kde_kwin_blur> m_blur;
+    Buffers m_buffers;
+    QSize m_size;
+    double m_toldScale = 0; ///< 0 where it is not told.
+    bool m_isClosed = false;
+    std::optional<Content> m_content;
+    QRegion m_input;
+    bool m_isContentStale = false;
+    bool m_isStale = false;
+};
+
+} // namespace WindowServer::Wayland
