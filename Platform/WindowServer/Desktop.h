@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace WindowServer {
 
@@ -31,11 +32,32 @@ struct TrayLook {
     std::optional<uint32_t> ink; ///< The colour of symbols, 0xRRGGBB, where it tells.
 };
 
-/// The panel on the server itself that takes status icons.
+/// A status icon as a tray draws it that takes no window.
+struct TrayFace {
+    std::string symbol;           ///< The desktop's own name for it; empty where it has none.
+    std::vector<uint8_t> picture; ///< PNG, in its place.
+    std::string description;      ///< For assistive technology.
+};
+
+/// A press on an icon that a tray draws.
+struct TrayPress {
+    bool secondary = false; ///< With the button that opens menus.
+    bool control = false;   ///< While that key was held.
+    PixelRect place;        ///< The icon's.
+};
+
+/// The panel of the session itself that takes status icons.
 class Tray {
 public:
     virtual ~Tray() = default;
 
+    /// Whether it draws the icon itself, as it is told. Such a tray takes no windows.
+    virtual bool draws() const { return false; }
+    /// Without a face there is no icon.
+    virtual void draw(const std::optional<TrayFace>&) {}
+    std::function<void(const TrayPress&)> onPressed;
+
+    /// Whether it takes a window.
     virtual bool isPresent() const { return false; }
 
     virtual TrayLook look() const { return {}; }

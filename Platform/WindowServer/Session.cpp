@@ -1,21 +1,31 @@
 #include "WindowServer/Session.h"
 
+#include "WindowServer/Shell/ShellSession.h"
 #include "WindowServer/Wayland/WaylandSession.h"
-#include "WindowServer/X11/X11Session.h"
 
 #include <cstdlib>
 
 namespace WindowServer {
 
 namespace {
+
 std::unique_ptr<Session> theSession;
+
+/// Null where no server answers.
+std::unique_ptr<Session> openOnX11() {
+    auto server = Connection::open();
+    if (!server) return nullptr;
+    if (server->isXwayland()) return std::make_unique<ShellSession>(std::move(server));
+    return std::make_unique<X11Session>(std::move(server));
 }
+
+} // namespace
 
 bool Session::open() {
     if (theSession) return true;
     theSession = Wayland::WaylandSession::connect();
     const char* const platform = theSession ? "wayland" : "xcb";
-    if (!theSession) theSession = X11Session::connect();
+    if (!theSession) theSession = openOnX11();
     // Whatever the user has chosen for other programs, the toolkit's windows and the covers have to
     // be on the same server.
     ::setenv("QT_QPA_PLATFORM", platform, true);

@@ -37,6 +37,15 @@ public:
     virtual void orderOut() = 0;
 };
 
+/// What it takes to have screens covered that are not yet.
+enum class Remedy {
+    None,        ///< Another session.
+    Consent,     ///< The user's word, once.
+    Setting,     ///< A setting of the desktop's, for the user has said no before.
+    NextLogin,   ///< The user has agreed, and has to log out and in.
+    OtherVersion ///< Another version of the desktop.
+};
+
 /// What covers are made of, and how they get their blur.
 class Surfaces {
 public:
@@ -47,6 +56,10 @@ public:
     /// Whether surfaces hide all that stands on the screens and let all input through. Where they
     /// do not, none must be shown.
     virtual bool canCover() const { return true; }
+    virtual Remedy remedy() const { return Remedy::None; }
+    /// What the user has answered where consent was the remedy. False where it helps only from the
+    /// next login on.
+    virtual bool allow(bool /*allowed*/) { return true; }
 
     /// Blurs what lies behind a surface with a Gaussian of standard deviation radius/2 points,
     /// live, while the surface is visible. A radius of 1 or less ends it. 0 on success; any other

@@ -110,7 +110,6 @@ void Connection::findExtensions() {
     addMissing(missing, "no click goes through the cover", {{"Shape", shape}});
     if (!missing.empty()) NSLog("X11: " + missing + ".");
     m_isXwayland = WindowServer::isXwayland(*this);
-    if (m_isXwayland) NSLog("X11: this is a Wayland session, which cannot be covered.");
 }
 
 bool Connection::hasPlainPixels() const {

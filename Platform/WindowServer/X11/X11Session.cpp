@@ -9,12 +9,6 @@
 
 namespace WindowServer {
 
-std::unique_ptr<X11Session> X11Session::connect() {
-    auto connection = Connection::open();
-    if (!connection) return nullptr;
-    return std::unique_ptr<X11Session>(new X11Session(std::move(connection)));
-}
-
 X11Session::X11Session(std::unique_ptr<Connection> connection)
     : m_connection(std::move(connection)), m_displays(*m_connection),
       m_compositor(*m_connection, "_NET_WM_CM_S"), m_tray(*m_connection), m_settings(*m_connection),

@@ -16,8 +16,7 @@ namespace WindowServer {
 /// The session on an X server: hands each subject its events, and tells one of another's changes.
 class X11Session : public Session {
 public:
-    /// Null where no server answers.
-    static std::unique_ptr<X11Session> connect();
+    explicit X11Session(std::unique_ptr<Connection> connection);
 
     void attach() override;
     Displays& displays() override { return m_displays; }
@@ -27,10 +26,11 @@ public:
     Settings& settings() override { return m_settings; }
     Tray& tray() override { return m_tray; }
 
-private:
-    explicit X11Session(std::unique_ptr<Connection> connection);
+protected:
+    Connection& connection() { return *m_connection; }
+    virtual void handle(const xcb_generic_event_t& event);
 
-    void handle(const xcb_generic_event_t& event);
+private:
     void coverPlainly();
 
     std::unique_ptr<Connection> m_connection;

@@ -42,6 +42,7 @@ TrayIcon::TrayIcon(NSStatusBarButton& button)
                                           "StatusNotifierHostRegistered", this, SLOT(askForHost()));
     Session::current().tray().onChanged = [this] {
         leave(Tray::OnServer); // Its window may have died with it.
+        leave(Tray::Drawn);
         choose();
     };
     askForHost();
@@ -69,6 +70,7 @@ void TrayIcon::askForHost() {
 }
 
 TrayIcon::Tray TrayIcon::best() const {
+    if (m_button.image() && Session::current().tray().draws()) return Tray::Drawn;
     if (!m_hasHost || !m_button.image()) return Tray::None;
     const bool onServer = Session::current().tray().isPresent();
     if (*m_hasHost && (!onServer || isServersTrayGoBetween())) return Tray::OnBus;
@@ -86,6 +88,7 @@ void TrayIcon::choose() {
     if (chosen == m_tray) return;
     leave(m_tray);
     m_tray = chosen;
+    if (chosen == Tray::Drawn) m_item = drawnIcon(m_button);
     if (chosen == Tray::OnServer) m_item = dockedIcon(m_button);
     if (chosen == Tray::OnBus) m_item = notifierItem(m_button);
 }

@@ -31,6 +31,9 @@ std::unique_ptr<TrayItem> dockedIcon(NSStatusBarButton& button);
 /// the covers.
 std::unique_ptr<TrayItem> notifierItem(NSStatusBarButton& button);
 
+/// In a tray that draws it itself and tells of its presses.
+std::unique_ptr<TrayItem> drawnIcon(NSStatusBarButton& button);
+
 /// Whom an item on the bus makes itself known to.
 inline const QString notifierWatcher = "org.kde.StatusNotifierWatcher";
 inline const QString notifierWatcherPath = "/StatusNotifierWatcher";
@@ -60,7 +63,7 @@ private slots:
     void askForHost();
 
 private:
-    enum class Tray { None, OnServer, OnBus };
+    enum class Tray { None, Drawn, OnServer, OnBus };
     Tray best() const;
     void leave(Tray tray);
     void choose();
