@@ -17,7 +17,7 @@ const QString kwin = "org.kde.KWin";
 
 // KWin's, of 1 to 15.
 constexpr int usualStrength = 15;
-constexpr int leastStrength = 1;
+constexpr int leastStrength = 8;
 
 QString folderOfSettings() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);

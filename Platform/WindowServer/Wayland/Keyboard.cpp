@@ -25,9 +25,12 @@ void Keyboard::connectTo(wl_seat* seat) {
                 static_cast<Keyboard*>(self)->m_keymap.load(file, length);
             },
         .enter = [](void* self, wl_keyboard*, uint32_t, wl_surface* surface,
-                    wl_array*) { static_cast<Keyboard*>(self)->enter(surface); },
-        .leave = [](void* self, wl_keyboard*, uint32_t,
-                    wl_surface* surface) { static_cast<Keyboard*>(self)->leave(surface); },
+                    wl_array*) { static_cast<Keyboard*>(self)->m_focus = surface; },
+        .leave =
+            [](void* self, wl_keyboard*, uint32_t, wl_surface* surface) {
+                if (static_cast<Keyboard*>(self)->m_focus == surface)
+                    static_cast<Keyboard*>(self)->m_focus = nullptr;
+            },
         .key =
             [](void* data, wl_keyboard*, uint32_t, uint32_t, uint32_t code, uint32_t state) {
                 auto* const self = static_cast<Keyboard*>(data);
@@ -61,12 +64,21 @@ bool Keyboard::isWanted() const {
     return menu && menu != m_deprived && (m_holder || !QGuiApplication::focusWindow());
 }
 
+/// KWin hands the keyboard to a stage that is clicked, though it wants none. It gets it back as one
+/// that does want it comes and goes.
 void Keyboard::follow() {
-    const bool wanted = isWanted() && !m_stages.all().empty();
+    const bool isMislaid = m_stages.of(m_focus);
+    if (m_hadKeys && !hasKeys()) {
+        m_holder.reset();
+        deactivate();
+        if (!isMislaid) lose();
+    }
+    const bool wanted = (isWanted() || isMislaid) && !m_stages.all().empty();
     if (wanted && !m_holder) {
         const QWidget* const asking =
             m_windows.wantingKeyboard() ? m_windows.wantingKeyboard() : popup();
-        const Stage* const stage = m_stages.at(QPointF(asking->geometry().center()));
+        const Stage* const stage =
+            asking ? m_stages.at(QPointF(asking->geometry().center())) : nullptr;
         m_holder = std::make_unique<KeyboardHolder>(
             m_connection, stage ? stage->output() : m_stages.all().front()->output());
     }
@@ -74,24 +86,16 @@ void Keyboard::follow() {
         m_holder.reset();
         deactivate();
     }
+    m_hadKeys = hasKeys();
     // The toolkit may hear late that another window of ours has lost the keyboard, and take that
     // for this one's loss.
-    if (m_hasKeys) activate();
-}
-
-void Keyboard::enter(const wl_surface* surface) {
-    if (!m_holder || surface != m_holder->surface()) return;
-    m_hasKeys = true;
-    activate();
+    if (m_hadKeys) activate();
 }
 
 /// Not of our doing: the user has gone elsewhere, and comes back by a click.
-void Keyboard::leave(const wl_surface* surface) {
-    if (!m_holder || surface != m_holder->surface()) return;
+void Keyboard::lose() {
     m_deprived = popup();
     m_windows.dropKeyboard();
-    m_holder.reset();
-    deactivate();
 }
 
 void Keyboard::activate() {
@@ -100,7 +104,6 @@ void Keyboard::activate() {
 }
 
 void Keyboard::deactivate() {
-    m_hasKeys = false;
     m_repeat.stop();
     if (m_windows.has(QApplication::activeWindow())) QApplication::setActiveWindow(nullptr);
 }

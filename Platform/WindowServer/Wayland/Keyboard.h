@@ -28,13 +28,13 @@ public:
     void follow();
 
 private:
-    void enter(const wl_surface* surface);
-    void leave(const wl_surface* surface);
     void press(uint32_t code);
     void release(uint32_t code);
     void send(QEvent::Type type, uint32_t code, bool isRepeated);
+    bool hasKeys() const { return m_holder && m_focus == m_holder->surface(); }
     bool isWanted() const;
     QWidget* popup() const;
+    void lose();
     void activate();
     void deactivate();
 
@@ -44,8 +44,9 @@ private:
     Owned<wl_keyboard> m_keyboard;
     Keymap m_keymap;
     std::unique_ptr<KeyboardHolder> m_holder;
-    bool m_hasKeys = false;
-    QPointer<QWidget> m_deprived; ///< A menu that has lost the keyboard.
+    bool m_hadKeys = false;              ///< At the end of the last turn.
+    const wl_surface* m_focus = nullptr; ///< That of ours that has the keyboard.
+    QPointer<QWidget> m_deprived;        ///< A menu that has lost the keyboard.
     QTimer m_repeat;
     uint32_t m_repeated = 0;
     std::chrono::milliseconds m_repeatDelay{600};

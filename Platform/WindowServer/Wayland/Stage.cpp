@@ -9,9 +9,9 @@ namespace WindowServer::Wayland {
 
 namespace {
 
-/// KWin hands the keyboard to a surface of any other kind that is clicked, even where it wants
-/// none.
-constexpr const char* kind = "dock";
+/// KWin puts the kinds that it knows in places of its own, most of them below windows that fill the
+/// screen.
+constexpr const char* kind = "cover";
 
 constexpr double scaleUnit = 120; ///< Fractions are told in so many parts.
 
