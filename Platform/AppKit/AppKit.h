@@ -1,7 +1,6 @@
 #pragma once
 
 #include "AppKit/NSAlert.h"
-#include "AppKit/NSAnimationContext.h"
 #include "AppKit/NSApplication.h"
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSGraphics.h"

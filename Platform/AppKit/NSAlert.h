@@ -20,7 +20,6 @@ public:
 
     /// There is the one style.
     void setAlertStyle(NSAlertStyle) {}
-
     const std::string& messageText() const { return m_messageText; }
     void setMessageText(const std::string& text) { m_messageText = text; }
     const std::string& informativeText() const { return m_informativeText; }
@@ -28,11 +27,9 @@ public:
     /// The first one at the right.
     const std::vector<std::string>& buttons() const { return m_buttons; }
     void addButtonWithTitle(const std::string& title) { m_buttons.push_back(title); }
-
     const std::shared_ptr<NSWindow>& window() const { return m_window; }
 
-    /// Shows the alert, and returns which button was pressed: 1000 for the first, 1001 for the
-    /// second, and so on.
+    /// Shows the alert, and returns which button was pressed, counted from 1000.
     NSModalResponse runModal();
 
 private:

@@ -34,8 +34,7 @@ public:
 /// The running program: its connection to the window server, its event loop and its modal loops.
 class NSApplication : public NSObject {
 public:
-    /// The first call connects to the window server and ends the process with status 1 and a line
-    /// on the error stream where none answers.
+    /// The first call connects to the window server. Where none answers, the process ends.
     static NSApplication& sharedApplication();
 
     /// Held weakly.
@@ -52,19 +51,16 @@ public:
     /// Makes `run` return as soon as the event at hand is done. Before `run`, it is remembered.
     void terminate(const id& sender);
 
-    /// The windows of the program's that are open take the keyboard from other programs, the
-    /// frontmost of them. Without one nothing happens.
+    /// The frontmost of the program's open windows, if any, takes the keyboard.
     void activateIgnoringOtherApps(bool flag);
 
-    /// Shows the window and handles events, none of them for another window with a frame, until
-    /// `stopModalWithCode`, whose code it returns. NSModalResponseAbort where the application ends
-    /// before.
+    /// Shows the window, and keeps events from others with a frame, until `stopModalWithCode`,
+    /// whose code it returns; NSModalResponseAbort where the application ends before.
     NSInteger runModalForWindow(NSWindow& window);
     void stopModalWithCode(NSInteger code);
 
     using AboutPanelOptions = std::map<std::string, std::any>;
-    /// Shows what the bundle says of the program, and the credits of the options, or brings the
-    /// panel that shows them to the front.
+    /// Shows what the bundle says of the program and the credits, or brings that to the front.
     void orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options);
 
     /// The event that is being handled.
@@ -85,8 +81,7 @@ private:
 /// The shared application, once it has been made.
 extern NSApplication* NSApp;
 
-/// A running instance of the application. Instances find each other on the session bus; without a
-/// bus, the current one is the only one known.
+/// A running instance of the application, as it is known on the session bus.
 class NSRunningApplication : public NSObject {
 public:
     /// The process itself. The first call makes it known to the others.

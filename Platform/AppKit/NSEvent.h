@@ -28,7 +28,6 @@ class NSEvent {
 public:
     NSEvent(NSEventType type, NSUInteger modifierFlags)
         : m_type(type), m_modifierFlags(modifierFlags) {}
-
     NSEventType type() const { return m_type; }
     NSUInteger modifierFlags() const { return m_modifierFlags; }
 

@@ -48,7 +48,6 @@ class NSFont {
 public:
     /// The size is in points.
     static NSFont systemFontOfSize(double size) { return NSFont(size); }
-
     double pointSize() const { return m_pointSize; }
     bool operator==(const NSFont&) const = default;
 
@@ -70,7 +69,6 @@ public:
 
     NSAttributedString(std::string string, Attributes attributes)
         : m_string(std::move(string)), m_attributes(std::move(attributes)) {}
-
     const std::string& string() const { return m_string; }
     const Attributes& attributes() const { return m_attributes; }
 

@@ -50,7 +50,6 @@ public:
 
     /// In points.
     const NSSize& size() const { return m_size; }
-
     bool isTemplate() const { return m_template; }
     void setTemplate(bool isTemplate) { m_template = isTemplate; }
 

@@ -8,8 +8,7 @@
 class NSMenu;
 class NSView;
 
-/// One row of a menu. As a menu enables its items by itself, the row can be chosen where its action
-/// has a target, or where it opens a submenu.
+/// One row of a menu. It can be chosen where its action has a target or it opens a submenu.
 class NSMenuItem : public NSObject {
 public:
     /// The key equivalent is one character, or empty for none.
@@ -23,7 +22,6 @@ public:
     /// What is held with the key, a set of NSEventModifierFlags.
     NSUInteger keyEquivalentModifierMask() const { return m_keyEquivalentModifierMask; }
     void setKeyEquivalentModifierMask(NSUInteger mask) { m_keyEquivalentModifierMask = mask; }
-
     const SEL& action() const { return m_action; }
 
     /// Held weakly; once it is gone the item can no longer be chosen.
@@ -37,7 +35,6 @@ public:
     /// Whatever the program ties to the item; empty for nothing.
     const std::any& representedObject() const { return m_representedObject; }
     void setRepresentedObject(std::any object) { m_representedObject = std::move(object); }
-
     const std::shared_ptr<NSMenu>& submenu() const { return m_submenu; }
     void setSubmenu(std::shared_ptr<NSMenu> submenu) { m_submenu = std::move(submenu); }
 
@@ -67,9 +64,7 @@ class NSMenu : public NSObject {
 public:
     NSMenu() = default;
     explicit NSMenu(std::string title) : m_title(std::move(title)) {}
-
     const std::string& title() const { return m_title; }
-
     void addItem(const std::shared_ptr<NSMenuItem>& item) { m_items.push_back(item); }
     const std::vector<std::shared_ptr<NSMenuItem>>& itemArray() const { return m_items; }
 

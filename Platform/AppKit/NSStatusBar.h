@@ -15,15 +15,13 @@ public:
     void setAction(SEL action) { m_action = std::move(action); }
     /// The events, a set of NSEventMask, that send the action.
     void sendActionOn(NSUInteger mask) { m_actionMask = mask; }
-
     const std::string& toolTip() const { return m_toolTip; }
     void setToolTip(const std::string& toolTip);
 
     const std::shared_ptr<NSImage>& image() const { return m_image; }
     void setImage(std::shared_ptr<NSImage> image);
 
-    /// Does what a click does: opens the item's menu, where one is attached, and returns when it
-    /// has closed; closes it where it is open; without a menu, sends the action.
+    /// As a click: opens the item's menu until it closes, or closes it; without one, acts.
     void performClick(const id& sender);
 
     bool isMenuOpen() const;
@@ -49,12 +47,10 @@ private:
 
 inline constexpr double NSSquareStatusItemLength = -2.0;
 
-/// One item of the status bar. It stands there as long as it lives, whenever the desktop has a
-/// tray.
+/// One item of the status bar, as long as it lives and whenever the desktop has a tray.
 class NSStatusItem : public NSObject {
 public:
     NSStatusItem() : m_button(std::make_shared<NSStatusBarButton>()) {}
-
     const std::shared_ptr<NSStatusBarButton>& button() const { return m_button; }
 
     /// While a menu is attached, a click opens it in place of the action.

@@ -28,15 +28,12 @@ enum NSTrackingAreaOptions : NSUInteger {
     NSTrackingInVisibleRect = 0x200,
 };
 
-/// Makes a view hear of the pointer. The whole view counts, whatever the rectangle: the one kind of
-/// area there is follows what is visible of it.
+/// Makes a view hear of the pointer. The whole view counts, whatever the rectangle.
 class NSTrackingArea : public NSObject {
 public:
-    /// The owner hears of the pointer. It is not retained, and outlives the area as a rule because
-    /// the area is its own.
+    /// The owner hears of the pointer. It is not retained: as a rule the area is its own.
     NSTrackingArea(const NSRect&, NSUInteger options, NSView* owner, const id& /*userInfo*/)
         : m_options(options), m_owner(owner) {}
-
     NSUInteger options() const { return m_options; }
     NSView* owner() const { return m_owner; }
 
@@ -85,8 +82,7 @@ public:
     virtual void viewDidMoveToWindow();
 
     void setNeedsDisplay(bool needsDisplay);
-    /// Draws with what `NSColor`, `NSBezierPath` and `NSImage` offer, y up from the lower left
-    /// corner unless the view is flipped.
+    /// With `NSColor`, `NSBezierPath` and `NSImage`; y is up unless the view is flipped.
     virtual void drawRect(const NSRect&) {}
     virtual bool isFlipped() const { return false; }
 

@@ -41,7 +41,6 @@ public:
     }
 
     const std::shared_ptr<NSViewController>& viewController() const { return m_viewController; }
-
     const std::string& label() const { return m_label; }
     void setLabel(const std::string& label) { m_label = label; }
 
@@ -58,13 +57,11 @@ private:
     std::shared_ptr<NSImage> m_image;
 };
 
-/// Shows one of several controllers' views, chosen in a toolbar on top of the window. Its title is
-/// the chosen one's.
+/// Shows one of several controllers' views, chosen in a toolbar, and has the chosen one's title.
 class NSTabViewController : public NSViewController {
 public:
     /// There is the one style.
     void setTabStyle(NSTabViewControllerTabStyle) {}
-
     const std::vector<std::shared_ptr<NSTabViewItem>>& tabViewItems() const { return m_items; }
     /// The first one added is selected.
     void addTabViewItem(std::shared_ptr<NSTabViewItem> item);

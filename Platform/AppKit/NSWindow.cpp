@@ -1,6 +1,5 @@
 #include "AppKit/NSWindow.h"
 
-#include "AppKit/NSAnimationContext.h"
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSScreen.h"
 #include "AppKit/NSViewController.h"
@@ -9,9 +8,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace {
+
+NSAnimationContext* theGroup = nullptr;
 
 /// The screen that holds the point, else the main one. Null without any screen.
 std::shared_ptr<NSScreen> screenAt(const NSPoint& point) {
@@ -30,6 +30,19 @@ std::unique_ptr<Animation> animate(std::function<void(double)> apply) {
 }
 
 } // namespace
+
+NSAnimationContext& NSAnimationContext::currentContext() {
+    static NSAnimationContext outside;
+    return theGroup ? *theGroup : outside;
+}
+
+void NSAnimationContext::runAnimationGroup(
+    const std::function<void(NSAnimationContext&)>& changes) {
+    NSAnimationContext context;
+    NSAnimationContext* const outer = std::exchange(theGroup, &context);
+    changes(context);
+    theGroup = outer;
+}
 
 NSWindow::NSWindow(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType, bool)
     : m_styleMask(styleMask), m_frame(contentRect), m_native(NativeWindow::make(*this)) {

@@ -2,6 +2,33 @@
 
 #include "AppKit/NSGraphics.h"
 #include "AppKit/NSView.h"
+#include "QuartzCore/QuartzCore.h"
+
+/// How the changes that are made through an animator run.
+class NSAnimationContext : public NSObject {
+public:
+    /// The group's that is being run; outside of any, one that nobody has changed.
+    static NSAnimationContext& currentContext();
+
+    /// Calls `changes` with a context of its own. Returns before the animations have run.
+    static void runAnimationGroup(const std::function<void(NSAnimationContext&)>& changes);
+
+    /// Seconds.
+    double duration() const { return m_duration; }
+    void setDuration(double duration) { m_duration = duration; }
+
+    /// Null for an even pace.
+    const std::shared_ptr<CAMediaTimingFunction>& timingFunction() const {
+        return m_timingFunction;
+    }
+    void setTimingFunction(std::shared_ptr<CAMediaTimingFunction> function) {
+        m_timingFunction = std::move(function);
+    }
+
+private:
+    double m_duration = 0.25;
+    std::shared_ptr<CAMediaTimingFunction> m_timingFunction;
+};
 
 class Animation;
 class NSViewController;
@@ -46,8 +73,7 @@ public:
              bool defer);
     ~NSWindow() override;
 
-    /// As large as the controller prefers, with all that a title bar can have, and the controller's
-    /// title, which it follows.
+    /// As large as the controller prefers, with its title and all that a title bar can have.
     static std::shared_ptr<NSWindow>
     windowWithContentViewController(std::shared_ptr<NSViewController> controller);
     const std::shared_ptr<NSViewController>& contentViewController() const {
@@ -57,7 +83,6 @@ public:
     NSUInteger styleMask() const { return m_styleMask; }
     /// Which buttons a title bar has; to be set before the window is first shown.
     void setStyleMask(NSUInteger styleMask) { m_styleMask = styleMask; }
-
     virtual bool canBecomeKeyWindow() const { return false; }
     virtual bool canBecomeMainWindow() const { return false; }
 
@@ -88,9 +113,8 @@ public:
     double alphaValue() const { return m_alphaValue; }
     void setAlphaValue(double alpha);
 
-    /// The window's properties as they can be set with an animation, which runs as the current
-    /// animation context has it. One that is set again, here or on the window, ends what ran
-    /// before.
+    /// Sets properties with an animation, as the current animation context has it. A property that
+    /// is set again, here or on the window, ends what ran before.
     class Animator {
     public:
         void setFrameOrigin(const NSPoint& origin);
@@ -102,7 +126,6 @@ public:
         NSWindow& m_window;
     };
     Animator animator() { return Animator(*this); }
-
     bool ignoresMouseEvents() const { return m_ignoresMouseEvents; }
     void setIgnoresMouseEvents(bool ignores);
 
@@ -124,8 +147,7 @@ public:
     void orderOut(const id& sender);
     void close() { orderOut(nullptr); }
 
-    /// Whether the window leaves the screen while another program is the active one. Only those
-    /// that show what a view controller makes do.
+    /// Of a window with a controller alone: it leaves while another program is the active one.
     bool hidesOnDeactivate() const { return m_hidesOnDeactivate; }
     void setHidesOnDeactivate(bool hides) { m_hidesOnDeactivate = hides; }
 
@@ -174,8 +196,7 @@ private:
     std::shared_ptr<NativeWindow> m_native; ///< The last, which reads the others.
 };
 
-/// A window beside those that a user works in. It takes neither the keyboard nor the application's
-/// attention.
+/// A window beside those that a user works in, which does not take the keyboard.
 class NSPanel : public NSWindow {
 public:
     NSPanel(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType backing, bool defer)
@@ -193,7 +214,6 @@ public:
 class NSWindowController : public NSObject {
 public:
     explicit NSWindowController(std::shared_ptr<NSWindow> window) : m_window(std::move(window)) {}
-
     const std::shared_ptr<NSWindow>& window() const { return m_window; }
     void showWindow(const id& sender) { m_window->makeKeyAndOrderFront(sender); }
 

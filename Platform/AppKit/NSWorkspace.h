@@ -18,8 +18,7 @@ public:
     /// Hands the address to the desktop's browser. False where there is none.
     bool openURL(const NSURL& url);
 
-    /// True while the desktop asks for higher contrast, by its settings portal or by its theme,
-    /// which reduced transparency is part of. The desktop is asked at first use.
+    /// True while the desktop asks for higher contrast. It is asked at first use.
     bool accessibilityDisplayShouldReduceTransparency() const;
 
 private:

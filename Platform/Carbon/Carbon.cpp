@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 
 using WindowServer::KeyChord;
 using WindowServer::Session;

@@ -53,8 +53,7 @@ OSStatus GetEventParameter(EventRef event, EventParamName name, EventParamType d
 
 enum { kVK_ANSI_N = 0x2D };
 
-/// The modifiers of a hot key. On other keyboards the command key is called Super, the option key
-/// Alt.
+/// The modifiers of a hot key. Elsewhere the command key is called Super, the option key Alt.
 enum {
     cmdKey = 1 << 8,
     optionKey = 1 << 11,
@@ -81,10 +80,8 @@ struct EventHotKeyID {
 
 /// Takes a key from all other programs for as long as this one runs, and sends the target an event
 /// of the kind kEventHotKeyPressed each time it is pressed while just these modifiers are held. The
-/// lock keys are no matter. A key that is kept down is pressed once.
-///
-/// The key is taken by its place: its code is that of the place on an ANSI keyboard. An older
-/// instance of the program that is about to quit hands the key over as it goes.
+/// lock keys are no matter. A key that is kept down is pressed once. Its code is that of its place
+/// on an ANSI keyboard. An older instance that is about to quit hands the key over as it goes.
 ///
 /// eventHotKeyExistsErr where another program has the key, or this one has a hot key already;
 /// eventHotKeyInvalidErr for a key that is not known here.

@@ -11,6 +11,5 @@ std::string infoOf(const std::string& key);
 /// tree or in someone's home, is the folder that the executable is in.
 std::string bundlePathOf(const std::string& executable, const std::string& name);
 
-/// The main bundle is found by this executable instead of the running one, until it is given none.
-/// For tests of what a program does in other places.
+/// For tests: the main bundle is found by this executable, until it is given none.
 void installMainExecutable(std::optional<std::string> path);

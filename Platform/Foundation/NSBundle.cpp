@@ -7,7 +7,6 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 std::optional<std::string> installedExecutable;

@@ -14,8 +14,7 @@ public:
     /// Empty in an executable without a property list.
     std::optional<std::string> bundleIdentifier() const;
 
-    /// "/Applications/" and the bundle's name where the program is installed for everyone; else the
-    /// folder that the executable is in.
+    /// "/Applications/" and its name where it is installed for everyone; else its folder.
     std::string bundlePath() const;
 
     /// Empty where the property list has no text under the key.

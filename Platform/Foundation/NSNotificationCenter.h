@@ -2,13 +2,10 @@
 
 #include "Foundation/NSObject.h"
 
-#include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
-/// Where a notification's block runs. The program has the main thread alone, so a block of the main
-/// queue runs at once, within the post.
+/// Where a notification's block runs: the main thread, there is no other, within the post.
 class NSOperationQueue : public NSObject {
 public:
     static NSOperationQueue& mainQueue() {
@@ -27,7 +24,6 @@ class NSNotification {
 public:
     NSNotification(NSNotificationName name, id object)
         : m_name(std::move(name)), m_object(std::move(object)) {}
-
     const NSNotificationName& name() const { return m_name; }
     const id& object() const { return m_object; }
 
@@ -43,13 +39,11 @@ public:
 
     static NSNotificationCenter& defaultCenter();
 
-    /// Runs `block` at every post of `name`, from `object` alone unless it is nil. The observer
-    /// lives as long as the centre, whether or not the token is kept.
+    /// Runs `block` at every post of `name`, from `object` alone unless it is nil, for good.
     id addObserverForName(const NSNotificationName& name, const id& object, NSOperationQueue& queue,
                           Block block);
 
-    /// Returns when every block has run, in the order in which they were added. A block that is
-    /// added meanwhile waits for the next post.
+    /// Runs every block, in the order of adding; one that is added meanwhile waits for the next.
     void postNotificationName(const NSNotificationName& name, const id& object);
 
 private:

@@ -19,10 +19,8 @@ using NSUInteger = unsigned long;
 /// Any object, retained; null for nil.
 using id = std::shared_ptr<void>;
 
-/// A message that can be sent to an object whose class is not known: a pointer to a method that
-/// takes nothing, or the sender. An object that lacks the method ignores it, and so it does where
-/// the sender is of another class than the method takes. Where it is empty, every object ignores
-/// it.
+/// A message to an object whose class is not known: a method that takes nothing, or the sender. An
+/// object that lacks the method, or whose method takes another class of sender, ignores it.
 class SEL {
 public:
     SEL() = default;
@@ -41,7 +39,6 @@ public:
               auto* const known = dynamic_cast<Sender*>(&sender);
               if (object && known) (object->*method)(*known);
           }) {}
-
     explicit operator bool() const { return m_send != nullptr; }
 
     void send(NSObject& target, NSObject& sender) const {

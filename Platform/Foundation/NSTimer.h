@@ -2,11 +2,7 @@
 
 #include "Foundation/NSObject.h"
 
-#include <functional>
-#include <memory>
-
-/// A block that runs once after a time, or again and again. The event loop retains the timer while
-/// it is valid.
+/// A block that runs once after a time, or again and again. It lives while it is valid.
 class NSTimer : public NSObject, public std::enable_shared_from_this<NSTimer> {
 public:
     using Block = std::function<void(const std::shared_ptr<NSTimer>&)>;

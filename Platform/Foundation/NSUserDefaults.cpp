@@ -2,13 +2,11 @@
 
 #include "Foundation/NSBundle+Private.h"
 #include "Foundation/TextFile+Private.h"
-#include "Foundation/TextSection+Private.h"
 
 #include <QStandardPaths>
 
 #include <algorithm>
 #include <charconv>
-#include <string_view>
 
 namespace {
 

@@ -4,13 +4,11 @@
 #include "Foundation/NSObject.h"
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 class NSNumber : public NSObject {
 public:
     explicit NSNumber(uint32_t value) : m_value(value) {}
-
     uint32_t unsignedIntValue() const { return m_value; }
 
 private:

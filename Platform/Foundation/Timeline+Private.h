@@ -3,8 +3,7 @@
 #include <functional>
 #include <memory>
 
-/// Where timers and animations take their time from: the clock of the event loop, or another one
-/// that is put in its place.
+/// Where timers and animations take their time from: the event loop, or a test's own clock.
 class Timeline {
 public:
     virtual ~Timeline() = default;

@@ -2,9 +2,6 @@
 
 #include "QuartzCore/QuartzCore.h"
 
-#include <functional>
-#include <memory>
-
 /// One change that takes its time. It stops where it is when it is dropped.
 class Animation {
 public:

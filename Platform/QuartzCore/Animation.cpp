@@ -2,8 +2,6 @@
 
 #include "Foundation/Timeline+Private.h"
 
-#include <utility>
-
 namespace {
 constexpr double frameSeconds = 1.0 / 60;
 }

@@ -3,7 +3,6 @@
 #include "CoreGraphics/CGColor.h"
 #include "Foundation/NSObject.h"
 
-#include <memory>
 #include <string>
 
 class CALayer;

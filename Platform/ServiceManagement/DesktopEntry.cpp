@@ -1,4 +1,4 @@
-#include "ServiceManagement/DesktopEntry+Private.h"
+#include "ServiceManagement/LoginEntry+Private.h"
 
 #include <QStandardPaths>
 #include <QString>
@@ -68,13 +68,6 @@ std::optional<std::string> firstWord(std::string_view line) {
     return quote ? std::nullopt : std::optional(word);
 }
 
-/// Byte by byte: a path need not be in UTF-8.
-std::string replaced(std::string text, std::string_view from, std::string_view to) {
-    for (auto at = text.find(from); at != text.npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-    return text;
-}
-
 bool isExecutable(const std::optional<std::string>& program) {
     return program && !QStandardPaths::findExecutable(QString::fromStdString(*program)).isEmpty();
 }
@@ -120,8 +113,9 @@ void DesktopEntry::enable(const std::string& program, const std::string& name,
 }
 
 std::string commandLineOf(const std::string& program) {
+    auto bytes = QByteArray::fromStdString(program); // A path need not be in UTF-8.
     std::string word;
-    for (const char character : replaced(program, "%", "%%")) {
+    for (const char character : bytes.replace("%", "%%")) {
         if (std::string_view("\"`$\\").find(character) != std::string_view::npos) word += '\\';
         word += character;
     }
@@ -132,5 +126,5 @@ std::string commandLineOf(const std::string& program) {
 std::optional<std::string> programOf(std::string_view commandLine) {
     const auto word = firstWord(unescaped(commandLine));
     if (!word) return std::nullopt;
-    return replaced(*word, "%%", "%");
+    return QByteArray::fromStdString(*word).replace("%%", "%").toStdString();
 }

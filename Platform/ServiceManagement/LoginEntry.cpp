@@ -1,14 +1,14 @@
-#include "ServiceManagement/LoginEntry+Private.h"
-
+#include "Foundation/NSBundle+Private.h"
 #include "Foundation/TextFile+Private.h"
-#include "ServiceManagement/DesktopEntry+Private.h"
+#include "ServiceManagement/LoginEntry+Private.h"
+#include "ServiceManagement/ServiceManagement.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 #include <algorithm>
-#include <functional>
 
 namespace {
 
@@ -58,6 +58,14 @@ std::shared_ptr<NSError> remove(const QString& path) {
     return errorOf(path, file.errorString());
 }
 
+std::shared_ptr<SMAppService> installedService;
+
+LoginEntry::Application application() {
+    return {.identifier = infoOf("CFBundleIdentifier"),
+            .name = infoOf("CFBundleName"),
+            .program = QCoreApplication::applicationFilePath().toStdString()};
+}
+
 } // namespace
 
 LoginEntry::LoginEntry(Application application) : m_application(std::move(application)) {}
@@ -83,4 +91,13 @@ bool LoginEntry::unregisterAndReturnError(std::shared_ptr<NSError>& error) {
     const bool isOfSystem = std::any_of(places.begin() + 1, places.end(), isFile);
     error = isOfSystem ? change(places, &DesktopEntry::hide) : remove(places.front());
     return !error;
+}
+
+SMAppService& SMAppService::mainAppService() {
+    static LoginEntry service(application());
+    return installedService ? *installedService : service;
+}
+
+void installMainAppService(std::shared_ptr<SMAppService> service) {
+    installedService = std::move(service);
 }

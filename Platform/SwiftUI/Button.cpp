@@ -6,8 +6,6 @@
 #include <QAbstractButton>
 #include <QShortcut>
 
-#include <algorithm>
-
 namespace {
 
 /// The chrome of a button, with the widgets of its label in it.
@@ -71,7 +69,6 @@ public:
     int margin() const { return isPlain() ? 4 + focusRingMargin : focusRingMargin; }
     /// Without a content shape a plain button is pressed only on what its label shows.
     void setHasContentShape(bool has) { m_hasContentShape = has; }
-
     QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
     bool isOneElement() const override { return true; }
 

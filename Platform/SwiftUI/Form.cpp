@@ -3,8 +3,6 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "SwiftUI/Qt/ViewNode.h"
 
-#include <limits>
-
 namespace {
 
 constexpr double inset = 10; ///< Of what stands within a section.

@@ -2,8 +2,6 @@
 
 #include <QMarginsF>
 
-#include <algorithm>
-
 namespace {
 
 double shareBefore(Alignment alignment) { return alignment == Alignment::leading ? 0 : 0.5; }

@@ -7,9 +7,7 @@
 #include <QShowEvent>
 #include <QTimer>
 
-#include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace {
 

@@ -3,8 +3,7 @@
 #include "AppKit/NSViewController.h"
 #include "SwiftUI/View.h"
 
-/// Shows a view tree. It draws the tree anew after an observed object has announced a change, and
-/// the keyboard's focus and what is scrolled stay where they are.
+/// Shows a view tree, anew after each change that an observed object has announced.
 class NSHostingController : public NSViewController {
 public:
     explicit NSHostingController(View rootView) : m_rootView(std::move(rootView)) {}

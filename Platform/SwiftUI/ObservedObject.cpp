@@ -7,7 +7,6 @@ ObservationScope* current = nullptr;
 }
 
 ObservationScope::ObservationScope() : m_outer(std::exchange(current, this)) {}
-
 ObservationScope::~ObservationScope() { current = m_outer; }
 
 void ObservationScope::noteRead(const std::shared_ptr<ObservableObject>& object) {

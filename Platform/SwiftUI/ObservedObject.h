@@ -9,7 +9,6 @@ template <class Value> class Binding {
 public:
     Binding(std::function<Value()> get, std::function<void(Value)> set)
         : m_get(std::move(get)), m_set(std::move(set)) {}
-
     Value wrappedValue() const { return m_get(); }
     void setWrappedValue(Value value) const { m_set(std::move(value)); }
 
@@ -36,8 +35,7 @@ private:
     std::vector<std::shared_ptr<ObservableObject>> m_objects;
 };
 
-/// An observable object that a view is drawn from. Whatever shows the view draws it anew when the
-/// object announces a change.
+/// An object that a view is drawn from, and drawn anew from when it announces a change.
 template <class Object> class ObservedObject {
 public:
     ObservedObject(std::shared_ptr<Object> object) : m_object(std::move(object)) {}

@@ -8,9 +8,6 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
-#include <algorithm>
-#include <utility>
-
 namespace {
 
 /// A narrow bar that says how far the content is scrolled, and can be dragged.
@@ -105,7 +102,6 @@ public:
     }
 
     void setTint(const QColor& tint) { m_indicator.setTint(tint); }
-
     QAccessible::Role accessibleRole() const override { return QAccessible::Pane; }
 
 protected:

@@ -2,9 +2,6 @@
 #include "SwiftUI/Qt/ViewNode.h"
 #include "SwiftUI/Views.h"
 
-#include <QPainter>
-
-#include <algorithm>
 #include <cmath>
 
 namespace {

@@ -2,8 +2,6 @@
 
 #include "SwiftUI/Qt/ViewNode.h"
 
-#include <algorithm>
-#include <limits>
 #include <numeric>
 
 namespace {
@@ -14,7 +12,6 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 class SpacerNode : public ViewNode {
 public:
     explicit SpacerNode(double minLength) : m_minLength(minLength) {}
-
     bool isSpacer() const override { return true; }
 
     QSizeF measure(const Element&, const Proposal& proposal) const override {
@@ -136,7 +133,6 @@ private:
 class GroupNode : public StackNode {
 public:
     explicit GroupNode(const std::vector<View>& views) : StackNode(true, true, {}, views) {}
-
     bool isGroup() const override { return true; }
 };
 
@@ -149,12 +145,9 @@ VStack::VStack(const Options& options, std::initializer_list<View> children)
 HStack::HStack(const Options& options, std::initializer_list<View> children)
     : View(makeView<StackNode>(false, options.alignment == VerticalAlignment::center,
                                options.spacing, children)) {}
-
 Spacer::Spacer() : Spacer({.minLength = defaultSpacing}) {}
 Spacer::Spacer(const Options& options) : View(makeView<SpacerNode>(options.minLength)) {}
-
 ForEach::ForEach(const std::vector<View>& views) : View(group(views)) {}
-
 View group(const std::vector<View>& views) { return makeView<GroupNode>(views); }
 
 std::vector<View> flattened(const std::vector<View>& views) {

@@ -69,7 +69,7 @@ using ShapeStyle = std::variant<Color, HierarchicalShapeStyle>;
 /// The desktop's font in a size of this platform, in points.
 class Font {
 public:
-    enum class Weight { regular, medium, semibold, bold };
+    enum class Weight { regular = 400, medium = 500, semibold = 600, bold = 700 };
     enum class Design { rounded }; ///< Without effect: a desktop has one family of letters.
 
     struct System {
@@ -100,7 +100,6 @@ public:
 
     /// The desktop's digits are all of one width as they are.
     constexpr Font monospacedDigit() const { return *this; }
-
     double size() const { return m_size; }
     Weight weight() const { return m_weight; }
 

@@ -5,7 +5,6 @@
 #include <QFontMetricsF>
 #include <QLabel>
 
-#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -27,7 +26,6 @@ QSizeF measureText(const QFont& font, const QString& text, const Proposal& propo
 class TextNode : public ViewNode {
 public:
     explicit TextNode(std::string text) : m_text(std::move(text)) {}
-
     std::string accessibleText() const override { return m_text; }
 
     void realise(Element& element, const Surroundings& surroundings) const override {

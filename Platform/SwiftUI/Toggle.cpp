@@ -4,8 +4,6 @@
 
 #include <QCheckBox>
 
-#include <algorithm>
-
 namespace {
 
 constexpr QSizeF switchSize(36, 20);
@@ -80,7 +78,6 @@ class ToggleNode : public ViewNode {
 public:
     ToggleNode(std::string title, Binding<bool> isOn)
         : m_title(std::move(title)), m_isOn(std::move(isOn)) {}
-
     std::string accessibleText() const override { return m_title; }
 
     void realise(Element& element, const Surroundings& surroundings) const override {

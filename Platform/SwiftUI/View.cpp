@@ -6,7 +6,6 @@ namespace {
 class BodyNode : public ViewNode {
 public:
     explicit BodyNode(std::function<View()> body) : m_body(std::move(body)) {}
-
     std::string accessibleText() const override { return m_body().node().accessibleText(); }
 
     void realise(Element& element, const Surroundings& surroundings) const override {
@@ -41,7 +40,6 @@ public:
                              surroundings.environment.accessibilityLabel = label;
                          }),
           m_label(label) {}
-
     std::string accessibleText() const override { return m_label; }
 
 private:
@@ -61,7 +59,6 @@ public:
 class AccessibleNode : public ViewNode {
 public:
     explicit AccessibleNode(const View& content) : ViewNode({content}) {}
-
     std::string accessibleText() const override { return {}; }
 
     void realise(Element& element, const Surroundings& surroundings) const override {
@@ -88,7 +85,6 @@ View surrounded(const View& view, SurroundingsChange change) {
 }
 
 View::View(std::function<View()> body) : View(std::make_shared<BodyNode>(std::move(body))) {}
-
 View View::font(const Font& font) const { return inherited(*this, &Environment::font, font); }
 
 View View::tracking(double tracking) const {

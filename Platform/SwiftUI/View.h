@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 class Shape;
@@ -18,9 +17,7 @@ public:
     template <class T>
     requires requires(const T& view) { view.body(); }
     View(T view) : View(std::function<View()>([view = std::move(view)] { return view.body(); })) {}
-
     explicit View(std::shared_ptr<const ViewNode> node) : m_node(std::move(node)) {}
-
     const ViewNode& node() const { return *m_node; }
 
     View font(const Font& font) const;

@@ -14,8 +14,7 @@ struct Text : View {
     static Text verbatim(const std::string& text) { return Text(text); }
 };
 
-/// A symbol as large as the text around it. One that the platform lacks takes its room and shows
-/// nothing.
+/// A symbol as large as the text around it. One that the platform lacks is an empty place.
 struct Image : View {
     struct Options {
         std::string systemName;

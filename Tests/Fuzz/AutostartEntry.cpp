@@ -2,8 +2,8 @@
 // that program; hidden, it does not.
 #include "Target.h"
 
-#include "Foundation/TextSection+Private.h"
-#include "ServiceManagement/DesktopEntry+Private.h"
+#include "Foundation/TextFile+Private.h"
+#include "ServiceManagement/LoginEntry+Private.h"
 
 #include <string>
 

@@ -3,7 +3,7 @@
 #include "Target.h"
 
 #include "Foundation/NSUserDefaults.h"
-#include "Foundation/TextSection+Private.h"
+#include "Foundation/TextFile+Private.h"
 
 #include <filesystem>
 #include <fstream>

@@ -2,7 +2,6 @@
 // does is with the fuzz targets.
 #include "TextFile.h"
 
-#include "ServiceManagement/DesktopEntry+Private.h"
 #include "ServiceManagement/LoginEntry+Private.h"
 
 #include <gmock/gmock.h>

@@ -7,36 +7,11 @@ namespace {
 /// Enough to read small print by on any window.
 constexpr double secondaryOpacity = 0.66;
 
-QColor thinned(QColor color, double opacity) {
-    color.setAlphaF(static_cast<float>(color.alphaF() * opacity));
-    return color;
-}
-
 QColor named(Color::Name name, const Environment& environment) {
     const bool dark = isDark(environment.palette);
-    switch (name) {
-    case Color::Name::red:
-        return dark ? QColor(255, 105, 97) : QColor(200, 20, 30);
-    case Color::Name::pink:
-        return dark ? QColor(255, 75, 115) : QColor(235, 40, 85);
-    case Color::Name::secondary:
-        return faintText(environment.palette, secondaryOpacity);
-    }
-    return {};
-}
-
-QFont::Weight weightOf(Font::Weight weight) {
-    switch (weight) {
-    case Font::Weight::regular:
-        return QFont::Normal;
-    case Font::Weight::medium:
-        return QFont::Medium;
-    case Font::Weight::semibold:
-        return QFont::DemiBold;
-    case Font::Weight::bold:
-        return QFont::Bold;
-    }
-    return QFont::Normal;
+    if (name == Color::Name::secondary) return faintText(environment.palette, secondaryOpacity);
+    if (name == Color::Name::red) return dark ? QColor(255, 105, 97) : QColor(200, 20, 30);
+    return dark ? QColor(255, 75, 115) : QColor(235, 40, 85);
 }
 
 } // namespace
@@ -44,7 +19,7 @@ QFont::Weight weightOf(Font::Weight weight) {
 QFont fontOf(const Environment& environment) {
     QFont font = environment.systemFont;
     font.setPixelSize(qRound(environment.font.size()));
-    font.setWeight(weightOf(environment.font.weight()));
+    font.setWeight(static_cast<QFont::Weight>(environment.font.weight()));
     if (environment.tracking != 0)
         font.setLetterSpacing(QFont::AbsoluteSpacing, environment.tracking);
     return font;

@@ -5,7 +5,6 @@
 #include <QFont>
 #include <QPalette>
 
-#include <optional>
 #include <string>
 
 /// What a view takes over from those around it.

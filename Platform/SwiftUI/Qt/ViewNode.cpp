@@ -1,7 +1,5 @@
 #include "SwiftUI/Qt/ViewNode.h"
 
-#include <algorithm>
-
 Element::Element(const View& view, const Surroundings& surroundings) : m_view(view) {
     m_view.node().realise(*this, surroundings);
 }
@@ -16,7 +14,6 @@ QSizeF Element::sizeThatFits(const Proposal& proposal) const {
 }
 
 void Element::place(const QRectF& rect) const { m_view.node().place(*this, rect); }
-
 bool Element::isSpacer() const { return m_view.node().isSpacer(); }
 
 void Element::hold(QWidget& widget, const Environment& environment) {

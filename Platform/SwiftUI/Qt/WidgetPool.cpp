@@ -1,7 +1,5 @@
 #include "SwiftUI/Qt/WidgetPool.h"
 
-#include <utility>
-
 void WidgetPool::begin() { m_before = std::exchange(m_now, {}); }
 
 void WidgetPool::end() {

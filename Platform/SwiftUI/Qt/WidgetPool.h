@@ -23,8 +23,7 @@ public:
     }
 
     void begin();
-    /// Drops what was not taken, and puts the others in the order of the tree: from back to front,
-    /// and for the Tab key.
+    /// Drops what was not taken, and puts the others in the tree's order, for the Tab key too.
     void end();
 
 private:

@@ -4,7 +4,6 @@
 #include "Foundation/NSBundle+Private.h"
 
 #include <QApplication>
-#include <QPalette>
 #include <QToolTip>
 
 namespace {

@@ -5,10 +5,13 @@ bool isDark(const QPalette& palette) {
            palette.color(QPalette::WindowText).lightness();
 }
 
-QColor faintText(const QPalette& palette, double opacity) {
-    QColor color = palette.color(QPalette::WindowText);
+QColor thinned(QColor color, double opacity) {
     color.setAlphaF(static_cast<float>(color.alphaF() * opacity));
     return color;
+}
+
+QColor faintText(const QPalette& palette, double opacity) {
+    return thinned(palette.color(QPalette::WindowText), opacity);
 }
 
 void drawPushButton(QPainter& painter, const QRectF& body, const QPalette& palette,

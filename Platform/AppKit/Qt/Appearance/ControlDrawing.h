@@ -7,7 +7,9 @@
 class QStyle;
 
 bool isDark(const QPalette& palette);
-/// The text's colour, thinned: 0 is invisible.
+/// Seen through by so much more: 0 is invisible.
+QColor thinned(QColor color, double opacity);
+/// The text's colour, thinned.
 QColor faintText(const QPalette& palette, double opacity);
 
 struct PushButton {

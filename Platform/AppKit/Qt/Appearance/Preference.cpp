@@ -7,7 +7,6 @@
 #include <QDBusPendingReply>
 
 #include <algorithm>
-#include <utility>
 
 using WindowServer::Session;
 

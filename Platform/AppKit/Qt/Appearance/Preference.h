@@ -7,9 +7,8 @@
 #include <functional>
 #include <optional>
 
-/// Something that the user wants of all programs, or not: as the desktop's settings portal tells
-/// it, and where that knows of no wish, as the name of the desktop's theme does. Nothing here waits
-/// for an answer. Lives as long as the process.
+/// What the user wishes of all programs, or not, by the desktop's settings portal or else by the
+/// name of its theme. Waits for no answer. Lives as long as the process.
 class Preference : public QObject {
     Q_OBJECT
 

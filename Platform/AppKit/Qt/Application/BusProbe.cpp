@@ -5,7 +5,6 @@
 #include <future>
 #include <memory>
 #include <thread>
-#include <utility>
 
 #include <dbus/dbus.h>
 #include <unistd.h>

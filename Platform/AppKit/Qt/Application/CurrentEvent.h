@@ -2,8 +2,6 @@
 
 #include "AppKit/NSEvent.h"
 
-#include <optional>
-
 /// Makes an event the application's current one while it lives.
 class CurrentEvent {
 public:

@@ -15,8 +15,6 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <string>
-#include <utility>
 
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -109,7 +107,7 @@ NSApplication::NSApplication() {
             NSApplicationDidChangeScreenParametersNotification, nullptr);
     };
     session.windows().onCompositingChanged = [] {
-        PanelWindow::compositingChanged();
+        renewPanels();
         ContentWindow::compositingChanged();
     };
     session.surfaces().onCovered =

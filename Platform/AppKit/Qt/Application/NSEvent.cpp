@@ -6,8 +6,6 @@
 
 #include <QCursor>
 
-#include <utility>
-
 namespace {
 std::optional<NSPoint> theMouseLocation; ///< Of the event that is being handled.
 }

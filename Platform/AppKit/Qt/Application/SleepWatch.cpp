@@ -9,7 +9,6 @@
 
 #include <cstdlib>
 #include <optional>
-#include <utility>
 
 namespace {
 const QString service = "org.freedesktop.login1";

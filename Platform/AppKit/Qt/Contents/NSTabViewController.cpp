@@ -123,7 +123,6 @@ public:
     }
 
     ~TabContent() override { m_controller.selectionChanged = nullptr; }
-
     int toolbarHeight() const override { return m_toolbar->sizeHint().height() + hairline; }
 
 private:

@@ -5,9 +5,8 @@
 #include <QLabel>
 #include <QWidget>
 
-/// What a view controller shows: a widget for the inside of a window, which makes itself as large
-/// as its size hint says unless the window is told another size. It hears by its show event that it
-/// comes on the screen.
+/// What a view controller shows: a widget for the inside of a window, as large as its size hint
+/// says unless the window is told another size.
 class ViewContent : public QWidget {
 public:
     using QWidget::QWidget;
@@ -26,7 +25,6 @@ protected:
 template <class Content, class Given> class ContentController : public NSViewController {
 public:
     explicit ContentController(Given given) : m_given(given) {}
-
     std::unique_ptr<ViewContent> loadView() override { return std::make_unique<Content>(m_given); }
 
 private:

@@ -4,8 +4,6 @@
 
 #include <QGuiApplication>
 
-#include <utility>
-
 namespace {
 
 // Contrasts of 5.9 to 1 and 7.6 to 1 with the windows' own light and dark.
@@ -75,7 +73,5 @@ QRectF rectFrom(const NSRect& rect) {
 
 NSGraphicsContext::NSGraphicsContext(QPainter& painter)
     : m_painter(painter), m_outer(std::exchange(theContext, this)) {}
-
 NSGraphicsContext::~NSGraphicsContext() { theContext = m_outer; }
-
 NSGraphicsContext* NSGraphicsContext::currentContext() { return theContext; }

@@ -10,8 +10,7 @@ QColor colorFrom(const CGColor& color);
 /// In the same coordinates.
 QRectF rectFrom(const NSRect& rect);
 
-/// Where `NSColor`, `NSBezierPath` and `NSImage` draw. Contexts stack: the newest one is current
-/// while it lives.
+/// Where `NSColor`, `NSBezierPath` and `NSImage` draw: the newest one that lives.
 class NSGraphicsContext {
 public:
     /// The painter's coordinates are the view's.

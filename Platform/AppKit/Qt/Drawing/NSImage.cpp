@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
-#include <QPainter>
 #include <QStandardPaths>
 #include <QSvgRenderer>
 
@@ -46,7 +45,7 @@ std::shared_ptr<NSImage> NSImage::symbol(const std::string& name, double pointSi
     // A symbol is wider than the letters beside it, and stands in a square.
     constexpr double sidePerPoint = 1.6;
     const double side = pointSize * sidePerPoint;
-    const auto image = imageWithSize({side, side}, false, [name](const NSRect& rect) {
+    const auto image = imageWithSize({side, side}, true, [name](const NSRect& rect) {
         drawSymbolInk(NSGraphicsContext::currentContext()->painter(), name, rectFrom(rect));
         return true;
     });

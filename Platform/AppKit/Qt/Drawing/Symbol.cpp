@@ -34,8 +34,6 @@ void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rec
                    SymbolWeight weight) {
     QSvgRenderer renderer(drawingOf(name, weight));
     painter.save();
-    painter.translate(0, 2 * rect.center().y());
-    painter.scale(1, -1);
     for (const char* part : {"ink", "gap", "slash"}) {
         if (!renderer.elementExists(part)) continue;
         painter.setCompositionMode(QLatin1String(part) == QLatin1String("gap")
@@ -68,11 +66,7 @@ void drawOnOwnPixels(QPainter& target, const QRectF& rect,
 void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
                       const QColor& color, SymbolWeight weight) {
     drawOnOwnPixels(painter, rect, [&](QPainter& layer) {
-        layer.save();
-        layer.translate(0, 2 * rect.center().y());
-        layer.scale(1, -1);
         drawSymbolInk(layer, name, rect, weight);
-        layer.restore();
         layer.setCompositionMode(QPainter::CompositionMode_SourceIn);
         layer.resetTransform();
         layer.fillRect(layer.window(), color);

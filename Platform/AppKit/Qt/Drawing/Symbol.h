@@ -12,7 +12,7 @@ QString symbolFile(const std::string& name);
 /// How wide a symbol's strokes are.
 enum class SymbolWeight { semibold, bold };
 
-/// Draws the ink alone, black, and clears the gap. The painter's y axis points up.
+/// Draws the ink alone, black, and clears the gap. The y axis points down, here and below.
 void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect,
                    SymbolWeight weight = SymbolWeight::semibold);
 
@@ -21,16 +21,14 @@ void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rec
 void drawOnOwnPixels(QPainter& target, const QRectF& rect,
                      const std::function<bool(QPainter&)>& draw);
 
-/// Draws the ink in one colour, on its own pixels. The painter's y axis points down.
+/// Draws the ink in one colour, on its own pixels.
 void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
                       const QColor& color, SymbolWeight weight = SymbolWeight::semibold);
 
-/// The symbol as a square picture of so many pixels each way, as trays show it; a template in the
-/// colour, others black.
+/// The symbol as trays show it, so many pixels each way; a template in the ink, others black.
 QImage pictureOf(const NSImage& image, int side, const QColor& ink);
 
-/// By which the desktop's own icons have the symbol and colour it themselves, where the program is
-/// installed; else empty.
+/// The symbol's name among the desktop's icons. Empty where the program is not installed.
 QString themeNameOf(const NSImage& image);
 
 /// A symbol drawn anew for each size in the colour of the painter's pen.

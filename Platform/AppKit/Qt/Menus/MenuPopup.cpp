@@ -5,11 +5,9 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QScreen>
-#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -60,7 +58,7 @@ void open(const std::shared_ptr<NSMenu>& menu, const CornerFor& cornerFor) {
     native->exec(cornerFor(native->sizeHint()));
     theOpen = before;
     native.reset();
-    if (!isAnyMenuOpen()) PanelWindow::menuClosed();
+    if (!isAnyMenuOpen()) tellPanelsOfClosedMenu();
 
     if (const auto delegate = menu->delegate()) delegate->menuDidClose(*menu);
     const auto target = chosen ? chosen->target() : nullptr;

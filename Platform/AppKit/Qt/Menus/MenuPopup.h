@@ -22,7 +22,6 @@ bool close(const NSMenu& menu);
 
 bool isAnyMenuOpen();
 
-/// The menu as the toolkit shows it. Calls back at each choice, by the mouse, the keyboard or an
-/// item's own keys.
+/// The menu as the toolkit shows it. Calls back at each choice.
 using Chosen = std::function<void(const std::shared_ptr<NSMenuItem>&)>;
 std::unique_ptr<QMenu> nativeMenu(const NSMenu& menu, Chosen chosen);

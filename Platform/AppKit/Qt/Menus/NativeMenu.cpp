@@ -8,9 +8,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QPainter>
 #include <QScreen>
-#include <QStyleOptionMenuItem>
 
 #include <algorithm>
 #include <cmath>

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 using WindowServer::PixelRect;
 using WindowServer::Snapshot;

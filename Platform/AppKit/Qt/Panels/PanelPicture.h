@@ -12,8 +12,7 @@
 /// takes for the screen's may be another number.
 inline double scaleOf(const QPainter& painter) { return painter.deviceTransform().m11(); }
 
-/// The view as it draws itself on a clear ground. The size is in points, the scale in pixels a
-/// point.
+/// The view as it draws itself on a clear ground. The scale is in pixels a point.
 QImage pictureOf(NSView& view, const NSSize& size, double scale);
 
 /// The rectangles that hold all of the picture that is not clear, and nothing else.
@@ -22,11 +21,9 @@ std::vector<WindowServer::PixelRect> inkOf(const QImage& picture);
 /// What the shadow takes on each side of what throws it, in points.
 inline constexpr int softShadowMargin = 12;
 
-/// The picture with the margin around it, and the shadow there that all of the program's windows
-/// throw where a compositor blends it. The scale is in pixels a point.
+/// The picture with the margin around it, and there the shadow that a compositor blends.
 QImage withShadow(const QImage& picture, double scale);
 
-/// An estimate of what lies behind the ink, from the surroundings that are not hidden. Empty where
-/// these are not known.
+/// An estimate of what lies behind the ink, from what is known of the surroundings. Empty for none.
 QImage estimateBehind(const QImage& picture, const WindowServer::Snapshot& surroundings,
                       const QRegion& hidden);

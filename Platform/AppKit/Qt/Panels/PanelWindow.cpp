@@ -3,6 +3,7 @@
 #include "AppKit/Qt/Application/CurrentEvent.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"
 #include "AppKit/Qt/Panels/PanelPicture.h"
+#include "AppKit/Qt/Windows/Accessible.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 #include "WindowServer/Session.h"
 
@@ -10,11 +11,11 @@
 #include <QCursor>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QToolTip>
 #include <QWindow>
 
 #include <cmath>
-#include <utility>
 
 using WindowServer::Session;
 using WindowServer::ToolkitWindow;
@@ -36,312 +37,344 @@ std::string outputAt(const NSRect& frame) {
     return {};
 }
 
+/// A panel on the screen. The toolkit brings it input, tool tip and assistive technology; its
+/// picture is what the content view draws. Under a compositor it is translucent, with a soft shadow
+/// in a margin of its own. Without one it is opaque and has the shape of what is drawn, and where
+/// the drawing is translucent it lies over an estimate of what is behind. It comes on the screen
+/// once: as it leaves, and as a compositor comes or goes, the window gets another one.
+class PanelWindow : public QWidget,
+                    public NativeWindow,
+                    public Accessible,
+                    public std::enable_shared_from_this<PanelWindow> {
+public:
+    explicit PanelWindow(NSWindow& window)
+        : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint |
+                               Qt::WindowDoesNotAcceptFocus),
+          m_window(&window) {
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        setAttribute(Qt::WA_AlwaysShowToolTips);
+        m_look.setSingleShot(true);
+        m_look.setInterval(lookAfterMilliseconds);
+        connect(&m_look, &QTimer::timeout, this, [this] { lookBehind(); });
+    }
+
+    /// Its owner has dropped it.
+    static void drop(PanelWindow* panel) {
+        if (panel->m_isShown) panel->leave();
+        panel->deleteLater();
+    }
+
+    template <class Work> static void forAllShown(Work work) {
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (auto* panel = dynamic_cast<PanelWindow*>(widget); panel && panel->m_isShown)
+                work(*panel);
+    }
+
+    /// A press that is under way is waited for.
+    void checkForm() {
+        if (m_isShown && !m_pressed &&
+            m_translucent != Session::current().windows().areComposited())
+            comeAnew();
+    }
+
+    /// The release of a press went to the menu, and the pointer may have left meanwhile.
+    void menuClosed() {
+        m_pressed = false;
+        m_look.start(); // The menu may have hidden what lies behind.
+        tellTrackers();
+        checkForm();
+    }
+
+    NSInteger number() const override { return m_isShown ? static_cast<NSInteger>(winId()) : 0; }
+    void setTitle(const std::string&) override { describeViews(); }
+
+    /// Past the toolkit, which takes another program's move for the user's, and then drops its own
+    /// move to the place where it believes the window to be.
+    void setFrame(const NSRect&) override {
+        if (!m_isShown) return;
+        if (!m_held->place(frameOf(place()))) setGeometry(place());
+        if (!m_look.isActive()) m_look.start();
+    }
+
+    void setLevel(NSInteger level) override {
+        if (m_isShown) m_held->setLevel(static_cast<int>(level));
+    }
+
+    void setIgnoresMouseEvents(bool) override { displayViews(); }
+
+    void setAlpha(double alpha) override {
+        const double before = std::exchange(m_alpha, alpha);
+        if (before == 1) lookBehind(); // Now it is seen through the panel.
+        update();
+    }
+
+    void displayViews() override {
+        if (!m_isShown) return;
+        m_picture = {};
+        m_look.start();
+        update();
+    }
+
+    void describeViews() override {
+        if (!m_isShown) return;
+        setWindowTitle(QString::fromStdString(m_window->title()));
+        if (!view()) return;
+        // A tool tip that is on the screen changes with it.
+        const bool shown = m_hovered && QToolTip::isVisible() && QToolTip::text() == toolTip();
+        setToolTip(QString::fromStdString(view()->toolTip()));
+        if (shown) QToolTip::showText(QCursor::pos(), toolTip(), this);
+        setAccessibleName(QString::fromStdString(view()->accessibilityLabel()));
+    }
+
+    void orderFront() override {
+        if (m_isShown) return;
+        m_isShown = true;
+        m_translucent = Session::current().windows().areComposited();
+        m_margin = m_translucent && m_window->hasShadow() ? softShadowMargin : 0;
+        m_alpha = m_window->alphaValue();
+        setAttribute(m_translucent ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
+        create();
+        m_held = Session::current().windows().hold(winId());
+        windowHandle()->installEventFilter(this);
+        describeViews();
+        setGeometry(place());
+        setFrame(m_window->frame());
+        m_held->setName(m_window->identifier() + ':' + outputAt(m_window->frame()));
+        m_held->onGone = [this] { comeAnew(); };
+        if (m_margin > 0)
+            m_held->setShadowMargin(static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
+        setLevel(m_window->level());
+        draw(devicePixelRatioF());
+        lookBehind();
+        show();
+        m_look.start();
+    }
+
+    void orderOut() override {
+        if (!m_isShown) return;
+        const auto self = shared_from_this();
+        NSWindow& window = *m_window;
+        leave();
+        renew(window);
+    }
+
+    QAccessible::Role accessibleRole() const override {
+        const bool isButton = view() && view()->accessibilityRole() == NSAccessibilityButtonRole;
+        return isButton ? QAccessible::Button : QAccessible::Client;
+    }
+
+    Actions accessibleActions() override {
+        if (accessibleRole() != QAccessible::Button) return {};
+        return {{QAccessibleActionInterface::pressAction(), [this] { press(); }}};
+    }
+
+    /// Notes where the mouse is, before the toolkit rounds it to points.
+    bool eventFilter(QObject* window, QEvent* event) override {
+        if (const auto* mouse = dynamic_cast<const QMouseEvent*>(event))
+            m_mouse = mouse->globalPosition();
+        return QWidget::eventFilter(window, event);
+    }
+
+protected:
+    /// Nobody else puts it away: a message that asks for that may come from any program.
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+
+    void paintEvent(QPaintEvent*) override {
+        if (!m_isShown) return;
+        QPainter painter(this);
+        const double scale = scaleOf(painter);
+        const QSize size(static_cast<int>(std::lround(m_window->frame().size.width * scale)),
+                         static_cast<int>(std::lround(m_window->frame().size.height * scale)));
+        if (m_picture.size() != size) draw(scale);
+        if (m_translucent) {
+            painter.setCompositionMode(QPainter::CompositionMode_Source);
+            painter.fillRect(rect(), Qt::transparent);
+            painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        } else if (!m_behind.isNull()) {
+            m_behind.setDevicePixelRatio(scale);
+            painter.drawImage(0, 0, m_behind);
+        } else {
+            painter.fillRect(rect(), Qt::black);
+        }
+        painter.setOpacity(m_alpha);
+        painter.drawImage(0, 0, m_shadowed);
+    }
+
+    void mousePressEvent(QMouseEvent* event) override {
+        if (event->button() == Qt::LeftButton) {
+            m_pressed = true;
+            send(&NSView::mouseDown, NSEventTypeLeftMouseDown, *event);
+        } else if (event->button() == Qt::RightButton && !m_pressed) {
+            // During a drag its menu would take the release, and the drag would never end.
+            send(&NSView::rightMouseDown, NSEventTypeRightMouseDown, *event);
+        }
+    }
+
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (m_pressed) send(&NSView::mouseDragged, NSEventTypeLeftMouseDragged, *event);
+    }
+
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        if (event->button() != Qt::LeftButton || !std::exchange(m_pressed, false)) return;
+        send(&NSView::mouseUp, NSEventTypeLeftMouseUp, *event);
+        checkForm();
+    }
+
+    void enterEvent(QEnterEvent*) override { hover(true); }
+    void leaveEvent(QEvent*) override { hover(false); }
+
+private:
+    using Handler = void (NSView::*)(const NSEvent&);
+
+    /// Null off the screen.
+    NSView* view() const { return m_isShown ? m_window->contentView().get() : nullptr; }
+
+    void press() {
+        if (!m_isShown) return;
+        const auto self = shared_from_this();
+        const NSPoint middle = {CGRectGetMidX(m_window->frame()), CGRectGetMidY(m_window->frame())};
+        const auto at = [&](Handler handler, NSEventType type) {
+            if (view()) deliver(handler, *view(), eventOf(type, {}), middle);
+        };
+        at(&NSView::mouseDown, NSEventTypeLeftMouseDown);
+        at(&NSView::mouseUp, NSEventTypeLeftMouseUp);
+    }
+
+    /// The new one hears for itself whether the pointer is there.
+    void comeAnew() {
+        const auto self = shared_from_this();
+        m_hovered = false;
+        tellTrackers();
+        if (!m_isShown) return;
+        NSWindow& window = *m_window;
+        leave();
+        renew(window).orderFront();
+    }
+
+    void leave() {
+        m_held.reset();
+        m_window = nullptr;
+        m_isShown = false;
+        m_look.stop();
+        hide();
+        // The toolkit would go on with a drag in a window that is only hidden. So it is destroyed
+        // at once, but not in the middle of an event of its own.
+        if (m_delivering == 0) destroy();
+    }
+
+    /// With the shadow. The toolkit knows whole points alone.
+    QRect place() const { return rectOf(CGRectInset(m_window->frame(), -m_margin, -m_margin)); }
+
+    void draw(double scale) {
+        m_picture = {};
+        if (view()) m_picture = pictureOf(*view(), m_window->frame().size, scale);
+        m_shadowed = m_margin > 0 ? withShadow(m_picture, scale) : m_picture;
+        m_shadowed.setDevicePixelRatio(scale);
+        setShapes(scale);
+    }
+
+    /// What the drawing leaves clear neither hides anything nor takes input.
+    void setShapes(double scale) {
+        const int margin = static_cast<int>(std::lround(m_margin * scale));
+        auto ink = inkOf(m_picture);
+        for (auto& run : ink) {
+            run.x += margin;
+            run.y += margin;
+        }
+        if (!m_translucent) m_held->setShape(ToolkitWindow::Region::Bounding, ink);
+        if (m_window->ignoresMouseEvents()) ink.clear();
+        m_held->setShape(ToolkitWindow::Region::Input, ink);
+    }
+
+    /// Looks once: what changes later behind a panel that rests does not show through.
+    void lookBehind() {
+        if (m_translucent || !m_isShown) return;
+        if (m_picture.isNull()) draw(devicePixelRatioF());
+        constexpr int rim = 2;
+        const QImage behind = estimateBehind(m_picture, m_held->grabAround(rim), hiddenByOurs());
+        if (behind.isNull()) return;
+        m_behind = behind;
+        update();
+    }
+
+    /// What other windows of the program hide of the surroundings, in pixels.
+    QRegion hiddenByOurs() const {
+        QRegion hidden;
+        for (const QWidget* each : QApplication::topLevelWidgets()) {
+            const bool isAbove = each->windowType() == Qt::Popup ||
+                                 each->windowType() == Qt::ToolTip ||
+                                 each->windowFlags() & Qt::BypassWindowManagerHint;
+            if (each == this || !each->isVisible() || !isAbove) continue;
+            const QRectF place = each->geometry().translated(-pos());
+            const double scale = devicePixelRatioF();
+            hidden += QRectF(place.topLeft() * scale, place.size() * scale).toAlignedRect();
+        }
+        return hidden;
+    }
+
+    void send(Handler handler, NSEventType type, const QMouseEvent& event) {
+        if (!view()) return;
+        const NSEvent translated = eventOf(type, event.modifiers());
+        const bool first = QGuiApplication::applicationState() != Qt::ApplicationActive;
+        if (first && !view()->acceptsFirstMouse(translated)) return;
+        deliver(handler, *view(), translated, pointFrom(m_mouse));
+    }
+
+    /// The view is not told while a menu is open: the pointer is the menu's then.
+    void hover(bool hovered) {
+        m_hovered = hovered;
+        if (!isAnyMenuOpen()) tellTrackers();
+    }
+
+    void tellTrackers() {
+        if (!view()) return;
+        if (std::exchange(m_toldHovered, m_hovered) == m_hovered) return;
+        const Handler handler = m_hovered ? &NSView::mouseEntered : &NSView::mouseExited;
+        const auto type = m_hovered ? NSEventTypeMouseEntered : NSEventTypeMouseExited;
+        const NSEvent event = eventOf(type, QGuiApplication::queryKeyboardModifiers());
+        for (const auto& area : std::vector(view()->trackingAreas()))
+            if (area->options() & NSTrackingMouseEnteredAndExited)
+                deliver(handler, *area->owner(), event, {});
+    }
+
+    /// The handler may end the window, and open a menu that runs the event loop meanwhile.
+    void deliver(Handler handler, NSView& view, const NSEvent& event,
+                 std::optional<NSPoint> location) {
+        const auto self = shared_from_this();
+        const auto content = m_window->contentView();
+        const CurrentEvent current(event, location);
+        ++m_delivering;
+        (view.*handler)(event);
+        --m_delivering;
+    }
+
+    NSWindow* m_window;                                  ///< Null once it has left.
+    std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While it is shown.
+    bool m_isShown = false;
+    bool m_translucent = false;
+    int m_margin = 0;  ///< For the shadow, in points.
+    QImage m_picture;  ///< Empty while it is to be drawn anew.
+    QImage m_shadowed; ///< The same with its shadow, where it has one.
+    QImage m_behind;   ///< Empty where nothing is known.
+    QTimer m_look;
+    double m_alpha = 1;
+    QPointF m_mouse;
+    bool m_pressed = false; ///< By the left button.
+    bool m_hovered = false;
+    bool m_toldHovered = false; ///< What the view knows of it.
+    int m_delivering = 0;       ///< So many events are being handled, one within the other.
+};
+
 } // namespace
 
-std::shared_ptr<PanelWindow> PanelWindow::make(NSWindow& window) {
-    return {new PanelWindow(window), [](PanelWindow* panel) {
-                if (panel->m_isShown) panel->leave();
-                panel->deleteLater();
-            }};
+std::shared_ptr<NativeWindow> makePanelWindow(NSWindow& window) {
+    return {new PanelWindow(window), &PanelWindow::drop};
 }
 
-PanelWindow::PanelWindow(NSWindow& window)
-    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint |
-                           Qt::WindowDoesNotAcceptFocus),
-      m_window(&window) {
-    setAttribute(Qt::WA_ShowWithoutActivating);
-    setAttribute(Qt::WA_AlwaysShowToolTips);
-    m_look.setSingleShot(true);
-    m_look.setInterval(lookAfterMilliseconds);
-    connect(&m_look, &QTimer::timeout, this, [this] { lookBehind(); });
+void renewPanels() {
+    PanelWindow::forAllShown([](PanelWindow& panel) { panel.checkForm(); });
 }
 
-template <class Work> void PanelWindow::forAllShown(Work work) {
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        if (auto* panel = dynamic_cast<PanelWindow*>(widget); panel && panel->m_isShown)
-            work(*panel);
-}
-
-void PanelWindow::compositingChanged() {
-    forAllShown([](PanelWindow& panel) { panel.checkForm(); });
-}
-
-/// The release of a press went to the menu, and the pointer may have left meanwhile.
-void PanelWindow::menuClosed() {
-    forAllShown([](PanelWindow& panel) {
-        panel.m_pressed = false;
-        panel.m_look.start(); // The menu may have hidden what lies behind.
-        panel.tellTrackers();
-        panel.checkForm();
-    });
-}
-
-void PanelWindow::orderFront() {
-    if (m_isShown) return;
-    m_isShown = true;
-    m_translucent = Session::current().windows().areComposited();
-    m_margin = m_translucent && m_window->hasShadow() ? softShadowMargin : 0;
-    m_alpha = m_window->alphaValue();
-    setAttribute(m_translucent ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
-    create();
-    m_held = Session::current().windows().hold(winId());
-    windowHandle()->installEventFilter(this);
-    describeViews();
-    setGeometry(place());
-    setFrame(m_window->frame());
-    m_held->setName(m_window->identifier() + ':' + outputAt(m_window->frame()));
-    m_held->onGone = [this] { comeAnew(); };
-    if (m_margin > 0)
-        m_held->setShadowMargin(static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
-    setLevel(m_window->level());
-    draw(devicePixelRatioF());
-    lookBehind();
-    show();
-    m_look.start();
-}
-
-void PanelWindow::orderOut() {
-    if (!m_isShown) return;
-    const auto self = shared_from_this();
-    NSWindow& window = *m_window;
-    leave();
-    renew(window);
-}
-
-void PanelWindow::leave() {
-    m_held.reset();
-    m_window = nullptr;
-    m_isShown = false;
-    m_look.stop();
-    hide();
-    // The toolkit would go on with a drag in a window that is only hidden. So it is destroyed at
-    // once, but not in the middle of an event of its own.
-    if (m_delivering == 0) destroy();
-}
-
-/// A press that is under way is waited for.
-void PanelWindow::checkForm() {
-    if (m_isShown && !m_pressed && m_translucent != Session::current().windows().areComposited())
-        comeAnew();
-}
-
-/// The new one hears for itself whether the pointer is there.
-void PanelWindow::comeAnew() {
-    const auto self = shared_from_this();
-    m_hovered = false;
-    tellTrackers();
-    if (!m_isShown) return;
-    NSWindow& window = *m_window;
-    leave();
-    renew(window).orderFront();
-}
-
-NSInteger PanelWindow::number() const { return m_isShown ? static_cast<NSInteger>(winId()) : 0; }
-
-/// With the shadow. The toolkit knows whole points alone.
-QRect PanelWindow::place() const {
-    return rectOf(CGRectInset(m_window->frame(), -m_margin, -m_margin));
-}
-
-/// Past the toolkit, which takes another program's move for the user's, and then drops its own move
-/// to the place where it believes the window to be.
-void PanelWindow::setFrame(const NSRect&) {
-    if (!m_isShown) return;
-    if (!m_held->place(frameOf(place()))) setGeometry(place());
-    if (!m_look.isActive()) m_look.start();
-}
-
-void PanelWindow::setLevel(NSInteger level) {
-    if (m_isShown) m_held->setLevel(static_cast<int>(level));
-}
-
-void PanelWindow::setAlpha(double alpha) {
-    const double before = std::exchange(m_alpha, alpha);
-    if (before == 1) lookBehind(); // Now it is seen through the panel.
-    update();
-}
-
-void PanelWindow::setIgnoresMouseEvents(bool) { displayViews(); }
-
-void PanelWindow::displayViews() {
-    if (!m_isShown) return;
-    m_picture = {};
-    m_look.start();
-    update();
-}
-
-void PanelWindow::setTitle(const std::string&) { describeViews(); }
-
-void PanelWindow::describeViews() {
-    if (!m_isShown) return;
-    setWindowTitle(QString::fromStdString(m_window->title()));
-    if (!view()) return;
-    // A tool tip that is on the screen changes with it.
-    const bool shown = m_hovered && QToolTip::isVisible() && QToolTip::text() == toolTip();
-    setToolTip(QString::fromStdString(view()->toolTip()));
-    if (shown) QToolTip::showText(QCursor::pos(), toolTip(), this);
-    setAccessibleName(QString::fromStdString(view()->accessibilityLabel()));
-}
-
-NSView* PanelWindow::view() const { return m_isShown ? m_window->contentView().get() : nullptr; }
-
-// --- Looks
-
-void PanelWindow::draw(double scale) {
-    m_picture = {};
-    if (view()) m_picture = pictureOf(*view(), m_window->frame().size, scale);
-    m_shadowed = m_margin > 0 ? withShadow(m_picture, scale) : m_picture;
-    m_shadowed.setDevicePixelRatio(scale);
-    setShapes(scale);
-}
-
-/// What the drawing leaves clear neither hides anything nor takes input.
-void PanelWindow::setShapes(double scale) {
-    const int margin = static_cast<int>(std::lround(m_margin * scale));
-    auto ink = inkOf(m_picture);
-    for (auto& run : ink) {
-        run.x += margin;
-        run.y += margin;
-    }
-    if (!m_translucent) m_held->setShape(ToolkitWindow::Region::Bounding, ink);
-    if (m_window->ignoresMouseEvents()) ink.clear();
-    m_held->setShape(ToolkitWindow::Region::Input, ink);
-}
-
-/// Looks once: what changes later behind a panel that rests does not show through.
-void PanelWindow::lookBehind() {
-    if (m_translucent || !m_isShown) return;
-    if (m_picture.isNull()) draw(devicePixelRatioF());
-    constexpr int rim = 2;
-    const QImage behind = estimateBehind(m_picture, m_held->grabAround(rim), hiddenByOurs());
-    if (behind.isNull()) return;
-    m_behind = behind;
-    update();
-}
-
-/// What other windows of the program hide of the surroundings, in pixels.
-QRegion PanelWindow::hiddenByOurs() const {
-    QRegion hidden;
-    for (const QWidget* each : QApplication::topLevelWidgets()) {
-        const bool isAbove = each->windowType() == Qt::Popup || each->windowType() == Qt::ToolTip ||
-                             each->windowFlags() & Qt::BypassWindowManagerHint;
-        if (each == this || !each->isVisible() || !isAbove) continue;
-        const QRectF place = each->geometry().translated(-pos());
-        const double scale = devicePixelRatioF();
-        hidden += QRectF(place.topLeft() * scale, place.size() * scale).toAlignedRect();
-    }
-    return hidden;
-}
-
-/// Nobody else puts it away: a message that asks for that may come from any program.
-void PanelWindow::closeEvent(QCloseEvent* event) { event->ignore(); }
-
-void PanelWindow::paintEvent(QPaintEvent*) {
-    if (!m_isShown) return;
-    QPainter painter(this);
-    const double scale = scaleOf(painter);
-    const QSize size(static_cast<int>(std::lround(m_window->frame().size.width * scale)),
-                     static_cast<int>(std::lround(m_window->frame().size.height * scale)));
-    if (m_picture.size() != size) draw(scale);
-    if (m_translucent) {
-        painter.setCompositionMode(QPainter::CompositionMode_Source);
-        painter.fillRect(rect(), Qt::transparent);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    } else if (!m_behind.isNull()) {
-        m_behind.setDevicePixelRatio(scale);
-        painter.drawImage(0, 0, m_behind);
-    } else {
-        painter.fillRect(rect(), Qt::black);
-    }
-    painter.setOpacity(m_alpha);
-    painter.drawImage(0, 0, m_shadowed);
-}
-
-// --- Input
-
-bool PanelWindow::eventFilter(QObject* window, QEvent* event) {
-    if (const auto* mouse = dynamic_cast<const QMouseEvent*>(event))
-        m_mouse = mouse->globalPosition();
-    return QWidget::eventFilter(window, event);
-}
-
-void PanelWindow::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        m_pressed = true;
-        send(&NSView::mouseDown, NSEventTypeLeftMouseDown, *event);
-    } else if (event->button() == Qt::RightButton && !m_pressed) {
-        // During a drag its menu would take the release, and the drag would never end.
-        send(&NSView::rightMouseDown, NSEventTypeRightMouseDown, *event);
-    }
-}
-
-void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
-    if (m_pressed) send(&NSView::mouseDragged, NSEventTypeLeftMouseDragged, *event);
-}
-
-void PanelWindow::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !std::exchange(m_pressed, false)) return;
-    send(&NSView::mouseUp, NSEventTypeLeftMouseUp, *event);
-    checkForm();
-}
-
-void PanelWindow::enterEvent(QEnterEvent*) { hover(true); }
-
-void PanelWindow::leaveEvent(QEvent*) { hover(false); }
-
-/// The view is not told while a menu is open: the pointer is the menu's then.
-void PanelWindow::hover(bool hovered) {
-    m_hovered = hovered;
-    if (!isAnyMenuOpen()) tellTrackers();
-}
-
-QAccessible::Role PanelWindow::accessibleRole() const {
-    const bool isButton = view() && view()->accessibilityRole() == NSAccessibilityButtonRole;
-    return isButton ? QAccessible::Button : QAccessible::Client;
-}
-
-Accessible::Actions PanelWindow::accessibleActions() {
-    if (accessibleRole() != QAccessible::Button) return {};
-    return {{QAccessibleActionInterface::pressAction(), [this] { press(); }}};
-}
-
-void PanelWindow::press() {
-    if (!m_isShown) return;
-    const auto self = shared_from_this();
-    const NSPoint middle = {CGRectGetMidX(m_window->frame()), CGRectGetMidY(m_window->frame())};
-    const auto at = [&](Handler handler, NSEventType type) {
-        if (view()) deliver(handler, *view(), eventOf(type, {}), middle);
-    };
-    at(&NSView::mouseDown, NSEventTypeLeftMouseDown);
-    at(&NSView::mouseUp, NSEventTypeLeftMouseUp);
-}
-
-void PanelWindow::send(Handler handler, NSEventType type, const QMouseEvent& event) {
-    if (!view()) return;
-    const NSEvent translated = eventOf(type, event.modifiers());
-    const bool first = QGuiApplication::applicationState() != Qt::ApplicationActive;
-    if (first && !view()->acceptsFirstMouse(translated)) return;
-    deliver(handler, *view(), translated, pointFrom(m_mouse));
-}
-
-void PanelWindow::tellTrackers() {
-    if (!view()) return;
-    if (std::exchange(m_toldHovered, m_hovered) == m_hovered) return;
-    const Handler handler = m_hovered ? &NSView::mouseEntered : &NSView::mouseExited;
-    const auto type = m_hovered ? NSEventTypeMouseEntered : NSEventTypeMouseExited;
-    const NSEvent event = eventOf(type, QGuiApplication::queryKeyboardModifiers());
-    for (const auto& area : std::vector(view()->trackingAreas()))
-        if (area->options() & NSTrackingMouseEnteredAndExited)
-            deliver(handler, *area->owner(), event, {});
-}
-
-/// The handler may end the window, and open a menu that runs the event loop meanwhile.
-void PanelWindow::deliver(Handler handler, NSView& view, const NSEvent& event,
-                          std::optional<NSPoint> location) {
-    const auto self = shared_from_this();
-    const auto content = m_window->contentView();
-    const CurrentEvent current(event, location);
-    ++m_delivering;
-    (view.*handler)(event);
-    --m_delivering;
+void tellPanelsOfClosedMenu() {
+    PanelWindow::forAllShown([](PanelWindow& panel) { panel.menuClosed(); });
 }

@@ -6,7 +6,6 @@
 
 #include <QCoreApplication>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QPointer>
 #include <QWidget>
 
@@ -62,7 +61,6 @@ public:
     }
 
     QRect place() const override { return {m_corner, size()}; }
-
     QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
     Actions accessibleActions() override {
         return {

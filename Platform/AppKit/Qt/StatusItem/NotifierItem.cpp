@@ -105,7 +105,6 @@ public:
     }
 
     QRect place() const override { return {QCursor::pos(), QSize(1, 1)}; }
-
     QString category() const { return "SystemServices"; }
     QString id() const { return QGuiApplication::desktopFileName(); }
     QString status() const { return "Active"; }

@@ -6,9 +6,6 @@
 #include <QObject>
 #include <QRect>
 
-#include <memory>
-#include <optional>
-
 class NSStatusBarButton;
 
 /// A status bar's button as one kind of tray shows it.
@@ -22,13 +19,11 @@ public:
     virtual QRect place() const = 0;
 };
 
-/// In a tray on the X server: a window that the tray takes in. The pixels that its drawing leaves
-/// free show the tray's own ground.
+/// In a tray on the X server: a window that the tray takes in, and that shows its ground.
 std::unique_ptr<TrayItem> dockedIcon(NSStatusBarButton& button);
 
-/// In a tray on the session bus, by the StatusNotifierItem protocol. It names no menu that the tray
-/// could draw, so that a click with the right button comes here and opens the program's own, above
-/// the covers.
+/// In a tray on the session bus, by the StatusNotifierItem protocol. It names no menu, so that a
+/// right click comes here and opens the program's own, above the covers.
 std::unique_ptr<TrayItem> notifierItem(NSStatusBarButton& button);
 
 /// In a tray that draws it itself and tells of its presses.
@@ -43,12 +38,10 @@ inline const QString notifierWatcherPath = "/StatusNotifierWatcher";
 void click(QObject& item, NSStatusBarButton& button, NSEventType type,
            Qt::KeyboardModifiers modifiers);
 
-/// A status bar's button in the desktop's tray, from the time there is a tray.
-///
-/// A tray on the X server comes first: there the clicks, the menu and the element that assistive
-/// technology finds are the program's own. Many a tray on the session bus draws menus itself, under
-/// the cover, or opens one at a click that should toggle. Those of Plasma and LXQt leave that to
-/// the program, and their trays on the X server are but go-betweens to them.
+/// A status bar's button in the desktop's tray. One on the X server comes first: there clicks, menu
+/// and accessible element are the program's own, where many a tray on the bus draws menus itself,
+/// under the cover, or opens one at a click that should toggle. Those of Plasma and LXQt do not,
+/// and their trays on the X server only hand on to them.
 class TrayIcon : public QObject {
     Q_OBJECT
 

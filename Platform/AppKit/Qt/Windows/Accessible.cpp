@@ -12,7 +12,6 @@ public:
     AccessibleElement(QWidget& widget, Accessible& told)
         : QAccessibleWidget(&widget), m_told(told),
           m_button(qobject_cast<QAbstractButton*>(&widget)) {}
-
     QAccessible::Role role() const override { return m_told.accessibleRole(); }
 
     QAccessible::State state() const override {

@@ -3,7 +3,6 @@
 #include <QAccessible>
 
 #include <functional>
-#include <utility>
 #include <vector>
 
 /// What a widget tells assistive technology of itself, beside what the toolkit knows. A button can
@@ -15,8 +14,7 @@ public:
     virtual ~Accessible() = default;
 
     virtual QAccessible::Role accessibleRole() const = 0;
-    /// By their names. One runs when the call that asks for it has been answered: what it opens may
-    /// stay for long.
+    /// By their names. They run once the call is answered: what they open may stay for long.
     virtual Actions accessibleActions() { return {}; }
     /// One element, whatever stands within: its name tells that.
     virtual bool isOneElement() const { return false; }

@@ -4,7 +4,6 @@
 #include "AppKit/NSViewController.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
-#include "AppKit/Qt/Windows/FloatingWindow.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -12,8 +11,6 @@
 #include <QWindow>
 
 #include <algorithm>
-#include <utility>
-#include <vector>
 
 using WindowServer::Session;
 
@@ -110,8 +107,7 @@ void ContentWindow::setFrame(const NSRect& frame) {
 }
 
 void ContentWindow::setLevel(NSInteger) {
-    const bool isFloating = dynamic_cast<FloatingWindow*>(this);
-    if (!m_content && isFloating != FloatingWindow::suits(m_window)) renew(m_window);
+    if (!m_content && isFloating() != floats(m_window)) renew(m_window);
 }
 
 void ContentWindow::makeKey() {
@@ -158,7 +154,7 @@ void ContentWindow::place(const QRect& content) {
 }
 
 bool ContentWindow::isManaged() const {
-    return !FloatingWindow::suits(m_window) && Session::current().windows().hasManager();
+    return !floats(m_window) && Session::current().windows().hasManager();
 }
 
 NSRect ContentWindow::frameAround(const NSRect& content) const {

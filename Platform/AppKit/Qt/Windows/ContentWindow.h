@@ -20,13 +20,16 @@ public:
 
     /// A compositor has come or gone: every window takes on the form that suits.
     static void compositingChanged();
-    /// The program has become the active one: windows that left because it was not come back, and
-    /// the frontmost takes the keyboard.
+    /// Windows that left for another program come back, and the frontmost takes the keyboard.
     static void activate();
 
-    /// The program ends: every window leaves and gives the keyboard back, and what it shows goes
-    /// while the toolkit still stands.
+    /// The program ends: all leave, and what they show goes while the toolkit still stands.
     static void leaveForGood();
+
+    /// From level 1000 on window managers have no say.
+    static bool floats(const NSWindow& window) {
+        return window.level() >= NSScreenSaverWindowLevel;
+    }
 
     /// No other window with a frame takes input while this one is on the screen.
     void setModal(bool modal) { m_modal = modal; }
@@ -48,6 +51,7 @@ public:
     }
 
 protected:
+    virtual bool isFloating() const { return false; }
     virtual void dress(); ///< Before it first comes on the screen.
     virtual void checkForm() {}
 
@@ -85,3 +89,6 @@ private:
     QPoint m_pointer;          ///< Where it was when that was last looked into.
     bool m_away = false;       ///< Not on the screen because the program is not the active one.
 };
+
+/// A window with a frame of its own, above all others.
+std::shared_ptr<NativeWindow> makeFloatingWindow(NSWindow& window);

@@ -1,12 +1,11 @@
-#include "AppKit/Qt/Windows/FloatingWindow.h"
-
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Panels/PanelPicture.h"
-#include "AppKit/Qt/Windows/TitleBar.h"
+#include "AppKit/Qt/Windows/ContentWindow.h"
 
+#include <QAbstractButton>
 #include <QBoxLayout>
 #include <QGuiApplication>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QPixmapCache>
 #include <QScreen>
 #include <QWindow>
@@ -22,6 +21,65 @@ namespace {
 // In points.
 constexpr double corner = 10;
 constexpr int leastOnScreen = 60; ///< Of a window that is dragged off a screen.
+constexpr int buttonSize = 18;
+constexpr int buttonInset = 8; ///< From the bar's right end.
+constexpr double crossReach = 3.5;
+
+/// A cross in a disc, which shows while the pointer or the keyboard is on it.
+class CloseButton : public QAbstractButton {
+public:
+    explicit CloseButton(QWidget* parent) : QAbstractButton(parent) {
+        setAccessibleName("Close");
+        setFocusPolicy(Qt::TabFocus);
+        setAttribute(Qt::WA_Hover);
+        setFixedSize(buttonSize, buttonSize);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), 2) : Qt::NoPen);
+        painter.setBrush(faintText(palette(), isDown()                     ? 0.25
+                                              : underMouse() || hasFocus() ? 0.15
+                                                                           : 0.08));
+        painter.drawEllipse(QRectF(rect()).adjusted(1, 1, -1, -1));
+        painter.setPen(QPen(faintText(palette(), 0.75), 1.4, Qt::SolidLine, Qt::RoundCap));
+        painter.translate(QRectF(rect()).center());
+        painter.drawLine(QPointF(-crossReach, -crossReach), QPointF(crossReach, crossReach));
+        painter.drawLine(QPointF(-crossReach, crossReach), QPointF(crossReach, -crossReach));
+    }
+};
+
+/// The bar on top: the window's title, and a button to close it.
+class TitleBar : public QWidget {
+public:
+    static constexpr int height = 30; ///< In points.
+
+    TitleBar(QWidget& window, bool closable) : QWidget(&window) {
+        setFixedHeight(height);
+        connect(&window, &QWidget::windowTitleChanged, this, [this] { update(); });
+        if (!closable) return;
+        auto* layout = new QHBoxLayout(this);
+        layout->setContentsMargins(0, 0, buttonInset, 0);
+        auto* close = new CloseButton(this);
+        layout->addWidget(close, 0, Qt::AlignRight | Qt::AlignVCenter);
+        connect(close, &QAbstractButton::clicked, &window, &QWidget::close);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        QFont bold = font();
+        bold.setWeight(QFont::DemiBold);
+        painter.setFont(bold);
+        const int aside = buttonSize + 2 * buttonInset;
+        const QRect room = rect().adjusted(aside, 0, -aside, 0);
+        painter.drawText(room, Qt::AlignCenter,
+                         painter.fontMetrics().elidedText(window()->windowTitle(), Qt::ElideRight,
+                                                          room.width()));
+    }
+};
 
 bool isComposited() { return Session::current().windows().areComposited(); }
 
@@ -53,114 +111,129 @@ QPixmap cachedGround(double scale, const QColor& fill, const QColor& line) {
     return ground;
 }
 
+/// A window that stands above all others and that no window manager knows of. It has a frame of its
+/// own, and under a compositor a shadow, and is dragged by its title bar or an empty place.
+class FloatingWindow : public ContentWindow {
+public:
+    using ContentWindow::ContentWindow;
+
+    bool isFloating() const override { return true; }
+
+    void orderFront() override {
+        ContentWindow::orderFront();
+        windowHandle()->installEventFilter(this);
+        held()->setName(hasTitleBar() ? "window" : "alert");
+        if (m_translucent)
+            held()->setShadowMargin(static_cast<int>(std::lround(shadow() * devicePixelRatioF())));
+        held()->setLevel(static_cast<int>(window().level()));
+        held()->onGone = [this] {
+            orderOut();
+            destroy();
+            orderFront();
+            takeKeyboard();
+        };
+    }
+
+    void takeKeyboard() override {
+        if (held()) held()->takeKeyboard();
+    }
+
+protected:
+    void dress() override {
+        setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+        connect(qApp, &QGuiApplication::screenRemoved, this, &FloatingWindow::returnToScreen,
+                Qt::QueuedConnection);
+        if (hasTitleBar())
+            static_cast<QBoxLayout*>(layout())->insertWidget(
+                0, new TitleBar(*this, hasStyle(NSWindowStyleMaskClosable)));
+        takeForm();
+    }
+
+    void checkForm() override {
+        if (m_translucent == isComposited()) return;
+        const bool wasShown = isVisible();
+        if (wasShown) orderOut();
+        destroy();
+        takeForm();
+        if (!wasShown) return;
+        orderFront();
+        makeKey();
+    }
+
+    /// A press anywhere in it takes the keyboard, as no window manager sees to that.
+    bool eventFilter(QObject* native, QEvent* event) override {
+        if (event->type() == QEvent::MouseButtonPress) takeKeyboard();
+        return ContentWindow::eventFilter(native, event);
+    }
+
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        const QColor fill = palette().color(QPalette::Window);
+        if (!m_translucent) {
+            // Without a shadow the outline alone sets it off from the windows behind.
+            painter.setPen(faintText(palette(), 0.5));
+            painter.setBrush(fill);
+            painter.drawRect(rect().adjusted(0, 0, -1, -1));
+            return;
+        }
+        const double scale = scaleOf(painter);
+        const QPixmap ground = cachedGround(scale, fill, faintText(palette(), 0.2));
+        painter.scale(1 / scale, 1 / scale);
+        qDrawBorderPixmap(&painter, {{}, size() * scale}, QMargins() + ground.width() / 2, ground);
+    }
+
+    void mousePressEvent(QMouseEvent* event) override {
+        m_grip = event->globalPosition().toPoint() - pos();
+    }
+
+    /// The title bar's middle stays in reach on some screen.
+    void mouseMoveEvent(QMouseEvent* event) override {
+        if (!(event->buttons() & Qt::LeftButton)) return;
+        const QPoint pointer = event->globalPosition().toPoint();
+        const QScreen* const screen = QGuiApplication::screenAt(pointer);
+        if (!screen) return;
+        const QRect room = screen->availableGeometry();
+        const QRect shown = body();
+        const QPoint wanted = pointer - m_grip + shown.topLeft();
+        const int x = std::clamp(wanted.x(), room.left() - shown.width() + leastOnScreen,
+                                 room.right() - leastOnScreen);
+        const int y = std::clamp(wanted.y(), room.top(), room.bottom() - TitleBar::height);
+        move(QPoint(x, y) - shown.topLeft());
+    }
+
+private:
+    /// Without the shadow.
+    QRect body() const { return rect().marginsRemoved(QMargins() + shadow()); }
+    bool hasTitleBar() const {
+        return !window().title().empty() || hasStyle(NSWindowStyleMaskClosable);
+    }
+
+    void takeForm() {
+        m_translucent = isComposited();
+        setAttribute(Qt::WA_TranslucentBackground, m_translucent);
+        setAttribute(Qt::WA_NoSystemBackground, m_translucent);
+        setChrome(hasTitleBar() ? TitleBar::height : 0, m_translucent ? softShadowMargin : 0);
+    }
+
+    /// Moves to the middle of the main screen where its own screen has gone.
+    void returnToScreen() {
+        const QRect shown = body().translated(pos());
+        const auto screens = QGuiApplication::screens();
+        const bool isSeen = std::ranges::any_of(screens, [&](const QScreen* screen) {
+            const QRect seen = screen->geometry() & shown;
+            return seen.width() >= leastOnScreen && seen.height() >= leastOnScreen;
+        });
+        if (isSeen || screens.empty()) return;
+        const QRect room = screens.front()->availableGeometry();
+        move(room.center() - rect().center());
+    }
+
+    bool m_translucent = false;
+    QPoint m_grip; ///< Where the pointer took hold of the window.
+};
+
 } // namespace
 
-bool FloatingWindow::hasTitleBar() const {
-    return !window().title().empty() || hasStyle(NSWindowStyleMaskClosable);
-}
-
-void FloatingWindow::dress() {
-    setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
-    connect(qApp, &QGuiApplication::screenRemoved, this, &FloatingWindow::returnToScreen,
-            Qt::QueuedConnection);
-    if (hasTitleBar())
-        static_cast<QBoxLayout*>(layout())->insertWidget(
-            0, new TitleBar(*this, hasStyle(NSWindowStyleMaskClosable)));
-    takeForm();
-}
-
-void FloatingWindow::takeForm() {
-    m_translucent = isComposited();
-    setAttribute(Qt::WA_TranslucentBackground, m_translucent);
-    setAttribute(Qt::WA_NoSystemBackground, m_translucent);
-    setChrome(hasTitleBar() ? TitleBar::height : 0, m_translucent ? softShadowMargin : 0);
-}
-
-void FloatingWindow::checkForm() {
-    if (m_translucent == isComposited()) return;
-    const bool wasShown = isVisible();
-    if (wasShown) orderOut();
-    destroy();
-    takeForm();
-    if (!wasShown) return;
-    orderFront();
-    makeKey();
-}
-
-QRect FloatingWindow::body() const { return rect().marginsRemoved(QMargins() + shadow()); }
-
-/// Moves to the middle of the main screen where its own screen has gone.
-void FloatingWindow::returnToScreen() {
-    const QRect shown = body().translated(pos());
-    const auto screens = QGuiApplication::screens();
-    const bool isSeen = std::ranges::any_of(screens, [&](const QScreen* screen) {
-        const QRect seen = screen->geometry() & shown;
-        return seen.width() >= leastOnScreen && seen.height() >= leastOnScreen;
-    });
-    if (isSeen || screens.empty()) return;
-    const QRect room = screens.front()->availableGeometry();
-    move(room.center() - rect().center());
-}
-
-void FloatingWindow::orderFront() {
-    ContentWindow::orderFront();
-    windowHandle()->installEventFilter(this);
-    held()->setName(hasTitleBar() ? "window" : "alert");
-    if (m_translucent)
-        held()->setShadowMargin(static_cast<int>(std::lround(shadow() * devicePixelRatioF())));
-    held()->setLevel(static_cast<int>(window().level()));
-    held()->onGone = [this] {
-        orderOut();
-        destroy();
-        orderFront();
-        takeKeyboard();
-    };
-}
-
-void FloatingWindow::takeKeyboard() {
-    if (held()) held()->takeKeyboard();
-}
-
-void FloatingWindow::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    const QColor fill = palette().color(QPalette::Window);
-    QColor line = palette().color(QPalette::WindowText);
-    if (!m_translucent) {
-        // Without a shadow the outline alone sets it off from the windows behind.
-        line.setAlphaF(0.5F);
-        painter.setPen(line);
-        painter.setBrush(fill);
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
-        return;
-    }
-    line.setAlphaF(0.2F);
-    const double scale = scaleOf(painter);
-    const QPixmap ground = cachedGround(scale, fill, line);
-    painter.scale(1 / scale, 1 / scale);
-    qDrawBorderPixmap(&painter, {{}, size() * scale}, QMargins() + ground.width() / 2, ground);
-}
-
-/// A press anywhere in it takes the keyboard, as no window manager sees to that.
-bool FloatingWindow::eventFilter(QObject* native, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress) takeKeyboard();
-    return ContentWindow::eventFilter(native, event);
-}
-
-void FloatingWindow::mousePressEvent(QMouseEvent* event) {
-    m_grip = event->globalPosition().toPoint() - pos();
-}
-
-/// The title bar's middle stays in reach on some screen.
-void FloatingWindow::mouseMoveEvent(QMouseEvent* event) {
-    if (!(event->buttons() & Qt::LeftButton)) return;
-    const QPoint pointer = event->globalPosition().toPoint();
-    const QScreen* const screen = QGuiApplication::screenAt(pointer);
-    if (!screen) return;
-    const QRect room = screen->availableGeometry();
-    const QRect shown = body();
-    const QPoint wanted = pointer - m_grip + shown.topLeft();
-    const int x = std::clamp(wanted.x(), room.left() - shown.width() + leastOnScreen,
-                             room.right() - leastOnScreen);
-    const int y = std::clamp(wanted.y(), room.top(), room.bottom() - TitleBar::height);
-    move(QPoint(x, y) - shown.topLeft());
+std::shared_ptr<NativeWindow> makeFloatingWindow(NSWindow& window) {
+    return std::make_shared<FloatingWindow>(window);
 }

@@ -5,31 +5,28 @@
 #include <QEvent>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace {
 
 ContentWindow* frameOf(const QWindow& window) {
     return dynamic_cast<ContentWindow*>(QWidget::find(window.winId()));
 }
 
-bool isInput(QEvent::Type type) {
-    switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-    case QEvent::Wheel:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::ShortcutOverride:
-    case QEvent::Close:
-        return true;
-    default:
-        return false;
-    }
-}
+constexpr QEvent::Type inputs[] = {
+    QEvent::MouseButtonPress,
+    QEvent::MouseButtonRelease,
+    QEvent::MouseButtonDblClick,
+    QEvent::MouseMove,
+    QEvent::Wheel,
+    QEvent::TouchBegin,
+    QEvent::TouchUpdate,
+    QEvent::TouchEnd,
+    QEvent::KeyPress,
+    QEvent::KeyRelease,
+    QEvent::ShortcutOverride,
+    QEvent::Close,
+};
 
 class ModalInput : public QObject {
 public:
@@ -38,7 +35,7 @@ public:
     bool eventFilter(QObject* object, QEvent* event) override {
         const auto* const modal = QGuiApplication::modalWindow();
         if (!modal || object == modal || !object->isWindowType()) return false;
-        const bool input = isInput(event->type());
+        const bool input = std::ranges::count(inputs, event->type()) > 0;
         const bool wakes =
             event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress;
         if ((!input && !wakes) || !frameOf(static_cast<const QWindow&>(*object))) return false;

@@ -1,7 +1,7 @@
 #include "AppKit/Qt/Windows/NativeWindow.h"
 
 #include "AppKit/Qt/Panels/PanelWindow.h"
-#include "AppKit/Qt/Windows/FloatingWindow.h"
+#include "AppKit/Qt/Windows/ContentWindow.h"
 
 using WindowServer::Look;
 
@@ -44,7 +44,6 @@ class SurfaceWindow : public NativeWindow {
 public:
     explicit SurfaceWindow(const NSWindow& window)
         : m_window(window), m_surface(WindowServer::Session::current().surfaces().makeSurface()) {}
-
     NSInteger number() const override { return m_surface->number(); }
     void setTitle(const std::string& title) override { m_surface->setTitle(title); }
     void setIdentifier(const std::string& identifier) override {
@@ -73,10 +72,10 @@ private:
 
 std::shared_ptr<NativeWindow> NativeWindow::make(NSWindow& window) {
     if (window.contentViewController()) {
-        if (FloatingWindow::suits(window)) return std::make_shared<FloatingWindow>(window);
+        if (ContentWindow::floats(window)) return makeFloatingWindow(window);
         return std::make_shared<ContentWindow>(window);
     }
-    if (window.styleMask() & NSWindowStyleMaskNonactivatingPanel) return PanelWindow::make(window);
+    if (window.styleMask() & NSWindowStyleMaskNonactivatingPanel) return makePanelWindow(window);
     return std::make_shared<SurfaceWindow>(window);
 }
 
