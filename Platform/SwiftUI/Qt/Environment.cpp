@@ -1,4 +1,4 @@
-#include "SwiftUI/Qt/Environment.h"
+#include "SwiftUI/Qt/ViewNode.h"
 
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 

@@ -1,10 +1,75 @@
+// What shows a tree of views: its surroundings, its widgets and its nodes.
 #pragma once
 
-#include "SwiftUI/Qt/Environment.h"
-#include "SwiftUI/Qt/WidgetPool.h"
+#include "SwiftUI/Styles.h"
 #include "SwiftUI/View.h"
 
+#include <QFont>
 #include <QPainterPath>
+#include <QPalette>
+#include <QPointer>
+#include <QWidget>
+
+#include <algorithm>
+#include <string>
+#include <typeinfo>
+#include <vector>
+
+/// What a view takes over from those around it.
+struct Environment {
+    QPalette palette;
+    QFont systemFont;
+
+    Font font = Font::body;
+    double tracking = 0;
+    QColor primary; ///< What text is drawn in unless a style says otherwise.
+    std::optional<ShapeStyle> foregroundStyle;
+    std::optional<Color> tint;
+
+    ControlSize controlSize = ControlSize::regular;
+    ButtonStyle buttonStyle = ButtonStyle::automatic;
+
+    // For the one element that stands within.
+    std::optional<KeyboardShortcut> keyboardShortcut;
+    std::string accessibilityLabel;
+    std::string accessibilityHint;
+};
+
+QFont fontOf(const Environment& environment);
+QColor foregroundOf(const Environment& environment);
+/// The colour that marks what is on or important; the desktop's where no tint is set.
+QColor tintOf(const Environment& environment);
+QColor colorOf(const Color& color, const Environment& environment);
+
+/// The widgets of a drawn tree. Drawn anew, a tree finds the widgets of the time before again, in
+/// their order, so that whoever has the focus, is pressed or scrolled stays so.
+class WidgetPool {
+public:
+    template <class Widget> Widget& take(QWidget& parent) {
+        const auto again =
+            std::find_if(m_before.begin(), m_before.end(), [&](const QPointer<QWidget>& each) {
+                return each && each->parentWidget() == &parent && typeid(*each) == typeid(Widget);
+            });
+        if (again == m_before.end()) return keep(*new Widget(&parent));
+        auto& widget = static_cast<Widget&>(**again);
+        m_before.erase(again);
+        return keep(widget);
+    }
+
+    void begin();
+    /// Drops what was not taken, and puts the others in the tree's order, for the Tab key too.
+    void end();
+
+private:
+    template <class Widget> Widget& keep(Widget& widget) {
+        m_now.emplace_back(&widget);
+        widget.show();
+        return widget;
+    }
+
+    std::vector<QPointer<QWidget>> m_before;
+    std::vector<QPointer<QWidget>> m_now;
+};
 
 /// The room that an element is offered, in points. An absent length asks for the ideal one, an
 /// infinite one for the largest.

@@ -1,13 +1,16 @@
 #include "AppKit/NSApplication.h"
 #include "AppKit/NSAlert.h"
+#include "AppKit/Qt/Application/CurrentEvent.h"
 #include "AppKit/Qt/Application/Launch.h"
 #include "AppKit/Qt/Panels/PanelWindow.h"
 #include "AppKit/Qt/Windows/ContentWindow.h"
+#include "AppKit/Qt/Windows/Coordinates.h"
 #include "Foundation/NSBundle+Private.h"
 #include "Foundation/NSLog.h"
 #include "WindowServer/Session.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QEventLoop>
 #include <QIcon>
 #include <QWindow>
@@ -24,6 +27,8 @@ using WindowServer::Session;
 NSApplication* NSApp = nullptr;
 
 namespace {
+
+std::optional<NSPoint> theMouseLocation; ///< Of the event that is being handled.
 
 /// The process holds what stands on the screens: no core file and no debugger may take it away.
 void harden() {
@@ -160,4 +165,17 @@ NSInteger NSApplication::runModalForWindow(NSWindow& window) {
 
 void NSApplication::stopModalWithCode(NSInteger code) {
     if (m_stopModal) m_stopModal(code);
+}
+
+CurrentEvent::CurrentEvent(const NSEvent& event, std::optional<NSPoint> mouseLocation)
+    : m_previous(std::exchange(NSApp->m_currentEvent, event)),
+      m_previousLocation(std::exchange(theMouseLocation, mouseLocation)) {}
+
+CurrentEvent::~CurrentEvent() {
+    NSApp->m_currentEvent = m_previous;
+    theMouseLocation = m_previousLocation;
+}
+
+NSPoint NSEvent::mouseLocation() {
+    return theMouseLocation ? *theMouseLocation : pointFrom(QCursor::pos());
 }
