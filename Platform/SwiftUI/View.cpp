@@ -16,11 +16,16 @@ private:
     const std::function<View()> m_body;
 };
 
-/// A view within other surroundings.
+/// A view within other surroundings, which reads as its label if it has one.
 class SurroundedNode : public ViewNode {
 public:
-    SurroundedNode(const View& content, SurroundingsChange change)
-        : ViewNode({content}), m_change(std::move(change)) {}
+    SurroundedNode(const View& content, SurroundingsChange change,
+                   std::optional<std::string> label = std::nullopt)
+        : ViewNode({content}), m_change(std::move(change)), m_label(std::move(label)) {}
+
+    std::string accessibleText() const override {
+        return m_label ? *m_label : ViewNode::accessibleText();
+    }
 
     void realise(Element& element, const Surroundings& surroundings) const override {
         Surroundings changed = surroundings;
@@ -30,20 +35,7 @@ public:
 
 private:
     const SurroundingsChange m_change;
-};
-
-class LabelledNode : public SurroundedNode {
-public:
-    LabelledNode(const View& content, const std::string& label)
-        : SurroundedNode(content,
-                         [label](Surroundings& surroundings) {
-                             surroundings.environment.accessibilityLabel = label;
-                         }),
-          m_label(label) {}
-    std::string accessibleText() const override { return m_label; }
-
-private:
-    const std::string m_label;
+    const std::optional<std::string> m_label;
 };
 
 /// It reads as its accessible name.
@@ -114,7 +106,10 @@ View View::accessibilityElement(const ElementOptions&) const {
 }
 
 View View::accessibilityLabel(const std::string& label) const {
-    return makeView<LabelledNode>(*this, label);
+    const auto change = [label](Surroundings& surroundings) {
+        surroundings.environment.accessibilityLabel = label;
+    };
+    return makeView<SurroundedNode>(*this, change, label);
 }
 
 View View::accessibilityHint(const std::string& hint) const {
