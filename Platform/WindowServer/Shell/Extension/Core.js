@@ -122,8 +122,10 @@ class Front {
         this._pid = pid;
         this._wanted = new Map(); // Levels and kinds, by the X server's numbers.
         this._levels = new Map(); // A group of actors for each.
-        this.actor = new Clutter.Actor({name: 'nimbrel-front', reactive: true});
-        // Comes here only while the overview keeps the mouse from all windows.
+        // Of no size, so that a press on it is one on what it holds. One comes here only while the
+        // overview keeps the mouse from all windows.
+        this.actor =
+            new Clutter.Actor({name: 'nimbrel-front', reactive: true, width: 0, height: 0});
         this.actor.connect('button-press-event', guarded(() => {
             Main.overview.hide();
             return Clutter.EVENT_STOP;
