@@ -75,7 +75,7 @@ void Stage::setInput(const QRegion& region) {
 }
 
 void Stage::commit() {
-    if (!isUp() || m_isClosed || !(m_isStale || m_isContentStale)) return;
+    if (!isUp() || !m_content || m_isClosed || !(m_isStale || m_isContentStale)) return;
     if (m_isContentStale) attachContent();
     wl_surface_commit(surface());
     m_isStale = false;

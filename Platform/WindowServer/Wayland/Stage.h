@@ -19,8 +19,8 @@ public:
     wl_surface* surface() const { return m_surface.get(); }
     QRect place() const { return {m_output.place().topLeft(), m_size}; }
     double scale() const;
-    /// Whether it is on the screen, so that windows can be parts of it.
-    bool isUp() const { return !m_size.isEmpty() && m_content.has_value(); }
+    /// Whether it has a place, so that windows can be parts of it.
+    bool isUp() const { return !m_size.isEmpty(); }
     bool isClosed() const { return m_isClosed; }
 
     struct Content {
