@@ -83,8 +83,7 @@ void Pointer::enter(uint32_t serial, const wl_surface* surface, QPointF point) {
     m_serial = serial;
     m_shape.reset();
     m_corner = stage->place().topLeft();
-    m_place = m_corner + point;
-    look();
+    move(m_time, point);
 }
 
 void Pointer::leave() {
@@ -95,7 +94,7 @@ void Pointer::leave() {
 }
 
 void Pointer::move(uint32_t time, QPointF point) {
-    if (!m_place) return;
+    m_time = time;
     m_place = m_corner + point;
     look();
     if (m_place) send(target(), QEvent::MouseMove, Qt::NoButton, time);

@@ -45,6 +45,7 @@ private:
     Owned<wl_pointer> m_pointer;
     Cursor m_cursor;
     uint32_t m_serial = 0;
+    uint32_t m_time = 0;            ///< Of its last move.
     QPointF m_corner;               ///< Of the stage that it is on.
     std::optional<QPointF> m_place; ///< In the toolkit's coordinates, while it is on a stage.
     QPointer<QWidget> m_under;      ///< Has been told that it is there.
