@@ -13,6 +13,7 @@
 #include <QCursor>
 #include <QEventLoop>
 #include <QIcon>
+#include <QLoggingCategory>
 #include <QWindow>
 
 #include <algorithm>
@@ -45,7 +46,10 @@ void connectToWindowServer() {
         NSLog("X11: no server answers. Set DISPLAY to a running X server.");
         std::exit(EXIT_FAILURE);
     }
-    ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting); // Nothing here draws with OpenGL.
+    // Nothing here draws with OpenGL.
+    ::setenv("QT_XCB_GL_INTEGRATION", "none", keepExisting);
+    ::setenv("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none", keepExisting);
+    QLoggingCategory::setFilterRules("qt.qpa.wayland.warning=false"); // It knows none of that name.
     const int scale = Session::current().settings().windowScale();
     if (scale != 1) ::setenv("QT_SCALE_FACTOR", std::to_string(scale).c_str(), keepExisting);
 }

@@ -104,7 +104,11 @@ public:
         emit NewToolTip();
     }
 
-    QRect place() const override { return {QCursor::pos(), QSize(1, 1)}; }
+    /// A compositor tells nobody where the pointer is, so there it is as the tray says.
+    QRect place() const override {
+        const bool isTold = QGuiApplication::platformName() != "wayland";
+        return {isTold ? QCursor::pos() : m_clicked, QSize(1, 1)};
+    }
     QString category() const { return "SystemServices"; }
     QString id() const { return QGuiApplication::desktopFileName(); }
     QString status() const { return "Active"; }
@@ -137,10 +141,14 @@ public:
 public slots:
     // The clicks, with the point of the screen that they went to. A tray on the bus does not tell
     // which keys were held.
-    void Activate(int, int) {
+    void Activate(int x, int y) {
+        m_clicked = {x, y};
         click(*this, m_button, NSEventTypeLeftMouseUp, QGuiApplication::queryKeyboardModifiers());
     }
-    void ContextMenu(int, int) { click(*this, m_button, NSEventTypeRightMouseUp, {}); }
+    void ContextMenu(int x, int y) {
+        m_clicked = {x, y};
+        click(*this, m_button, NSEventTypeRightMouseUp, {});
+    }
 
 signals:
     void NewTitle();
@@ -149,6 +157,7 @@ signals:
 
 private:
     NSStatusBarButton& m_button;
+    QPoint m_clicked;
     QDBusConnection m_bus;
 };
 
