@@ -74,6 +74,9 @@ struct Stage {
         Command command = compositor.command;
         command.insert(command.end(), more.begin(), more.end());
         process = desktop.startCompositor(command);
+        expectReady();
+    }
+    void expectReady() const {
         // Until it is about to draw nothing tells it from one that draws over the overlay.
         EXPECT_SOON(!compositor.isGlPicom ||
                     desktop.screen.holdingsOf(process->pid())["GLXContext"] > 0);
@@ -285,6 +288,7 @@ TEST_P(Composited, IsWhatTheProgramShows) {
             const auto former = std::move(stage.process);
             stage.start({"--replace"});
             EXPECT_TRUE(former->awaitEnd());
+            stage.expectReady(); // It may have been the former that said so.
         });
     stage.watch("killed", [&] {
         stage.process->send(SIGKILL);
