@@ -70,8 +70,8 @@ void Keyboard::follow() {
     const bool isMislaid = m_stages.of(m_focus);
     if (m_hadKeys && !hasKeys()) {
         m_holder.reset();
-        deactivate();
-        if (!isMislaid) lose();
+        m_repeat.stop();
+        if (!isMislaid) lose(); // Else the click is for the window that has them back at once.
     }
     const bool wanted = (isWanted() || isMislaid) && !m_stages.all().empty();
     if (wanted && !m_holder) {
@@ -96,6 +96,7 @@ void Keyboard::follow() {
 void Keyboard::lose() {
     m_deprived = popup();
     m_windows.dropKeyboard();
+    deactivate();
 }
 
 void Keyboard::activate() {

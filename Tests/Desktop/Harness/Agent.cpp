@@ -26,13 +26,15 @@ Agent::Agent(Desktop& desktop)
         << "the program did not start: " << m_process.errors();
 }
 
-Agent::~Agent() {
-    if (!m_process.status()) {
-        m_process.send(SIGTERM);
-        EXPECT_EQ(m_process.awaitEnd(), 0) << m_process.errors();
+Agent::~Agent() { endCleanly(m_process); }
+
+void endCleanly(Process& process) {
+    if (!process.status()) {
+        process.send(SIGTERM);
+        EXPECT_EQ(process.awaitEnd(), 0) << process.errors();
     }
     for (const char* complaint : {"Sanitizer", "runtime error", "X Error", "XCB error"})
-        EXPECT_EQ(m_process.errors().find(complaint), std::string::npos) << m_process.errors();
+        EXPECT_EQ(process.errors().find(complaint), std::string::npos) << process.errors();
 }
 
 void Agent::toggle() {

@@ -11,8 +11,10 @@ struct Row {
     static constexpr int support = 2, summit = 3, features = 4, settings = 5, about = 6;
 };
 
-/// The program under test, running on a desktop. At the end of its life it is asked to quit, and a
-/// test fails whose program does not do so cleanly.
+/// Asks a program to quit that may still run. A test fails whose program does not do so cleanly.
+void endCleanly(Process& process);
+
+/// The program under test, running on a desktop until it is ended cleanly.
 class Agent {
 public:
     /// Waits until the program has put itself up: its icon docked, where there is a tray.

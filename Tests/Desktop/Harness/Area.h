@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <ostream>
 
 namespace Harness {
@@ -23,6 +24,11 @@ struct Area {
     bool contains(const Area& inner) const {
         return inner.x >= x && inner.y >= y && inner.right() <= right() &&
                inner.bottom() <= bottom();
+    }
+    Area joined(const Area& other) const { ///< The smallest around both.
+        if (width == 0) return other;
+        const int l = std::min(x, other.x), t = std::min(y, other.y);
+        return {l, t, std::max(right(), other.right()) - l, std::max(bottom(), other.bottom()) - t};
     }
     bool operator==(const Area&) const = default;
 };

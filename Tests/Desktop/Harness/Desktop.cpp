@@ -54,17 +54,16 @@ std::unique_ptr<Process> Desktop::startCompositor(const std::vector<std::string>
     return startOwner("_NET_WM_CM_S0", command);
 }
 
-Environment Desktop::environment() const {
-    Environment result = {
+Environment environmentOf(const Folder& home, const QString& busAddress) {
+    return {
         {"PATH", inheritedEnvironment()["PATH"]},
         {"LANG", "C.UTF-8"},
-        {"DISPLAY", display()},
-        {"HOME", m_home.path().string()},
-        {"XDG_CONFIG_HOME", m_home.make("config").string()},
-        {"XDG_DATA_HOME", m_home.make("data").string()},
-        {"XDG_CACHE_HOME", m_home.make("cache").string()},
-        {"XDG_RUNTIME_DIR", m_home.make("runtime").string()},
-        {"DBUS_SESSION_BUS_ADDRESS", bus ? bus->address().toStdString() : "unix:path=/nonexistent"},
+        {"HOME", home.path().string()},
+        {"XDG_CONFIG_HOME", home.make("config").string()},
+        {"XDG_DATA_HOME", home.make("data").string()},
+        {"XDG_CACHE_HOME", home.make("cache").string()},
+        {"XDG_RUNTIME_DIR", home.make("runtime").string()},
+        {"DBUS_SESSION_BUS_ADDRESS", busAddress.toStdString()},
         {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent"},
 #ifdef OPEN_AT_THE_END
         {"LD_PRELOAD", OPEN_AT_THE_END},
@@ -73,6 +72,11 @@ Environment Desktop::environment() const {
         {"UBSAN_OPTIONS", "print_stacktrace=1"},
 #endif
     };
+}
+
+Environment Desktop::environment() const {
+    auto result = environmentOf(m_home, bus ? bus->address() : "unix:path=/nonexistent");
+    result["DISPLAY"] = display();
     for (const auto& [name, value] : extra)
         result[name] = value;
     return result;

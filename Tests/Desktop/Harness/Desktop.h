@@ -12,6 +12,9 @@
 
 namespace Harness {
 
+/// What a program finds in its environment that has its home here, wherever it shows its windows.
+Environment environmentOf(const Folder& home, const QString& busAddress);
+
 /// A whole desktop of one test's own: server, session bus, home folder, tray. The standard one has
 /// two monitors of different height side by side, so a strip of the screen belongs to neither.
 class Desktop {

@@ -10,17 +10,17 @@ void Input::fake(uint8_t type, uint8_t detail, int x, int y) const {
     m_client.settle();
 }
 
-void Input::click(uint8_t button) const {
+void Hand::click(uint8_t button) const {
     press(button);
     release(button);
 }
 
-void Input::click(const Area& area, uint8_t button) const {
+void Hand::click(const Area& area, uint8_t button) const {
     move(area.middle());
     click(button);
 }
 
-void Input::drag(const Area& from, const std::vector<Point>& moves) const {
+void Hand::drag(const Area& from, const std::vector<Point>& moves) const {
     move(from.middle());
     press(1);
     for (const Point& point : moves)
@@ -28,19 +28,19 @@ void Input::drag(const Area& from, const std::vector<Point>& moves) const {
     release(1);
 }
 
-void Input::strike(uint8_t keycode, int times) const {
+void Hand::strike(uint8_t keycode, int times) const {
     for (int i = 0; i < times; ++i) {
         hold(keycode);
         letGo(keycode);
     }
 }
 
-void Input::strike(const std::vector<uint8_t>& keys) const {
+void Hand::strike(const std::vector<uint8_t>& keys) const {
     for (const uint8_t key : keys)
         strike(key);
 }
 
-void Input::strikeTogether(const std::vector<uint8_t>& keys) const {
+void Hand::strikeTogether(const std::vector<uint8_t>& keys) const {
     for (const uint8_t key : keys)
         hold(key);
     for (const uint8_t key : keys)

@@ -6,10 +6,10 @@
 
 namespace Harness {
 
-/// A hand on the mouse and the keyboard: the server takes what it does for real devices.
-class Input {
+/// A hand on the mouse and the keyboard: what it does is taken for real devices'.
+class Hand {
 public:
-    explicit Input(const std::string& display) : m_client(display) {}
+    virtual ~Hand() = default;
 
     void move(int x, int y) const { fake(XCB_MOTION_NOTIFY, 0, x, y); }
     void move(const Point& to) const { move(to.x, to.y); }
@@ -29,7 +29,17 @@ public:
     void strikeChord() const { strikeTogether(chordKeys); }
 
 private:
-    void fake(uint8_t type, uint8_t detail, int x = 0, int y = 0) const;
+    /// Tells it as the X protocol numbers it, and waits until it is taken.
+    virtual void fake(uint8_t type, uint8_t detail, int x = 0, int y = 0) const = 0;
+};
+
+/// On an X server.
+class Input : public Hand {
+public:
+    explicit Input(const std::string& display) : m_client(display) {}
+
+private:
+    void fake(uint8_t type, uint8_t detail, int x, int y) const override;
 
     XClient m_client;
 };

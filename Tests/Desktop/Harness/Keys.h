@@ -19,6 +19,7 @@ inline constexpr uint8_t spaceKey = 65;
 inline constexpr uint8_t capsLock = 66;
 inline constexpr uint8_t numLock = 77;
 inline constexpr uint8_t scrollLock = 78;
+inline constexpr uint8_t f11Key = 95;
 inline constexpr uint8_t leftKey = 113;
 inline constexpr uint8_t rightKey = 114;
 inline constexpr uint8_t downKey = 116;

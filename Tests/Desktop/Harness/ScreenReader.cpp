@@ -15,6 +15,7 @@ namespace Harness {
 namespace {
 
 const char* const connectionName = "screen reader";
+const char* const accessible = "org.a11y.atspi.Accessible";
 
 /// Bits of an element's states, as the protocol numbers them.
 const std::map<std::string, int> stateBits = {
@@ -65,11 +66,11 @@ const Spoken* Spoken::find(const std::function<bool(const Spoken&)>& wanted) con
     return nullptr;
 }
 
-ScreenReader::ScreenReader(const Desktop& desktop)
+ScreenReader::ScreenReader(const Environment& environment)
     : m_launcher({"/usr/libexec/at-spi-bus-launcher", "--launch-immediately", "--a11y=1",
                   "--screen-reader=1"},
-                 desktop.environment()),
-      m_bus(accessibilityBus(desktop.bus->address())) {}
+                 environment),
+      m_bus(accessibilityBus(QString::fromStdString(environment.at("DBUS_SESSION_BUS_ADDRESS")))) {}
 
 ScreenReader::~ScreenReader() {
     QDBusConnection::disconnectFromBus(connectionName);
@@ -84,7 +85,7 @@ QVariantList ScreenReader::ask(const Place& whom, const char* interface, const c
 
 std::vector<ScreenReader::Place> ScreenReader::childrenOf(const Place& element) const {
     std::vector<Place> result;
-    const auto answer = ask(element, "org.a11y.atspi.Accessible", "GetChildren");
+    const auto answer = ask(element, accessible, "GetChildren");
     if (!answer.value(0).canConvert<QDBusArgument>()) return result;
     const auto list = answer[0].value<QDBusArgument>();
     for (list.beginArray(); !list.atEnd();) {
@@ -98,6 +99,14 @@ std::vector<ScreenReader::Place> ScreenReader::childrenOf(const Place& element) 
     return result;
 }
 
+QString ScreenReader::property(const Place& whom, const char* name) const {
+    return ask(whom, "org.freedesktop.DBus.Properties", "Get", {accessible, name})
+        .value(0)
+        .value<QDBusVariant>()
+        .variant()
+        .toString();
+}
+
 ScreenReader::Place ScreenReader::program() const {
     const auto programs =
         childrenOf({"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"});
@@ -105,18 +114,12 @@ ScreenReader::Place ScreenReader::program() const {
 }
 
 Spoken ScreenReader::read(const Place& element) const {
-    constexpr const char* interface = "org.a11y.atspi.Accessible";
-    const auto property = [&](const char* name) {
-        const auto answer =
-            ask(element, "org.freedesktop.DBus.Properties", "Get", {interface, name});
-        return answer.value(0).value<QDBusVariant>().variant().toString().toStdString();
-    };
     Spoken spoken;
     spoken.path = element.path;
-    spoken.role = ask(element, interface, "GetRoleName").value(0).toString().toStdString();
-    spoken.name = property("Name");
-    spoken.description = property("Description");
-    const auto words = qdbus_cast<QList<uint>>(ask(element, interface, "GetState").value(0));
+    spoken.role = ask(element, accessible, "GetRoleName").value(0).toString().toStdString();
+    spoken.name = property(element, "Name").toStdString();
+    spoken.description = property(element, "Description").toStdString();
+    const auto words = qdbus_cast<QList<uint>>(ask(element, accessible, "GetState").value(0));
     for (const auto& [name, bit] : stateBits)
         if (words.value(bit / 32) >> (bit % 32) & 1) spoken.states.insert(name);
     for (const Place& child : childrenOf(element))
@@ -142,6 +145,17 @@ std::string ScreenReader::focused() const {
 
 void ScreenReader::press(const Spoken& element) const {
     ask({program().service, element.path}, "org.a11y.atspi.Action", "DoAction", {0});
+}
+
+Area ScreenReader::areaOf(const Spoken& element) const {
+    const auto answer =
+        ask({program().service, element.path}, "org.a11y.atspi.Component", "GetExtents", {0U});
+    Area area;
+    if (!answer.value(0).canConvert<QDBusArgument>()) return area;
+    const auto extents = answer[0].value<QDBusArgument>();
+    extents.beginStructure();
+    extents >> area.x >> area.y >> area.width >> area.height;
+    return area;
 }
 
 } // namespace Harness

@@ -33,7 +33,8 @@ struct Spoken {
 /// which finds it as it would find any.
 class ScreenReader {
 public:
-    explicit ScreenReader(const Desktop& desktop);
+    explicit ScreenReader(const Desktop& desktop) : ScreenReader(desktop.environment()) {}
+    explicit ScreenReader(const Environment& environment);
     ~ScreenReader();
 
     /// The windows on the screen of the one program that is known.
@@ -42,6 +43,7 @@ public:
     std::string focused() const; ///< The line of what has the keyboard.
 
     void press(const Spoken& element) const;
+    Area areaOf(const Spoken& element) const; ///< On the screen.
 
 private:
     struct Place {
@@ -51,6 +53,7 @@ private:
                      const QVariantList& arguments = {}) const;
     std::vector<Place> childrenOf(const Place& element) const;
     Spoken read(const Place& element) const;
+    QString property(const Place& whom, const char* name) const;
     Place program() const;
 
     Process m_launcher;
