@@ -269,7 +269,7 @@ class Guest {
         hear(global.display,
             'window-created', (_display, window) => this._front.admit(window),
             'accelerator-activated', (_display, action) => {
-                if (this._key.is(action)) this._tell('KeyPressed');
+                if (this._key.is(action) && !Main.sessionMode.isLocked) this._tell('KeyPressed');
             });
         hear(Main.layoutManager, 'monitors-changed', () => this._covers.layOut());
         hear(Main.overview, 'showing', () => this._tell('Dismissed'));
