@@ -46,45 +46,57 @@ GaussianBlur::GaussianBlur(double deviation) {
 }
 
 void GaussianBlur::apply(SmallImage& image) {
-    if (image.values.empty()) return;
-    blurRows(image);
-    m_scratch.width = image.width;
-    m_scratch.height = image.height;
-    m_scratch.values.assign(image.values.size(), 0);
-    blurColumns(image, m_scratch);
-    std::swap(image.values, m_scratch.values);
+    const SmallImage from = image;
+    update(from, {0, 0, image.width, image.height}, image);
 }
 
-void GaussianBlur::blurRows(SmallImage& image) {
+PixelRect GaussianBlur::update(const SmallImage& image, const PixelRect& changed,
+                               SmallImage& blurred) {
     const int reach = static_cast<int>(m_kernel.size()) - 1;
-    const int count = image.width * channels;
-    m_paddedRow.resize(static_cast<size_t>(image.width + 2 * reach) * channels);
-    float* const middle = m_paddedRow.data() + reach * channels;
-    for (int y = 0; y < image.height; ++y) {
-        float* const row = image.row(y);
-        std::copy_n(row, count, middle);
-        for (int i = 1; i <= reach; ++i) {
-            std::copy_n(row, channels, middle - i * channels);
-            std::copy_n(row + count - channels, channels, middle + count + (i - 1) * channels);
-        }
-        std::fill_n(row, count, 0.0f);
-        accumulate(row, middle, m_kernel[0], count);
-        for (int i = 1; i <= reach; ++i) {
-            accumulate(row, middle - i * channels, m_kernel[i], count);
-            accumulate(row, middle + i * channels, m_kernel[i], count);
-        }
+    const int left = std::max(changed.x - reach, 0);
+    const int top = std::max(changed.y - reach, 0);
+    const PixelRect part{left, top, std::min(changed.x + changed.width + reach, image.width) - left,
+                         std::min(changed.y + changed.height + reach, image.height) - top};
+    if (m_rows.values.size() != image.values.size()) m_rows = SmallImage(image.width, image.height);
+    for (int y = changed.y; y < changed.y + changed.height; ++y)
+        blurRow(image.row(y), m_rows.row(y), image.width, part);
+    for (int y = part.y; y < part.y + part.height; ++y)
+        blurColumns(y, blurred.row(y), part);
+    return part;
+}
+
+void GaussianBlur::blurRow(const float* from, float* to, int width, const PixelRect& part) {
+    const int reach = static_cast<int>(m_kernel.size()) - 1;
+    m_paddedRow.resize(static_cast<size_t>(width + 2 * reach) * channels);
+    float* const padded = m_paddedRow.data() + reach * channels;
+    std::copy_n(from, width * channels, padded);
+    for (int i = 1; i <= reach; ++i) {
+        std::copy_n(from, channels, padded - i * channels);
+        std::copy_n(from + (width - 1) * channels, channels, padded + (width + i - 1) * channels);
+    }
+    const int count = part.width * channels;
+    const float* const middle = padded + part.x * channels;
+    to += part.x * channels;
+    std::fill_n(to, count, 0.0f);
+    accumulate(to, middle, m_kernel[0], count);
+    for (int i = 1; i <= reach; ++i) {
+        accumulate(to, middle - i * channels, m_kernel[i], count);
+        accumulate(to, middle + i * channels, m_kernel[i], count);
     }
 }
 
-void GaussianBlur::blurColumns(const SmallImage& from, SmallImage& to) const {
+void GaussianBlur::blurColumns(int y, float* to, const PixelRect& part) const {
     const int reach = static_cast<int>(m_kernel.size()) - 1;
-    const int count = from.width * channels;
-    for (int y = 0; y < from.height; ++y) {
-        accumulate(to.row(y), from.row(y), m_kernel[0], count);
-        for (int i = 1; i <= reach; ++i) {
-            accumulate(to.row(y), from.row(std::max(y - i, 0)), m_kernel[i], count);
-            accumulate(to.row(y), from.row(std::min(y + i, from.height - 1)), m_kernel[i], count);
-        }
+    const int count = part.width * channels;
+    const int start = part.x * channels;
+    to += start;
+    std::fill_n(to, count, 0.0f);
+    accumulate(to, m_rows.row(y) + start, m_kernel[0], count);
+    for (int i = 1; i <= reach; ++i) {
+        const int above = std::max(y - i, 0);
+        const int below = std::min(y + i, m_rows.height - 1);
+        accumulate(to, m_rows.row(above) + start, m_kernel[i], count);
+        accumulate(to, m_rows.row(below) + start, m_kernel[i], count);
     }
 }
 

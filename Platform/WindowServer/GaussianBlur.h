@@ -1,5 +1,7 @@
 #pragma once
 
+#include "WindowServer/PixelRect.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -39,13 +41,17 @@ public:
 
     void apply(SmallImage& image);
 
+    /// Brings `blurred`, which this object has made of an earlier state of the image, up to date
+    /// with the part of the image that has changed. Gives the part of `blurred` that depends on it.
+    PixelRect update(const SmallImage& image, const PixelRect& changed, SmallImage& blurred);
+
 private:
-    void blurRows(SmallImage& image);
-    void blurColumns(const SmallImage& from, SmallImage& to) const;
+    void blurRow(const float* from, float* to, int width, const PixelRect& part);
+    void blurColumns(int y, float* to, const PixelRect& part) const;
 
     std::vector<float> m_kernel; ///< From the centre outwards.
     std::vector<float> m_paddedRow;
-    SmallImage m_scratch;
+    SmallImage m_rows; ///< The image blurred along its rows alone.
 };
 
 } // namespace WindowServer

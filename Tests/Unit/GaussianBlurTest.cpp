@@ -10,6 +10,7 @@
 
 using WindowServer::BlurPlan;
 using WindowServer::GaussianBlur;
+using WindowServer::PixelRect;
 using WindowServer::SmallImage;
 
 namespace {
@@ -64,4 +65,21 @@ TEST(GaussianBlur, LeavesAPlainPictureAsItIs) {
     GaussianBlur(5).apply(image);
     for (const float value : image.values)
         EXPECT_NEAR(value, 93, 0.01);
+}
+
+TEST(GaussianBlur, BringsAPictureUpToDateWithAPartThatChanged) {
+    SmallImage image(40, 30);
+    for (size_t i = 0; i < image.values.size(); ++i)
+        image.values[i] = static_cast<float>(i * 37 % 256);
+    GaussianBlur blur(2);
+    SmallImage blurred = image;
+    blur.update(image, {0, 0, 40, 30}, blurred);
+    for (const PixelRect& part : {PixelRect{17, 11, 3, 4}, PixelRect{0, 29, 40, 1}}) {
+        for (int y = part.y; y < part.y + part.height; ++y)
+            std::fill_n(image.row(y) + part.x * 4, part.width * 4, 255.0f);
+        blur.update(image, part, blurred);
+        SmallImage whole = image;
+        GaussianBlur(2).apply(whole);
+        EXPECT_EQ(blurred.values, whole.values) << part.y;
+    }
 }

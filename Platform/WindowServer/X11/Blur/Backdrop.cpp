@@ -3,6 +3,7 @@
 #include "WindowServer/X11/PixelMath.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace WindowServer {
 
@@ -10,21 +11,23 @@ Backdrop::Backdrop(Connection& connection, int width, int height, double deviati
     : m_width(width), m_height(height), m_plan(BlurPlan::forDeviation(deviation)),
       m_blur(m_plan.deviation),
       m_source(ceilDiv(width, m_plan.factor()), ceilDiv(height, m_plan.factor())),
-      m_shown{m_source.width, m_source.height, {}},
+      m_changed(sized(m_source.width, m_source.height)),
+      m_blurred(m_source), m_shown{m_source.width, m_source.height, {}},
       m_enlarger(Enlarger::make(connection, m_plan.factor(), m_source.width, m_source.height)) {}
 
 PixelRect Backdrop::develop(const CGColor& overlay) {
-    m_blurred = m_source;
-    m_blur.apply(m_blurred);
-    const PixelRect part = store(overlay);
+    const PixelRect blurred = m_blur.update(m_source, std::exchange(m_changed, {}), m_blurred);
+    const PixelRect part = store(overlay, blurred);
     if (isEmpty(part)) return {};
     m_enlarger->upload(m_shown, part);
     // Interpolation carries each small pixel half a pixel beyond its own square.
     return intersection(enlarged(grown(part, 1), m_plan.factor()), sized(m_width, m_height));
 }
 
-/// Gives the part, in small pixels, that came to differ.
-PixelRect Backdrop::store(const CGColor& overlay) {
+void Backdrop::sourceChanged(const PixelRect& part) { m_changed = united(m_changed, part); }
+
+/// Gives the part of what was blurred, in small pixels, that came to differ.
+PixelRect Backdrop::store(const CGColor& overlay, const PixelRect& blurred) {
     const float keep = static_cast<float>(1 - overlay.alpha);
     const float add[3] = {static_cast<float>(overlay.blue * overlay.alpha * 255 + 0.5),
                           static_cast<float>(overlay.green * overlay.alpha * 255 + 0.5),
@@ -32,10 +35,11 @@ PixelRect Backdrop::store(const CGColor& overlay) {
     const bool first = m_shown.values.empty();
     m_shown.values.resize(static_cast<size_t>(m_shown.width) * m_shown.height);
     PixelRect part;
-    uint32_t* shown = m_shown.values.data();
-    const float* from = m_blurred.values.data();
-    for (int y = 0; y < m_shown.height; ++y) {
-        for (int x = 0; x < m_shown.width; ++x, from += 4, ++shown) {
+    for (int y = blurred.y; y < blurred.y + blurred.height; ++y) {
+        uint32_t* shown =
+            m_shown.values.data() + static_cast<ptrdiff_t>(y) * m_shown.width + blurred.x;
+        const float* from = m_blurred.row(y) + static_cast<ptrdiff_t>(blurred.x) * 4;
+        for (int x = blurred.x; x < blurred.x + blurred.width; ++x, from += 4, ++shown) {
             uint32_t pixel = 0;
             for (int channel = 0; channel < 3; ++channel)
                 pixel |= static_cast<uint32_t>(from[channel] * keep + add[channel]) << 8 * channel;

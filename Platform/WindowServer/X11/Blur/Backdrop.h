@@ -26,6 +26,9 @@ public:
     /// What lies behind the cover, reduced by the plan's factor and not blurred yet.
     SmallImage& source() { return m_source; }
     const SmallImage& source() const { return m_source; }
+    /// To be told which part of the source, in small pixels, has changed since it was developed
+    /// last. At the first time all of it counts.
+    void sourceChanged(const PixelRect& part);
 
     /// Blurs the source, lays `overlay` over it and hands the result to the server. Gives the area
     /// of the cover, in its pixels, that looks different now; empty where none does.
@@ -39,13 +42,14 @@ public:
     uint32_t meanPixel() const;
 
 private:
-    PixelRect store(const CGColor& overlay);
+    PixelRect store(const CGColor& overlay, const PixelRect& blurred);
 
     int m_width;
     int m_height;
     BlurPlan m_plan;
     GaussianBlur m_blur;
     SmallImage m_source;
+    PixelRect m_changed; ///< What of the source is not blurred yet.
     SmallImage m_blurred;
     Pixels m_shown;
     std::unique_ptr<Enlarger> m_enlarger;

@@ -45,9 +45,11 @@ std::vector<LiveBlur::Pending> LiveBlur::request(const std::vector<Behind>& behi
 
 std::vector<Backdrop*> LiveBlur::receive(const std::vector<Pending>& pending) const {
     std::vector<Backdrop*> received;
-    for (const Pending& one : pending)
-        if (one.pyramid.receive(one.request, one.backdrop.source()))
-            received.push_back(&one.backdrop);
+    for (const Pending& one : pending) {
+        if (!one.pyramid.receive(one.request, one.backdrop.source())) continue;
+        one.backdrop.sourceChanged(one.request.part);
+        received.push_back(&one.backdrop);
+    }
     return received;
 }
 
@@ -60,10 +62,12 @@ void LiveBlur::hold() {
 }
 
 LiveBlur::~LiveBlur() {
-    m_scene.reset();
-    if (m_holds)
-        xcb_composite_unredirect_subwindows(m_connection.xcb(), m_connection.root(),
-                                            XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+    if (!m_holds) return;
+    xcb_composite_unredirect_subwindows(m_connection.xcb(), m_connection.root(),
+                                        XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+    // With the scene goes the windows' memory, which takes the server a while: the screen is clear
+    // before that.
+    m_connection.settle();
 }
 
 void LiveBlur::exempt(xcb_window_t cover) {
