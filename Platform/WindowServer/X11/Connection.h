@@ -61,6 +61,8 @@ public:
     xcb_atom_t atom(const char* name);
     uint32_t newId() const { return xcb_generate_id(m_xcb); }
     void flush() const { xcb_flush(m_xcb); }
+    /// Waits until the server has carried out all that it was asked for.
+    void settle() const { reply(xcb_get_input_focus_reply, xcb_get_input_focus(m_xcb)); }
 
     template <typename Reply, typename Cookie>
     Owned<Reply> reply(Reply* (*fetch)(xcb_connection_t*, Cookie, xcb_generic_error_t**),

@@ -34,7 +34,6 @@ Covers::Covers(Connection& connection, const DisplayList& displays,
         timer.setTimerType(Qt::PreciseTimer);
         QObject::connect(&timer, &QTimer::timeout, &timer, action);
     };
-    run(m_commit, [this] { commit(); });
     run(m_afterCompositor, [this] { commit(); });
     run(m_frame, [this] { drawFrame(); });
     run(m_above, [this] { drawAbove(); });
@@ -68,6 +67,17 @@ void Covers::forget(X11Surface& surface) {
     scheduleCommit();
 }
 
+/// Before anything of the toolkit's is drawn anew for the same change: icon and buttons take longer
+/// to draw than covers to ask for.
+void Covers::scheduleCommit() {
+    if (std::exchange(m_commitIsDue, true)) return;
+    const auto carryOut = [this] {
+        m_commitIsDue = false;
+        commit();
+    };
+    QMetaObject::invokeMethod(&m_frame, carryOut, Qt::QueuedConnection);
+}
+
 bool Covers::canCover() const { return !m_connection.isXwayland(); }
 
 int Covers::setBackgroundBlurRadius(int surfaceNumber, int radius) {
@@ -83,7 +93,7 @@ void Covers::setResting(bool rests) {
     for (X11Surface* surface : m_surfaces)
         surface->restingChanged();
     commit();
-    settle();
+    m_connection.settle();
 }
 
 void Covers::displaysChanged() {
@@ -103,12 +113,7 @@ void Covers::leaveScreen() {
     for (X11Surface* surface : m_surfaces)
         surface->hide(false);
     m_overlay.reset();
-    settle();
-}
-
-/// Waits until the server has carried out all that it was asked for.
-void Covers::settle() const {
-    m_connection.reply(xcb_get_input_focus_reply, xcb_get_input_focus(m_connection.xcb()));
+    m_connection.settle();
 }
 
 X11Surface* Covers::surfaceOf(xcb_window_t window) const {

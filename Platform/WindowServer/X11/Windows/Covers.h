@@ -37,7 +37,7 @@ public:
     /// Called at the end of each turn in which anything has changed.
     std::function<void()> onCommitted;
 
-    void scheduleCommit() { m_commit.start(0); }
+    void scheduleCommit();
 
     void displaysChanged();
     void compositorChanged();
@@ -72,7 +72,6 @@ private:
     void drawAbove();
     void paint(const std::function<void()>& paintCovers);
 
-    void settle() const;
     X11Surface* surfaceOf(xcb_window_t window) const;
 
     Connection& m_connection;
@@ -88,7 +87,7 @@ private:
     xcb_window_t m_overpainter = XCB_WINDOW_NONE; ///< A compositor that draws over the overlay.
     bool m_covered = false;                       ///< As it was told last.
     bool m_resting = false;
-    QTimer m_commit;
+    bool m_commitIsDue = false;
     QTimer m_frame;
     QTimer m_above; ///< What stands above the covers waits for no frame.
     QTimer m_afterCompositor;
