@@ -7,6 +7,7 @@
 namespace Benchmarks {
 
 void measureFrameCopy(Report& report);  ///< The unit of the others.
+void measureFloor(Report& report);      ///< What a toggle asks of the server at the least.
 void measureToggle(Report& report);     ///< How soon a click shows and clears the blur.
 void measureLiveUpdate(Report& report); ///< What following a changing window takes.
 void measureIdle(Report& report);       ///< What a screen on which nothing happens takes.

@@ -31,15 +31,25 @@ std::unique_ptr<XServer> Scenery::monitors(int count) {
     return server;
 }
 
+std::unique_ptr<XServer> Scenery::pair(const Area& each) {
+    auto server = monitor(2 * each.width, each.height);
+    const std::string size =
+        std::to_string(each.width) + "/1000x" + std::to_string(each.height) + "/600+";
+    server->xrandr({"--setmonitor", "left", size + "0+0", "screen"});
+    server->xrandr({"--setmonitor", "right", size + std::to_string(each.width) + "+0", "none"});
+    return server;
+}
+
 Scenery::Scenery(Desktop& desktop) : m_client(desktop.display()) {
     hangWallpaper();
     const std::vector<Area> monitors = desktop.screen.monitors();
     for (const Area& area : windowAreas) {
         const size_t number = m_windows.size();
         const Area& monitor = monitors[number % monitors.size()];
+        const int scale = monitor.width / frame.width;
         m_windows.push_back(std::make_unique<TestWindow>(
-            desktop.display(),
-            Area{monitor.x + area.x, monitor.y + area.y, area.width, area.height}));
+            desktop.display(), Area{monitor.x + area.x * scale, monitor.y + area.y * scale,
+                                    area.width * scale, area.height * scale}));
         m_windows.back()->paintChecks(4 + 3 * static_cast<int>(number));
         m_windows.back()->show();
     }

@@ -17,9 +17,9 @@ struct Measurement {
 };
 
 const Measurement measurements[] = {
-    {"copy", measureFrameCopy},    {"toggle", measureToggle}, {"live", measureLiveUpdate},
-    {"idle", measureIdle},         {"start", measureStart},   {"memory", measureMemory},
-    {"fidelity", measureFidelity},
+    {"copy", measureFrameCopy},  {"floor", measureFloor},       {"toggle", measureToggle},
+    {"live", measureLiveUpdate}, {"idle", measureIdle},         {"start", measureStart},
+    {"memory", measureMemory},   {"fidelity", measureFidelity},
 };
 
 } // namespace
