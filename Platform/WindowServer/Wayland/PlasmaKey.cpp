@@ -68,7 +68,8 @@ void PlasmaKey::pressed(const QString&, const QString& pressedAction, qlonglong)
 /// A newer instance that has the program's name by now has the key as well.
 void PlasmaKey::letGo() const {
     const auto bus = QDBusConnection::sessionBus();
-    if (bus.interface()->serviceOwner(component()).value() == bus.baseService())
+    if (bus.isConnected() &&
+        bus.interface()->serviceOwner(component()).value() == bus.baseService())
         bus.call(call("setInactive"), QDBus::Block, patience);
 }
 

@@ -76,26 +76,33 @@ void Stage::setInput(const QRegion& region) {
 
 void Stage::commit() {
     if (!isUp() || !m_content || m_isClosed || !(m_isStale || m_isContentStale)) return;
-    if (m_isContentStale) attachContent();
+    if (m_isContentStale && !attachContent()) return;
     wl_surface_commit(surface());
     m_isStale = false;
     m_isContentStale = false;
 }
 
-void Stage::attachContent() {
-    const QImage& picture = m_content->picture;
-    if (Buffer* const buffer = m_buffers.take(picture.size())) {
-        QImage image = Buffers::imageOf(*buffer);
-        for (int y = 0; y < picture.height(); ++y)
-            std::memcpy(image.scanLine(y), picture.constScanLine(y),
-                        static_cast<size_t>(picture.width()) * 4);
-        buffer->attach(surface());
+/// Short of memory, it is plain and dark, or waits for the next commit.
+bool Stage::attachContent() {
+    QImage picture = m_content->picture;
+    Buffer* buffer = m_buffers.take(picture.size());
+    if (!buffer) {
+        picture = QImage(1, 1, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::black);
+        buffer = m_buffers.take(picture.size());
     }
+    if (!buffer) return false;
+    QImage image = Buffers::imageOf(*buffer);
+    for (int y = 0; y < picture.height(); ++y)
+        std::memcpy(image.scanLine(y), picture.constScanLine(y),
+                    static_cast<size_t>(picture.width()) * 4);
+    buffer->attach(surface());
     wp_viewport_set_destination(m_viewport.get(), m_size.width(), m_size.height());
     const bool isOpaque = qAlpha(picture.pixel(0, 0)) == 255;
     wl_surface_set_opaque_region(
         surface(), regionOf(m_connection, isOpaque ? QRect({}, m_size) : QRect()).get());
     setBlur(m_content->blursBehind);
+    return true;
 }
 
 void Stage::setBlur(bool blurs) {

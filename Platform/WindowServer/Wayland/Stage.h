@@ -42,7 +42,7 @@ public:
 private:
     void listen();
     void listenToScale();
-    void attachContent();
+    bool attachContent();
     void setBlur(bool blurs);
 
     const Connection& m_connection;
