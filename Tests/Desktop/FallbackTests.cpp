@@ -1,5 +1,4 @@
 // Servers that lack something, or show their pixels in another way.
-#include "Harness/NotifierTray.h"
 #include "Harness/OnDesktop.h"
 #include "Harness/Paper.h"
 
@@ -25,13 +24,6 @@ struct Fallback : OnDesktop, testing::WithParamInterface<Lack> {
 };
 
 struct Depths : testing::TestWithParam<int> {};
-
-/// The icon is clicked over the bus, which takes nothing of the server.
-struct FallbackOnTheBus : OnDesktop, testing::WithParamInterface<Lack> {
-    FallbackOnTheBus() : OnDesktop(XServer::framebuffer({"-extension", GetParam().extension})) {
-        desktop.tray.reset();
-    }
-};
 
 } // namespace
 
@@ -68,31 +60,6 @@ INSTANTIATE_TEST_SUITE_P(
                     Lack{"XFIXES", "X11: XFixes missing: the cover shows a still picture.\n"},
                     Lack{"MIT-SHM", ""}),
     nameOf);
-
-TEST_P(FallbackOnTheBus, Covers) {
-    NotifierTray icons(desktop.bus->address());
-    const Paper paper(desktop);
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_SOON(!icons.items().isEmpty());
-    for (const bool covered : {true, false, true}) {
-        icons.click(0, 0);
-        expectCovered(covered);
-        EXPECT_SOON(!covered ||
-                    desktop.screen.grabWithoutButtons(desktop.screen.bounds()).brightest() <= 160);
-    }
-    // The toolkit has lines of its own.
-    const std::string said = agent->process().errors();
-    EXPECT_TRUE(said.find("X11: ") == said.rfind("X11: ") &&
-                said.find(GetParam().log) != std::string::npos)
-        << said;
-}
-
-INSTANTIATE_TEST_SUITE_P(Without, FallbackOnTheBus,
-                         testing::Values(Lack{"RANDR",
-                                              "X11: RandR missing: the whole screen counts as one "
-                                              "monitor.\n"},
-                                         Lack{"XTEST", ""}),
-                         nameOf);
 
 TEST_P(Depths, AreCovered) {
     Desktop desktop(

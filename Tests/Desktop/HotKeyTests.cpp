@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <list>
 #include <set>
 
 using namespace Harness;
@@ -168,19 +167,4 @@ TEST_F(HotKeys, StayWithAStartThatDoesNotGoAndTheSettingsSaySo) {
         EXPECT_EQ(first.process().awaitEnd(), 0);
         EXPECT_EQ(holder(), XCB_WINDOW_NONE) << "as the settings say";
     }
-}
-
-TEST_F(HotKeys, StayWithTheOneThatIsLeftOfMany) {
-    std::list<Process> processes;
-    for (int i = 0; i < 5; ++i)
-        processes.emplace_back(Agent::command(), desktop.environment());
-    const auto running = [&] {
-        return std::ranges::count_if(processes, [](auto& each) { return !each.status(); });
-    };
-    ASSERT_SOON(running() == 1);
-    const auto former = holder();
-    Agent last(desktop);
-    ASSERT_SOON(running() == 0);
-    EXPECT_SOON(holder() != XCB_WINDOW_NONE && holder() != former);
-    expectToggles(last, "after all others");
 }

@@ -109,13 +109,3 @@ TEST_F(Sleep, OfTheScreensAloneKeepsTheBlurLive) {
     }
     EXPECT_EQ(agent->process().errors(), "");
 }
-
-TEST_F(Sleep, NoSilentBusHoldsTheCover) {
-    logind.freeze();
-    ASSERT_NO_FATAL_FAILURE(start());
-    for (int i = 0; i < 3; ++i) {
-        agent->cover();
-        agent->uncover();
-    }
-    EXPECT_EQ(agent->process().errors(), "");
-}

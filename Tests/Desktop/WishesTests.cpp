@@ -2,7 +2,6 @@
 // looks.
 #include "Harness/OnDesktop.h"
 #include "Harness/Paper.h"
-#include "Harness/Portal.h"
 #include "Harness/SettingsManager.h"
 
 #include <fstream>
@@ -22,22 +21,7 @@ struct Wishes : OnDesktop {
 
 } // namespace
 
-TEST_F(Wishes, ForContrastAreHeardWhileClearAndOutliveThePortal) {
-    std::optional<Portal> portal(std::in_place, desktop.bus->address(), true);
-    agent.emplace(desktop);
-    for (const bool wished : {true, false, true}) {
-        portal->setHighContrast(wished);
-        EXPECT_FOR(300ms, agent->visibleCovers().empty());
-        agent->cover();
-        EXPECT_TRUE(wished ? isSolid() : isBlurred()) << wished;
-        agent->uncover();
-    }
-    portal.reset();
-    agent->cover();
-    EXPECT_TRUE(isSolid()) << "as it was told last";
-}
-
-TEST_F(Wishes, ForContrastAreWhatTheThemeTellsWhereNoPortalDoes) {
+TEST_F(Wishes, ForContrastAreWhatTheThemeTellsWhereNothingElseDoes) {
     agent.emplace(desktop);
     agent->cover();
     EXPECT_TRUE(isBlurred());

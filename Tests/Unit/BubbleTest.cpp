@@ -63,35 +63,6 @@ TEST_F(BubbleTest, PlacesEachButtonFromItsStoredSpot) {
     }
 }
 
-TEST_F(BubbleTest, EveryScreenWithANumberHasOneMadeAnewAtEachChange) {
-    const std::weak_ptr<BubblePanel> former = bubble->panels().at(7);
-    time.advance(10);
-    ASSERT_LT(panel().alphaValue(), 1.0);
-    Cover::shared()->show();
-    auto displays = twoScreens();
-    displays.push_back(display(0, CGRectMake(0, 1080, 800, 600)));
-    screens().setDisplays(displays);
-    EXPECT_EQ(bubble->panels().size(), 2u);
-    EXPECT_TRUE(former.expired());
-    EXPECT_TRUE(panel().button->blurred());
-    time.advance(10);
-    EXPECT_EQ(panel().alphaValue(), 1.0);
-
-    // Dropped on the middle line of its screen it goes right, above it to the top.
-    panel().setFrameOrigin({1920.0 / 2 - 22, 4000});
-    panel().button->onMoved();
-    EXPECT_EQ(Prefs::shared().buttonSpot(7), (ButtonSpot{1.0, 0.0}));
-    time.advance(0.08);
-    EXPECT_TRUE(panel().frame().origin.x > 1400 && panel().frame().origin.x < 1870) << "it slides";
-    time.advance(0.09);
-    EXPECT_EQ(panel().frame().origin, (NSPoint{1870, 1030}));
-    const auto orphan = bubble->panels().at(7);
-    bubble = nullptr; // Its callbacks outlive it.
-    orphan->button->onMoved();
-    orphan->button->rightMouseDown(NSEvent(NSEventTypeRightMouseDown, 0));
-    screens().setDisplays({});
-}
-
 TEST_F(BubbleTest, EverythingWakesItAndWhatItIsDoneWithLetsItRest) {
     const auto blur = [this](bool blurred) {
         return [this, blurred] { panel().button->setBlurred(blurred); };

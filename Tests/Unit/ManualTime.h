@@ -30,9 +30,6 @@ public:
         return alarm;
     }
 
-    /// How many alarms are to ring.
-    auto pending() const { return std::ranges::count_if(m_alarms, isSet); }
-
     /// Rings all that is due in these seconds, in its order.
     void advance(double seconds) {
         const double end = m_now + seconds;

@@ -6,8 +6,6 @@
 
 #include <limits>
 
-#include <sys/stat.h>
-
 namespace {
 
 constexpr ButtonSpot usual = {1.0, 0.62};
@@ -42,15 +40,4 @@ TEST_F(PrefsTest, WhatIsUnusableGivesTheUsualSpot) {
         EXPECT_EQ(prefs.buttonSpot(7), usual) << value;
         EXPECT_EQ(prefs.buttonSpot(8), (ButtonSpot{0, 0.5})) << value;
     }
-}
-
-TEST_F(PrefsTest, KeepsWhatCannotBeWrittenUntilItCanAndWaitsForNothing) {
-    ASSERT_EQ(mkfifo(path.toLocal8Bit(), 0600), 0); // Reading it would wait for a writer.
-    prefs.setButtonSpot(7, 0, 0.5);
-    prefs.d.setBool(true, "loginAsked");
-    EXPECT_EQ(prefs.buttonSpot(7), (ButtonSpot{0, 0.5}));
-    EXPECT_FALSE(QFileInfo(path).isFile());
-    QFile::remove(path);
-    prefs.d.setBool(false, "loginAsked");
-    EXPECT_EQ(textOf(path), "[General]\nbuttonSpot.7=0, 0.5\nloginAsked=false\n");
 }
