@@ -10,7 +10,6 @@
 
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 
 #include <gtest/gtest.h>
 
@@ -34,7 +33,8 @@ struct Gnome : testing::Test {
     Gnome() {
         home.make("config/glib-2.0/settings");
         enable("nimbrel-lite-43@vardek.com");
-        install();
+        std::filesystem::create_directory_symlink(EXTENSIONS,
+                                                  home.make("data/gnome-shell") / "extensions");
     }
     ~Gnome() override {
         program.reset();
@@ -47,10 +47,6 @@ struct Gnome : testing::Test {
         char text[sizeof settings + 50];
         std::snprintf(text, sizeof text, settings, extension);
         home.write("config/glib-2.0/settings/keyfile", text);
-    }
-    void install() const {
-        std::filesystem::create_directory_symlink(EXTENSIONS,
-                                                  home.make("data/gnome-shell") / "extensions");
     }
 
     void startShell() {
@@ -82,8 +78,9 @@ struct Gnome : testing::Test {
     /// All of it, with a neighbour on each monitor.
     void startAll() {
         startShell();
-        for (const auto& [area, platform] : {std::pair(left, "wayland"), std::pair(right, "xcb")}) {
+        for (const Area& area : {left, right}) {
             move(area.middle());
+            const auto* const platform = area == left ? "wayland" : "xcb";
             editors.push_back(std::make_unique<Process>(
                 std::vector<std::string>{EDITOR, "14", "-platform", platform}, environment));
             ASSERT_SOON(grab(area).mean() > 150 && hears(*editors.back()));
@@ -170,7 +167,7 @@ struct Gnome : testing::Test {
         const Picture all = grab();
         return all.cut(left).sharpestStep() > clear && all.cut(right).sharpestStep() > clear;
     }
-    bool isCovered() const {
+    bool isCovered() const { // A plain one would be black here.
         const Picture all = grab();
         return all.cut(left).sharpestStep() < sharp && all.cut(right).sharpestStep() < sharp &&
                all.cut(left).mean() > 20 && all.cut(right).mean() > 20;
