@@ -16,10 +16,10 @@ class Session {
 public:
     virtual ~Session() = default;
 
-    /// Opens the session on the Wayland compositor, where there is one whose screens can be covered,
-    /// else on the X server that DISPLAY names, and has the toolkit use the same, before the
-    /// application object exists. False where no server answers. One that was installed before is
-    /// kept.
+    /// Opens the session on the Wayland compositor, where there is one whose screens can be
+    /// covered, else on the X server that DISPLAY names, and has the toolkit use the same, before
+    /// the application object exists. False where no server answers. One that was installed before
+    /// is kept.
     static bool open();
 
     /// The open session.
