@@ -156,7 +156,9 @@ void Pointer::button(uint32_t time, uint32_t code, bool isPressed) {
     m_buttons |= button;
     if (!m_pressed) m_pressed = to;
     send(to, QEvent::MouseButtonPress, button, time);
-    if (isSecond && m_place) send(to, QEvent::MouseButtonDblClick, button, time);
+    // It may have opened a menu, and been let go before that closed.
+    if (isSecond && m_place && m_buttons.testFlag(button))
+        send(to, QEvent::MouseButtonDblClick, button, time);
 }
 
 void Pointer::scroll(uint32_t axis, double points) {
