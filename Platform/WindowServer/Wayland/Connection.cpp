@@ -57,7 +57,16 @@ Connection::Connection(wl_display* display) : m_display(display) {
     wl_display_roundtrip(display);
 }
 
-Connection::~Connection() { wl_display_disconnect(m_display); }
+/// The library keeps what it knows of an object until it is told otherwise.
+Connection::~Connection() {
+    const auto forget = [](auto*... objects) {
+        ((objects ? wl_proxy_destroy(reinterpret_cast<wl_proxy*>(objects)) : void()), ...);
+    };
+    const Globals& all = m_globals;
+    forget(all.compositor, all.subcompositor, all.shm, all.viewporter, all.fractions, all.layers,
+           all.screencopy, all.outputs, all.blur, m_registry);
+    wl_display_disconnect(m_display);
+}
 
 void Connection::announce(uint32_t name, const char* interface, uint32_t version) {
     Globals& all = m_globals;
