@@ -30,7 +30,7 @@ NSModalResponse show(const std::string& message, const std::string& text,
 
 void explain(Remedy remedy) {
     const std::string name = QCoreApplication::applicationName().toStdString();
-    const std::string extension = "the extension “" + name + "” of GNOME’s Shell";
+    const std::string extension = "the Shell extension “" + name + "”";
     const std::string untilThen = " Until then the screens stay as they are.";
     switch (remedy) {
     case Remedy::None:
@@ -58,7 +58,7 @@ void explain(Remedy remedy) {
         break;
     case Remedy::NextLogin:
         show("Log out and in again",
-             "GNOME’s Shell will find " + extension + " at the next login." + untilThen, {"OK"});
+             "GNOME will find " + extension + " at the next login." + untilThen, {"OK"});
         break;
     case Remedy::OtherVersion:
         show("This version of GNOME cannot be covered",
