@@ -198,8 +198,8 @@ TEST_F(Alerts, TheEditionWindowOutlivesAPointerThatTakesTheKeyboardOnItsWayThere
     desktop.input.move(300, 300);
     std::jthread hand([&](const std::stop_token& ends) {
         const Input input(desktop.display());
-        for (int step = 0; !ends.stop_requested(); ++step)
-            input.move(300 + step % 397, 300);
+        for (int step = 0; !ends.stop_requested(); ++step) // Nowhere twice.
+            input.move(300 + step % 397, 300 + step / 397 % 397);
     });
     paper.takeFocus();
     EXPECT_FOR(1s, panels().size() == 1);
