@@ -47,13 +47,14 @@ void Outputs::refreshIfStale() {
 /// of their own.
 void Outputs::refresh() {
     m_isStale = false;
-    const auto gone = std::ranges::stable_partition(m_entries, [this](const Entry& entry) {
-        return m_connection.outputs().contains(entry.output->global());
-    });
+    const auto gone =
+        std::stable_partition(m_entries.begin(), m_entries.end(), [this](const Entry& entry) {
+            return m_connection.outputs().contains(entry.output->global());
+        });
     // They go once nothing stands on them any more.
-    const std::vector<Entry> going(std::move_iterator(gone.begin()),
-                                   std::move_iterator(gone.end()));
-    m_entries.erase(gone.begin(), gone.end());
+    const std::vector<Entry> going(std::make_move_iterator(gone),
+                                   std::make_move_iterator(m_entries.end()));
+    m_entries.erase(gone, m_entries.end());
     for (Entry& entry : m_entries) {
         if (entry.probe || !entry.output->isKnown()) continue;
         entry.probe = std::make_unique<PanelProbe>(m_connection, *entry.output);
