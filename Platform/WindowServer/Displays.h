@@ -29,6 +29,10 @@ public:
     /// The main one first. Empty while no monitor is on.
     virtual const std::vector<Display>& all() const = 0;
 
+    /// The display that a frame belongs to: the one of that very frame, else the one that holds the
+    /// frame's middle. Null where there is none.
+    const Display* at(const CGRect& frame) const;
+
     /// Called after any of it has come to differ.
     std::function<void()> onChanged;
 };

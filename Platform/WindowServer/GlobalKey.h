@@ -5,6 +5,9 @@
 
 namespace WindowServer {
 
+/// Keymaps and the X server count keys from here, the kernel from 0.
+constexpr int firstKeycode = 8;
+
 /// A key, known by its place on the keyboard whatever the layout makes of it, pressed while the
 /// modifiers that are named are held and no others.
 struct KeyChord {

@@ -9,6 +9,14 @@
 
 namespace WindowServer {
 
+// What the window server's calls return where they refuse.
+constexpr int illegalArgument = 1001;
+constexpr int notImplemented = 1006;
+
+/// The standard deviation, in points, of the material's blur: as strong as the strongest background
+/// blur that windows ask for.
+constexpr double materialDeviation = 84;
+
 /// What a surface shows, back to front.
 struct Look {
     bool material = false; ///< A blurred picture of what lies behind, taken as the surface appears.

@@ -16,12 +16,11 @@ void ShellKey::attached() {
 
 /// By the key's code, which is its place whatever the layout makes of it.
 bool ShellKey::grab() const {
-    constexpr int firstCode = 8; // The X server's codes begin so much later than the kernel's.
     QString accelerator;
     if (m_chord->control) accelerator += "<Control>";
     if (m_chord->alt) accelerator += "<Alt>";
     if (m_chord->super) accelerator += "<Super>";
-    accelerator += "0x" + QString::number(m_chord->kernelCode + firstCode, 16);
+    accelerator += "0x" + QString::number(m_chord->kernelCode + firstKeycode, 16);
     return m_link.ask("GrabKey", {accelerator});
 }
 

@@ -9,8 +9,6 @@ namespace WindowServer {
 
 namespace {
 
-constexpr int illegalArgument = 1001; ///< A return code of the window server's calls.
-
 QVariantList valuesOf(double deviation, const CGColor& colour) {
     QDBusArgument channels;
     channels.beginStructure();

@@ -12,15 +12,8 @@ namespace WindowServer::Wayland {
 
 namespace {
 
-/// The material blurs as strongly as the strongest background blur that windows ask for.
-constexpr double materialDeviation = 84;
-
 /// A frame or two is what a picture takes.
 constexpr int patienceMilliseconds = 200;
-
-// Return codes of the window server's calls.
-constexpr int illegalArgument = 1001;
-constexpr int notImplemented = 1006;
 
 QImage pixel(const CGColor& colour, double alpha) {
     const auto part = [&colour](double value) {

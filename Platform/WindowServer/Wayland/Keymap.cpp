@@ -1,5 +1,7 @@
 #include "WindowServer/Wayland/Keymap.h"
 
+#include "WindowServer/GlobalKey.h"
+
 #include <QChar>
 
 #include <map>
@@ -10,8 +12,6 @@
 namespace WindowServer::Wayland {
 
 namespace {
-
-constexpr uint32_t codeOffset = 8; ///< Between the kernel's numbers and those of keymaps.
 
 int keyFrom(xkb_keysym_t symbol) {
     static const std::map<xkb_keysym_t, int> named = {
@@ -64,17 +64,17 @@ void Keymap::update(uint32_t depressed, uint32_t latched, uint32_t locked, uint3
 }
 
 int Keymap::keyOf(uint32_t code) const {
-    return m_state ? keyFrom(xkb_state_key_get_one_sym(m_state.get(), code + codeOffset)) : 0;
+    return m_state ? keyFrom(xkb_state_key_get_one_sym(m_state.get(), code + firstKeycode)) : 0;
 }
 
 QString Keymap::textOf(uint32_t code) const {
     char text[16] = {};
-    if (m_state) xkb_state_key_get_utf8(m_state.get(), code + codeOffset, text, sizeof text);
+    if (m_state) xkb_state_key_get_utf8(m_state.get(), code + firstKeycode, text, sizeof text);
     return QString::fromUtf8(text);
 }
 
 bool Keymap::repeats(uint32_t code) const {
-    return m_map && xkb_keymap_key_repeats(m_map.get(), code + codeOffset);
+    return m_map && xkb_keymap_key_repeats(m_map.get(), code + firstKeycode);
 }
 
 Qt::KeyboardModifiers Keymap::modifiers() const {
@@ -94,7 +94,7 @@ Qt::KeyboardModifiers Keymap::modifiers() const {
 std::optional<int> Keymap::plainKeyOf(uint32_t code) const {
     const xkb_keysym_t* symbols = nullptr;
     if (!m_map ||
-        xkb_keymap_key_get_syms_by_level(m_map.get(), code + codeOffset, 0, 0, &symbols) != 1)
+        xkb_keymap_key_get_syms_by_level(m_map.get(), code + firstKeycode, 0, 0, &symbols) != 1)
         return std::nullopt;
     return keyFrom(symbols[0]);
 }

@@ -16,14 +16,9 @@ Stages::Stages(const Connection& connection, const Outputs& outputs)
 }
 
 Stage* Stages::at(const CGRect& frame) const {
-    const auto& displays = m_outputs.all();
-    auto display = std::ranges::find(displays, frame, &Display::frame);
-    const CGPoint middle{CGRectGetMidX(frame), CGRectGetMidY(frame)};
-    if (display == displays.end())
-        display = std::ranges::find_if(
-            displays, [&](const Display& each) { return CGRectContainsPoint(each.frame, middle); });
-    if (display == displays.end()) return nullptr;
-    const Output* const output = m_outputs.shown()[display - displays.begin()];
+    const Display* const display = m_outputs.at(frame);
+    if (!display) return nullptr;
+    const Output* const output = m_outputs.shown()[display - m_outputs.all().data()];
     const auto stage = std::ranges::find_if(
         m_stages, [output](const auto& each) { return &each->output() == output; });
     return stage == m_stages.end() ? nullptr : stage->get();

@@ -45,16 +45,6 @@ void DisplayList::attach() {
     m_displays = read();
 }
 
-const Display* DisplayList::at(const CGRect& frame) const {
-    const auto same = std::ranges::find(m_displays, frame, &Display::frame);
-    if (same != m_displays.end()) return &*same;
-    const CGPoint middle{CGRectGetMidX(frame), CGRectGetMidY(frame)};
-    const auto holder = std::ranges::find_if(m_displays, [&](const Display& display) {
-        return CGRectContainsPoint(display.frame, middle);
-    });
-    return holder == m_displays.end() ? nullptr : &*holder;
-}
-
 void DisplayList::handle(const xcb_generic_event_t& event) {
     const int type = typeOf(event);
     const int randr = m_connection.events().randr;

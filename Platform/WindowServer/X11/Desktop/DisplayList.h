@@ -23,10 +23,6 @@ public:
     void attach();
 
     const std::vector<Display>& all() const override { return m_displays; }
-    /// The display that a frame belongs to: the one of that very frame, else the one that holds the
-    /// frame's middle. Null where there is none.
-    const Display* at(const CGRect& frame) const;
-
     /// Called before `onChanged`, for what stands on the displays.
     std::function<void()> onRefreshed;
 

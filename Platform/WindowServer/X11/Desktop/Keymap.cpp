@@ -19,7 +19,6 @@ constexpr xcb_keysym_t altRight = 0xffea;
 constexpr xcb_keysym_t superLeft = 0xffeb;
 constexpr xcb_keysym_t superRight = 0xffec;
 
-constexpr int kernelOffset = 8; ///< The server counts keys from here, the kernel from 0.
 constexpr int modifierCount = 8;
 constexpr uint16_t allModifiers = 0xff;
 
@@ -112,7 +111,7 @@ bool ChordCode::matches(uint16_t state) const {
 ChordCode codeOf(const KeyChord& chord, const Connection& connection, bool hasXkb) {
     ChordCode code;
     code.key = hasXkb ? keyAt(chord.place, connection)
-                      : static_cast<xcb_keycode_t>(chord.kernelCode + kernelOffset);
+                      : static_cast<xcb_keycode_t>(chord.kernelCode + firstKeycode);
     const Modifiers modifiers(connection);
     if (chord.control) code.modifiers |= XCB_MOD_MASK_CONTROL;
     if (chord.alt) code.modifiers |= firstOr(modifiers.with({altLeft, altRight}), XCB_MOD_MASK_1);

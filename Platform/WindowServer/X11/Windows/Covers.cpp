@@ -19,10 +19,6 @@ constexpr int frameMilliseconds = 33; ///< At most 30 frames a second.
 /// needs one has taken on another form.
 constexpr int afterCompositorMilliseconds = 5000;
 
-// Return codes of the window server's calls.
-constexpr int illegalArgument = 1001;
-constexpr int notImplemented = 1006;
-
 } // namespace
 
 Covers::Covers(Connection& connection, const DisplayList& displays,

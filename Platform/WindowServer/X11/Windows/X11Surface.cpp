@@ -19,9 +19,6 @@ namespace WindowServer {
 
 namespace {
 
-/// The material blurs as strongly as the strongest background blur that windows ask for.
-constexpr double materialDeviation = 84;
-
 constexpr uint32_t opaque = 0xffffffff;
 
 /// Beyond the screen, which compositors do not draw.
