@@ -3,6 +3,8 @@
 #include "Harness/OnDesktop.h"
 #include "Harness/ScreenReader.h"
 
+#include <fstream>
+
 using namespace Harness;
 
 namespace {
@@ -82,11 +84,23 @@ TEST_F(Accessibility, ReadsTheSettingsAndWorksThem) {
                  "push button \"Buy SUMMIT\"", "push button \"Strength", "push button \"Look",
                  "push button \"Blur Every Screen Now\"", "push button \"Camera",
                  "check box \"Open at login\""});
-    for (const bool on : {true, false}) {
-        press("General", "Open at login");
+    const auto expectAtLogin = [&](bool on) {
         EXPECT_SOON(std::filesystem::exists(entry) == on);
         expectRoles("General", general(on));
+    };
+    for (const bool on : {true, false, true}) {
+        press("General", "Open at login");
+        expectAtLogin(on);
     }
+    std::filesystem::remove(entry); // By others: the tab looks again as it comes.
+    press("General", "Support");
+    press("Support", "General");
+    expectAtLogin(false);
+    std::filesystem::remove(entry.parent_path());
+    std::ofstream(entry.parent_path()) << "not a folder";
+    press("General", "Open at login");
+    EXPECT_SOON(agent->process().errors().starts_with(
+        "Nimbrel Lite: login item not changed: Error Domain="));
     for (int i = 0; i < 2; ++i) // Once more changes nothing.
         press("General", "Blur Every Screen Now");
     press("General", "Support");
@@ -125,9 +139,10 @@ TEST_F(Accessibility, ReadsWhatAnAlertSaysAndWhoHasTheKey) {
     EXPECT_TRUE(window("General")->called(
         "In use by another app, so it doesn't work here. The floating button and the menu bar "
         "icon still do."));
-    desktop.input.strike(tabKey, 4);
-    ASSERT_SOON(reader.focused().starts_with("push button \"Strength"));
-    strike({spaceKey});
+    const auto row = window("General")->find(
+        [](const Spoken& each) { return each.name.starts_with("Strength"); });
+    ASSERT_TRUE(row);
+    click(reader.areaOf(*row)); // Between its words.
     const std::string message = "Blur strength up to 200% is part of Nimbrel SUMMIT";
     expectRoles(message,
                 "alert message, graphic, label, label, push button, push button, push button");

@@ -24,9 +24,10 @@ struct LongLife : testing::Test {
         EXPECT_SOON(exceeding(before).empty()) << exceeding(before);
         const long more = agent.process().memory() - memory;
         std::cout << times << " times: " << more << " of " << memory << " KiB more\n";
-#ifndef SANITIZED // which keeps what was freed
-        EXPECT_LT(more, memory / 20);
-#endif
+        // Another program may be a sanitized one, which keeps what was freed.
+        if (!std::getenv("NIMBREL_LITE")) {
+            EXPECT_LT(more, memory / 20);
+        }
         EXPECT_EQ(agent.process().errors(), "");
     }
 

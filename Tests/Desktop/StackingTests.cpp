@@ -69,23 +69,6 @@ INSTANTIATE_TEST_SUITE_P(Timed, TimedStacking, testing::Bool(), [](const auto& e
     return each.param ? "WithACompositor" : "WithoutACompositor";
 });
 
-TEST_F(Stacking, AnotherProgramThatRedirectsAllWindowsUncoversNothing) {
-    window.show();
-    start();
-    for (const auto mode : {XCB_COMPOSITE_REDIRECT_MANUAL, XCB_COMPOSITE_REDIRECT_AUTOMATIC}) {
-        {
-            const XClient foe(desktop.display());
-            xcb_composite_query_version(foe, 0, 4);
-            xcb_composite_redirect_subwindows(foe, foe.root(), mode);
-            foe.settle();
-            window.paint(marker);
-            EXPECT_FOR(300ms, !showsMarker()) << mode;
-        }
-        EXPECT_FOR(300ms, !showsMarker()) << mode << " has gone";
-        EXPECT_TRUE(agent->isCovered()) << mode;
-    }
-}
-
 TEST_F(Stacking, AnotherProgramThatKeepsACoverAloneFromTheScreenIsOutdone) {
     window.show();
     start();

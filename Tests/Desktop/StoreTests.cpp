@@ -12,7 +12,7 @@ TEST_F(OnDesktop, TheStoreIsTouchedForFormerSettingsAloneAndMayHoldAnything) {
         std::ifstream stream(file);
         return std::string(std::istreambuf_iterator(stream), {});
     };
-    start();
+    ASSERT_NO_FATAL_FAILURE(start());
     EXPECT_TRUE(std::filesystem::is_empty(file.parent_path()));
     const Area usual = agent->buttons()[0].area;
     desktop.input.drag(usual, {{1000, 700}, {200, 300}});
@@ -26,8 +26,19 @@ TEST_F(OnDesktop, TheStoreIsTouchedForFormerSettingsAloneAndMayHoldAnything) {
         agent->cover();
         agent->uncover();
     }
+    const std::pair<const char*, Area> places[] = {{"0.49, 0", {6, 6, 44, 44}},
+                                                   {"0.5, 0", {1870, 6, 44, 44}},
+                                                   {"7.0, 1.5", {1870, 1542, 44, 44}},
+                                                   {"\"0, 0.5\"", usual},
+                                                   {"0, 0.5, 1", usual},
+                                                   {"0, 0.5 m", usual}};
+    for (const auto& [value, place] : places) {
+        write(key + value);
+        ASSERT_NO_FATAL_FAILURE(start());
+        EXPECT_EQ(agent->buttons()[0].area, place) << value;
+    }
     write(key + "left, 0.5\nstrength=3\nloginAsked=true\n[Other]\nstyle=kept\n");
-    start();
+    ASSERT_NO_FATAL_FAILURE(start());
     EXPECT_EQ(agent->buttons()[0].area, usual);
     EXPECT_EQ(text(), key + "left, 0.5\nloginAsked=true\n[Other]\nstyle=kept\n");
 }

@@ -65,12 +65,6 @@ Environment environmentOf(const Folder& home, const QString& busAddress) {
         {"XDG_RUNTIME_DIR", home.make("runtime").string()},
         {"DBUS_SESSION_BUS_ADDRESS", busAddress.toStdString()},
         {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent"},
-#ifdef OPEN_AT_THE_END
-        {"LD_PRELOAD", OPEN_AT_THE_END},
-        {"ASAN_OPTIONS", "verify_asan_link_order=0"},
-        {"LSAN_OPTIONS", "print_suppressions=0:suppressions=" LEAKS_OF_LIBRARIES},
-        {"UBSAN_OPTIONS", "print_stacktrace=1"},
-#endif
     };
 }
 
