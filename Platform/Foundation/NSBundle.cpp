@@ -8,14 +8,6 @@
 
 #include <algorithm>
 
-namespace {
-std::optional<std::string> installedExecutable;
-}
-
-void installMainExecutable(std::optional<std::string> path) {
-    installedExecutable = std::move(path);
-}
-
 std::string infoOf(const std::string& key) {
     return NSBundle::mainBundle().objectForInfoDictionaryKey(key).value_or("");
 }
@@ -43,20 +35,18 @@ std::optional<std::string> NSBundle::bundleIdentifier() const {
     return objectForInfoDictionaryKey("CFBundleIdentifier");
 }
 
+// An installed program is in the folder of applications. Any other, such as one in a build tree or
+// in someone's home, is in the bundle that its own folder is.
 std::string NSBundle::bundlePath() const {
-    const auto executable =
-        installedExecutable.value_or(QCoreApplication::applicationFilePath().toStdString());
-    return bundlePathOf(executable, infoOf("CFBundleName"));
+    const auto executable = QCoreApplication::applicationFilePath().toStdString();
+    for (const char* const prefix : {"/usr/", "/opt/"})
+        if (executable.starts_with(prefix))
+            return "/Applications/" + infoOf("CFBundleName") + ".app";
+    return executable.substr(0, std::max<size_t>(executable.rfind('/'), 1));
 }
 
 std::optional<std::string> NSBundle::objectForInfoDictionaryKey(const std::string& key) const {
     const auto found = m_infoDictionary.find(key);
     if (found == m_infoDictionary.end()) return std::nullopt;
     return found->second;
-}
-
-std::string bundlePathOf(const std::string& executable, const std::string& name) {
-    for (const char* const prefix : {"/usr/", "/opt/"})
-        if (executable.starts_with(prefix)) return "/Applications/" + name + ".app";
-    return executable.substr(0, std::max<size_t>(executable.rfind('/'), 1));
 }

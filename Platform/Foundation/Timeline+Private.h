@@ -3,17 +3,12 @@
 #include <functional>
 #include <memory>
 
-/// Where timers and animations take their time from: the event loop, or a test's own clock.
-class Timeline {
-public:
-    virtual ~Timeline() = default;
+/// The event loop's time, which timers and animations go by.
+namespace Timeline {
 
-    static Timeline& current();
-    /// Null for the event loop's.
-    static void install(std::unique_ptr<Timeline> timeline);
+double now(); ///< In seconds, from any start.
 
-    virtual double now() const = 0; ///< In seconds, from any start.
+/// Runs `work` once, so many seconds from now, unless the result is dropped before.
+std::shared_ptr<void> schedule(double seconds, std::function<void()> work);
 
-    /// Runs `work` once, so many seconds from now, unless the result is dropped before.
-    virtual std::shared_ptr<void> schedule(double seconds, std::function<void()> work) = 0;
-};
+} // namespace Timeline

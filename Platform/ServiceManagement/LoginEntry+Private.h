@@ -61,6 +61,3 @@ public:
 private:
     const Application m_application;
 };
-
-/// Puts another service in the place of the running application's. Null for its own.
-void installMainAppService(std::shared_ptr<SMAppService> service);

@@ -58,8 +58,6 @@ std::shared_ptr<NSError> remove(const QString& path) {
     return errorOf(path, file.errorString());
 }
 
-std::shared_ptr<SMAppService> installedService;
-
 LoginEntry::Application application() {
     return {.identifier = infoOf("CFBundleIdentifier"),
             .name = infoOf("CFBundleName"),
@@ -95,9 +93,5 @@ bool LoginEntry::unregisterAndReturnError(std::shared_ptr<NSError>& error) {
 
 SMAppService& SMAppService::mainAppService() {
     static LoginEntry service(application());
-    return installedService ? *installedService : service;
-}
-
-void installMainAppService(std::shared_ptr<SMAppService> service) {
-    installedService = std::move(service);
+    return service;
 }

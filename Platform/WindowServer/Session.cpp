@@ -22,7 +22,6 @@ std::unique_ptr<Session> openOnX11() {
 } // namespace
 
 bool Session::open() {
-    if (theSession) return true;
     theSession = Wayland::WaylandSession::connect();
     const char* const platform = theSession ? "wayland" : "xcb";
     if (!theSession) theSession = openOnX11();
@@ -33,7 +32,5 @@ bool Session::open() {
 }
 
 Session& Session::current() { return *theSession; }
-
-void Session::install(std::unique_ptr<Session> session) { theSession = std::move(session); }
 
 } // namespace WindowServer

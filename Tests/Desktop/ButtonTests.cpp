@@ -73,12 +73,14 @@ TEST_F(Buttons, StandOnTheRightOfEveryMonitorAndToggleAwakeOrDim) {
     EXPECT_TRUE(paper.hears(XCB_BUTTON_PRESS, 1));
     expectToggles(0);
     leave();
-    EXPECT_FOR(2s, isAwake(0) && isAwake(1));
+    ASSERT_SOON(isAwake(0) && isAwake(1));
+    EXPECT_FOR(1s, isAwake(0) && isAwake(1));
     ASSERT_SOON(isDim(0) && isDim(1));
     hover(0);
     EXPECT_SOON(isAwake(0));
     EXPECT_TRUE(isDim(1));
     expectToggles(1);
+    EXPECT_SOON(isAwake(1));
     EXPECT_FOR(3s, isAwake(1)) << "under the pointer";
     EXPECT_TRUE(isDim(0));
     drag(1, {{2500, 300}, {2000, 300}});
