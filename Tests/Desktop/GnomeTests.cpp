@@ -2,6 +2,7 @@
 // shows, with a neighbour of Wayland and one of X11.
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
+#include "Harness/Input.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -29,7 +30,7 @@ enabled-extensions=['%s']
 welcome-dialog-last-shown-version='99'
 )";
 
-struct Gnome : testing::Test {
+struct Gnome : testing::Test, Hand {
     Gnome() {
         home.make("config/glib-2.0/settings");
         enable("nimbrel-lite-43@vardek.com");
@@ -106,37 +107,32 @@ struct Gnome : testing::Test {
     /// Windows of the program's above the covers, by the beginning of what they are.
     std::vector<Area> windows(const QString& kind) const {
         std::vector<Area> areas;
-        const auto found = js("global.get_window_actors()"
-                              ".filter(a => a.get_parent().get_parent().name === 'nimbrel-front')"
-                              ".map(a => a.meta_window)"
-                              ".filter(w => w.get_wm_class_instance()?.startsWith('" +
-                              kind +
-                              "')).map(w => w.get_frame_rect())"
-                              ".sort((a, b) => a.x - b.x).map(r => [r.x, r.y, r.width, r.height])")
-                               .toArray();
-        for (const auto& each : found) {
-            const auto r = each.toArray();
-            areas.push_back({r[0].toInt(), r[1].toInt(), r[2].toInt(), r[3].toInt()});
-        }
+        for (const auto& each :
+             js("global.get_window_actors()"
+                ".filter(a => a.get_parent().get_parent().name === 'nimbrel-front')"
+                ".map(a => a.meta_window)"
+                ".filter(w => w.get_wm_class_instance()?.startsWith('" +
+                kind +
+                "')).map(w => w.get_frame_rect())"
+                ".sort((a, b) => a.x - b.x).map(r => [r.x, r.y, r.width, r.height])")
+                 .toArray())
+            areas.push_back(areaOf(each));
         return areas;
     }
+    static Area areaOf(const QJsonValue& r) {
+        return {r[0].toInt(), r[1].toInt(), r[2].toInt(), r[3].toInt()};
+    }
 
-    void move(const Point& to) const {
-        js(QString("mouse.notify_absolute_motion(now(), %1, %2)").arg(to.x).arg(to.y));
-    }
-    void click(const Area& area, int button = 1) const {
-        move(area.middle());
-        for (const int down : {1, 0})
-            js(QString("mouse.notify_button(now(), %1, %2)").arg(button).arg(down));
-    }
-    void strike(const std::vector<uint8_t>& codes) const {
-        for (const int down : {1, 0})
-            for (const uint8_t code : codes)
-                js(QString("keys.notify_key(now(), %1, %2)").arg(code - 8).arg(down));
-    }
-    void strikeEach(const std::vector<uint8_t>& codes) const {
-        for (const uint8_t code : codes)
-            strike({code});
+    void fake(uint8_t type, uint8_t detail, int x, int y) const override {
+        const bool down = type == XCB_KEY_PRESS || type == XCB_BUTTON_PRESS;
+        if (type == XCB_MOTION_NOTIFY)
+            js(QString("mouse.notify_absolute_motion(now(), %1, %2)").arg(x).arg(y));
+        else if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE)
+            js(QString("keys.notify_key(now(), %1, %2)").arg(detail - 8).arg(down ? 1 : 0));
+        else if (detail <= 3)
+            js(QString("mouse.notify_button(now(), %1, %2)").arg(detail).arg(down ? 1 : 0));
+        else if (down)
+            js("mouse.notify_discrete_scroll(now(), 1, 0)");
     }
     bool notices(const Process& editor, const std::function<void()>& work) const {
         const std::string before = editor.output();
@@ -144,7 +140,7 @@ struct Gnome : testing::Test {
         return await([&] { return editor.output() != before; });
     }
     bool hears(const Process& editor) const {
-        return notices(editor, [&] { strike({aKey}); });
+        return notices(editor, [&] { strike(aKey); });
     }
 
     Picture grab(const Area& area = left.joined(right)) const {
@@ -172,11 +168,12 @@ struct Gnome : testing::Test {
         return all.cut(left).sharpestStep() < sharp && all.cut(right).sharpestStep() < sharp &&
                all.cut(left).mean() > 20 && all.cut(right).mean() > 20;
     }
+    /// One that has only just come may miss the first.
+    void expectAtAClick(const Area& at, const std::function<bool()>& condition) const {
+        ASSERT_TRUE((click(at), await(condition, 4s)) || (click(at), await(condition)));
+    }
     void cover() const {
-        const auto click = [&] { Gnome::click(windows("button").at(0)); };
-        const auto covered = [&] { return isCovered(); };
-        // One that has only just come may miss it.
-        ASSERT_TRUE((click(), await(covered, 4s)) || (click(), await(covered)));
+        expectAtAClick(windows("button").at(0), [&] { return isCovered(); });
     }
     void openMenu(const Area& at) const {
         click(at, 3);
@@ -184,10 +181,8 @@ struct Gnome : testing::Test {
         ASSERT_SOON(grab(windows("menu").at(0)).sharpestStep() > clear);
     }
     Area iconArea() const {
-        const auto r = js("(i => [...i.get_transformed_position(), ...i.get_transformed_size()])(" +
-                          icon + ")")
-                           .toArray();
-        return {r[0].toInt(), r[1].toInt(), r[2].toInt(), r[3].toInt()};
+        return areaOf(js("(i => [...i.get_transformed_position(), ...i.get_transformed_size()])(" +
+                         icon + ")"));
     }
 
     Folder home;
@@ -230,15 +225,15 @@ TEST_F(Gnome, NothingThatTheShellDrawsIsReadable) {
         EXPECT_TRUE(notices(*editors[i], [&] { click(i == 0 ? left : right); }));
         EXPECT_TRUE(hears(*editors[i]));
     }
-    EXPECT_TRUE(notices(*editors[1], [&] { js("mouse.notify_discrete_scroll(now(), 1, 0)"); }));
-    strike(chordKeys);
+    EXPECT_TRUE(notices(*editors[1], [&] { click(5); }));
+    strikeChord();
     EXPECT_SOON(isClear());
     click(iconArea());
     EXPECT_SOON(isCovered());
     EXPECT_EQ(js(icon + ".accessible_name"), "Show the screens");
 }
 
-TEST_F(Gnome, MenusAndAlertsHaveTheKeyboardAboveTheCover) {
+TEST_F(Gnome, MenusAndAlertsHaveTheKeyboardAboveTheCoverAndAKillTakesThemAll) {
     startAll();
     cover();
     const auto back = [&] {
@@ -246,7 +241,7 @@ TEST_F(Gnome, MenusAndAlertsHaveTheKeyboardAboveTheCover) {
         EXPECT_TRUE(hears(*editors[1]));
     };
     openMenu(windows("button").at(1));
-    EXPECT_SOON((strike({escapeKey}), windows("menu").empty()));
+    EXPECT_SOON((strike(escapeKey), windows("menu").empty()));
     back();
 
     openMenu(iconArea());
@@ -256,14 +251,26 @@ TEST_F(Gnome, MenusAndAlertsHaveTheKeyboardAboveTheCover) {
     EXPECT_EQ(editors[0]->output(), before);
 
     openMenu(windows("button").at(0));
-    strikeEach({downKey, downKey, downKey, downKey, rightKey});
+    strike({downKey, downKey, downKey, downKey, rightKey});
     EXPECT_SOON(windows("menu").size() == 2);
-    strike({returnKey});
+    strike(returnKey);
     ASSERT_SOON(windows("alert").size() == 1 && hasKeyboard());
     EXPECT_SOON(grab(windows("alert").at(0)).sharpestStep() > clear);
-    strike({escapeKey});
+    strike(escapeKey);
     back();
     EXPECT_TRUE(isCovered());
+
+    openMenu(windows("button").at(1));
+    strike({upKey, upKey, returnKey});
+    ASSERT_SOON(windows("window").size() == 1);
+    openMenu(iconArea());
+    program->send(SIGKILL);
+    EXPECT_SOON(is("global.stage.get_children().length === found") && isClear());
+    EXPECT_TRUE(is(icon + " === undefined"));
+    click(left);
+    EXPECT_TRUE(hears(*editors[0]));
+    startProgram();
+    cover();
 }
 
 TEST_F(Gnome, CoversOutlastLockMonitorsAndTheExtension) {
@@ -272,7 +279,7 @@ TEST_F(Gnome, CoversOutlastLockMonitorsAndTheExtension) {
     js("Main.sessionMode.pushMode('unlock-dialog')");
     ASSERT_SOON(is("Main.sessionMode.isLocked"));
     const Area button = windows("button").at(0);
-    strike(chordKeys);
+    strikeChord();
     click(button);
     EXPECT_TRUE(is("global.stage.get_children().every(a => a.name !== 'nimbrel-covers')"));
     EXPECT_FALSE(is("global.stage.get_children().find(a => a.name === 'nimbrel-front').visible"));
@@ -303,26 +310,6 @@ TEST_F(Gnome, CoversOutlastLockMonitorsAndTheExtension) {
     EXPECT_SOON(grab(left).sharpestStep() > clear);
 }
 
-TEST_F(Gnome, AProgramThatIsKilledLeavesNothingBehind) {
-    startAll();
-    const auto menu = [&] { openMenu(windows("button").at(1)); };
-    const std::function<void()> steps[] = {[] {}, [&] { cover(); }, [&] { cover(), menu(); },
-                                           [&] {
-                                               cover(), menu();
-                                               strikeEach({upKey, upKey, returnKey});
-                                               ASSERT_SOON(windows("window").size() == 1);
-                                           }};
-    for (const auto& step : steps) {
-        step();
-        program->send(SIGKILL);
-        EXPECT_SOON(is("global.stage.get_children().length === found") && isClear());
-        EXPECT_TRUE(is(icon + " === undefined"));
-        click(left);
-        EXPECT_TRUE(hears(*editors[0]));
-        startProgram();
-    }
-}
-
 TEST_F(Gnome, TheUserIsAskedOnceBeforeTheExtensionIsEnabled) {
     enable("");
     const auto extensions = home.path() / "data/gnome-shell/extensions";
@@ -332,11 +319,9 @@ TEST_F(Gnome, TheUserIsAskedOnceBeforeTheExtensionIsEnabled) {
     const auto ask = [&](uint8_t answer) {
         constexpr auto alerts = "global.get_window_actors().map(a => a.meta_window)"
                                 ".filter(w => w.title === 'Nimbrel Lite' && w.has_focus()).length";
-        const auto isAsked = [&] { return js(alerts).toInt() == 1; };
-        const auto click = [&] { Gnome::click({1250, 450, 4, 4}); }; // Where a button stands.
-        // One that has only just come may miss it.
-        ASSERT_TRUE((click(), await(isAsked, 3s)) || (click(), await(isAsked)));
-        strike({answer});
+        // Where a button stands.
+        expectAtAClick({1250, 450, 4, 4}, [&] { return js(alerts).toInt() == 1; });
+        strike(answer);
         EXPECT_SOON(js(alerts).toInt() == 0);
     };
     const auto start = [&] {
