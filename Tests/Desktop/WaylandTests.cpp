@@ -135,7 +135,7 @@ struct Wayland : testing::TestWithParam<WaylandDesk::Kind> {
     }
 
     WaylandDesk desk{GetParam()};
-    const Hand& hand = desk.hand();
+    const WaylandInput& hand = desk.hand();
     ScreenReader reader{desk.environment()};
     Editor paper{desk, left, "wayland"};
     Editor xPaper{desk, right, "xcb"};
@@ -159,9 +159,13 @@ TEST_P(Wayland, BlursBothOutputsAndLetsInputThrough) {
     xPaper.expectInput();
     EXPECT_TRUE(isCovered());
 
-    for (const bool byKey : {false, true})
+    enum { byMouse, byKey, byFinger };
+    for (const auto way : {byMouse, byKey, byFinger})
         for (const bool covered : {false, true}) {
-            byKey&& isKWin() ? hand.strikeChord() : hand.click(buttons().at(1));
+            if (way == byMouse || !isKWin())
+                hand.click(buttons().at(1));
+            else
+                way == byKey ? hand.strikeChord() : hand.tap(buttons().at(1));
             EXPECT_SOON(covered ? isCovered() : isClear());
         }
     if (isKWin()) {

@@ -18,6 +18,7 @@ struct GiveBack {
     void operator()(wl_shm_pool* object) const { wl_shm_pool_destroy(object); }
     void operator()(wl_subsurface* object) const { wl_subsurface_destroy(object); }
     void operator()(wl_surface* object) const { wl_surface_destroy(object); }
+    void operator()(wl_touch* object) const { wl_touch_release(object); }
     void operator()(wp_viewport* object) const { wp_viewport_destroy(object); }
     void operator()(wp_fractional_scale_v1* object) const {
         wp_fractional_scale_v1_destroy(object);

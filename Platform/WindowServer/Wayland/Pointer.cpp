@@ -55,9 +55,10 @@ void Pointer::connectTo(wl_seat* seat) {
         .leave = [](void* self, wl_pointer*, uint32_t,
                     wl_surface*) { static_cast<Pointer*>(self)->leave(); },
         .motion =
-            [](void* self, wl_pointer*, uint32_t time, wl_fixed_t x, wl_fixed_t y) {
-                static_cast<Pointer*>(self)->move(time,
-                                                  {wl_fixed_to_double(x), wl_fixed_to_double(y)});
+            [](void* data, wl_pointer*, uint32_t time, wl_fixed_t x, wl_fixed_t y) {
+                auto* const self = static_cast<Pointer*>(data);
+                self->move(time,
+                           self->m_corner + QPointF(wl_fixed_to_double(x), wl_fixed_to_double(y)));
             },
         .button =
             [](void* self, wl_pointer*, uint32_t, uint32_t time, uint32_t code, uint32_t state) {
@@ -83,7 +84,7 @@ void Pointer::enter(uint32_t serial, const wl_surface* surface, QPointF point) {
     m_serial = serial;
     m_shape.reset();
     m_corner = stage->place().topLeft();
-    move(m_time, point);
+    move(m_time, m_corner + point);
 }
 
 void Pointer::leave() {
@@ -93,9 +94,9 @@ void Pointer::leave() {
     look();
 }
 
-void Pointer::move(uint32_t time, QPointF point) {
+void Pointer::move(uint32_t time, QPointF place) {
     m_time = time;
-    m_place = m_corner + point;
+    m_place = place;
     look();
     if (m_place) send(target(), QEvent::MouseMove, Qt::NoButton, time);
     showCursor();

@@ -27,11 +27,13 @@ public:
     /// What is beneath it may be another window now.
     void look();
 
+    /// To a place in the toolkit's coordinates.
+    void move(uint32_t time, QPointF place);
+    void button(uint32_t time, uint32_t code, bool isPressed);
+    void leave();
+
 private:
     void enter(uint32_t serial, const wl_surface* surface, QPointF point);
-    void leave();
-    void move(uint32_t time, QPointF point);
-    void button(uint32_t time, uint32_t code, bool isPressed);
     void scroll(uint32_t axis, double points);
 
     QWidget* target() const;

@@ -2,10 +2,11 @@
 
 #include "WindowServer/Wayland/Keyboard.h"
 #include "WindowServer/Wayland/Pointer.h"
+#include "WindowServer/Wayland/Touch.h"
 
 namespace WindowServer::Wayland {
 
-/// The user's mouse and keyboard, as they come and go.
+/// The user's mouse, touch screen and keyboard, as they come and go.
 class Seat {
 public:
     Seat(const Connection& connection, const Stages& stages, StagedWindows& windows);
@@ -17,6 +18,7 @@ private:
     Owned<wl_seat> m_seat;
     Keyboard m_keyboard;
     Pointer m_pointer;
+    Touch m_touch;
     uint32_t m_capabilities = 0;
 };
 

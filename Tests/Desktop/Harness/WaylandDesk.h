@@ -30,7 +30,7 @@ public:
     const Environment& environment() const { return m_environment; }
     const QString& bus() const { return m_bus.address(); }
     const Folder& home() const { return m_home; }
-    const Hand& hand() const { return *m_hand; }
+    const WaylandInput& hand() const { return *m_hand; }
 
     std::string run(const std::vector<std::string>& command) const; ///< What it says to the end.
     Picture grab(const Area& area = bounds) const;                  ///< Without the pointer.

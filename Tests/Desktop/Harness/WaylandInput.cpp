@@ -113,6 +113,16 @@ void WaylandInput::jump(int x, int y) const {
                                                         wl_fixed_from_int(y));
 }
 
+void WaylandInput::tap(const Area& area) const {
+    constexpr uint32_t finger = 0;
+    const Point at = area.middle();
+    org_kde_kwin_fake_input_touch_down(m_devices.fake, finger, wl_fixed_from_int(at.x),
+                                       wl_fixed_from_int(at.y));
+    org_kde_kwin_fake_input_touch_up(m_devices.fake, finger);
+    org_kde_kwin_fake_input_touch_frame(m_devices.fake);
+    settle();
+}
+
 void WaylandInput::wheel(int steps) const {
     const wl_fixed_t way = wl_fixed_from_int(steps * wheelStep);
     if (m_pointer) {

@@ -20,6 +20,7 @@ public:
     ~WaylandInput() override;
 
     const Point& pointer() const { return m_pointerAt; } ///< Where it has moved to.
+    void tap(const Area& area) const; ///< By a finger, which KWin alone takes from a program.
 
     struct Devices { ///< As far as the compositor has them: KWin the first, others the rest.
         org_kde_kwin_fake_input* fake = nullptr;
