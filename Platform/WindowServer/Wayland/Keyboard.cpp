@@ -27,9 +27,10 @@ void Keyboard::connectTo(wl_seat* seat) {
         .enter = [](void* self, wl_keyboard*, uint32_t, wl_surface* surface,
                     wl_array*) { static_cast<Keyboard*>(self)->m_focus = surface; },
         .leave =
-            [](void* self, wl_keyboard*, uint32_t, wl_surface* surface) {
-                if (static_cast<Keyboard*>(self)->m_focus == surface)
-                    static_cast<Keyboard*>(self)->m_focus = nullptr;
+            [](void* data, wl_keyboard*, uint32_t, wl_surface*) {
+                auto* const self = static_cast<Keyboard*>(data);
+                self->m_focus = nullptr;
+                self->m_keymap.update(0, 0, 0, 0); // Nobody tells what is let go meanwhile.
             },
         .key =
             [](void* data, wl_keyboard*, uint32_t, uint32_t, uint32_t code, uint32_t state) {
@@ -61,7 +62,7 @@ QWidget* Keyboard::popup() const {
 bool Keyboard::isWanted() const {
     if (m_windows.wantingKeyboard()) return true;
     const QWidget* const menu = popup();
-    return menu && menu != m_deprived && (m_holder || !QGuiApplication::focusWindow());
+    return menu && (m_holder || !QGuiApplication::focusWindow());
 }
 
 /// KWin hands the keyboard to a stage that is clicked, though it wants none. It gets it back as one
@@ -92,9 +93,10 @@ void Keyboard::follow() {
     if (m_hadKeys) activate();
 }
 
-/// Not of our doing: the user has gone elsewhere, and comes back by a click.
+/// Not of our doing: the user has gone elsewhere, and comes back by a click. Menus close.
 void Keyboard::lose() {
-    m_deprived = popup();
+    for (QWidget* menu = popup(); menu && menu->close();)
+        menu = popup();
     m_windows.dropKeyboard();
     deactivate();
 }

@@ -4,7 +4,6 @@
 #include "WindowServer/Wayland/Keymap.h"
 
 #include <QEvent>
-#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
@@ -46,7 +45,6 @@ private:
     std::unique_ptr<KeyboardHolder> m_holder;
     bool m_hadKeys = false;              ///< At the end of the last turn.
     const wl_surface* m_focus = nullptr; ///< That of ours that has the keyboard.
-    QPointer<QWidget> m_deprived;        ///< A menu that has lost the keyboard.
     QTimer m_repeat;
     uint32_t m_repeated = 0;
     std::chrono::milliseconds m_repeatDelay{600};
