@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 using WindowServer::Session;
 
@@ -186,15 +187,18 @@ protected:
         m_grip = event->globalPosition().toPoint() - pos();
     }
 
-    /// The title bar's middle stays in reach on some screen.
+    void mouseReleaseEvent(QMouseEvent*) override { m_grip.reset(); }
+
+    /// The title bar's middle stays in reach on some screen. A button that is pressed lets the
+    /// moves beside it through.
     void mouseMoveEvent(QMouseEvent* event) override {
-        if (!(event->buttons() & Qt::LeftButton)) return;
+        if (!m_grip || !(event->buttons() & Qt::LeftButton)) return;
         const QPoint pointer = event->globalPosition().toPoint();
         const QScreen* const screen = QGuiApplication::screenAt(pointer);
         if (!screen) return;
         const QRect room = screen->availableGeometry();
         const QRect shown = body();
-        const QPoint wanted = pointer - m_grip + shown.topLeft();
+        const QPoint wanted = pointer - *m_grip + shown.topLeft();
         const int x = std::clamp(wanted.x(), room.left() - shown.width() + leastOnScreen,
                                  room.right() - leastOnScreen);
         const int y = std::clamp(wanted.y(), room.top(), room.bottom() - TitleBar::height);
@@ -229,7 +233,7 @@ private:
     }
 
     bool m_translucent = false;
-    QPoint m_grip; ///< Where the pointer took hold of the window.
+    std::optional<QPoint> m_grip; ///< Where the pointer has taken hold of the window.
 };
 
 } // namespace
