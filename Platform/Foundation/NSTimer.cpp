@@ -5,28 +5,41 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
-double Timeline::now() {
-    static const QElapsedTimer clock = [] {
-        QElapsedTimer started;
-        started.start();
-        return started;
-    }();
-    return static_cast<double>(clock.nsecsElapsed()) / 1e9;
+namespace {
+
+class EventLoopTimeline : public Timeline {
+public:
+    EventLoopTimeline() { m_clock.start(); }
+    double now() const override { return static_cast<double>(m_clock.nsecsElapsed()) / 1e9; }
+
+    std::shared_ptr<void> schedule(double seconds, std::function<void()> work) override {
+        // It may be dropped from within its own work.
+        const auto cancel = [](QTimer* timer) {
+            timer->stop();
+            timer->deleteLater();
+        };
+        std::shared_ptr<QTimer> timer(new QTimer, cancel);
+        timer->setSingleShot(true);
+        timer->setTimerType(Qt::PreciseTimer);
+        QObject::connect(timer.get(), &QTimer::timeout, timer.get(), std::move(work));
+        timer->start(static_cast<int>(seconds * 1000));
+        return timer;
+    }
+
+private:
+    QElapsedTimer m_clock;
+};
+
+std::unique_ptr<Timeline> theTimeline;
+
+} // namespace
+
+Timeline& Timeline::current() {
+    if (!theTimeline) theTimeline = std::make_unique<EventLoopTimeline>();
+    return *theTimeline;
 }
 
-std::shared_ptr<void> Timeline::schedule(double seconds, std::function<void()> work) {
-    // It may be dropped from within its own work.
-    const auto cancel = [](QTimer* timer) {
-        timer->stop();
-        timer->deleteLater();
-    };
-    std::shared_ptr<QTimer> timer(new QTimer, cancel);
-    timer->setSingleShot(true);
-    timer->setTimerType(Qt::PreciseTimer);
-    QObject::connect(timer.get(), &QTimer::timeout, timer.get(), std::move(work));
-    timer->start(static_cast<int>(seconds * 1000));
-    return timer;
-}
+void Timeline::install(std::unique_ptr<Timeline> timeline) { theTimeline = std::move(timeline); }
 
 std::shared_ptr<NSTimer> NSTimer::scheduledTimerWithTimeInterval(double interval, bool repeats,
                                                                  Block block) {
@@ -36,7 +49,8 @@ std::shared_ptr<NSTimer> NSTimer::scheduledTimerWithTimeInterval(double interval
 }
 
 void NSTimer::schedule() {
-    m_alarm = Timeline::schedule(m_interval, [self = shared_from_this()] { self->fire(); });
+    m_alarm =
+        Timeline::current().schedule(m_interval, [self = shared_from_this()] { self->fire(); });
 }
 
 void NSTimer::fire() {

@@ -3,12 +3,17 @@
 #include <functional>
 #include <memory>
 
-/// The event loop's time, which timers and animations go by.
-namespace Timeline {
+/// Where timers and animations take their time from: the event loop, or a test's own clock.
+class Timeline {
+public:
+    virtual ~Timeline() = default;
 
-double now(); ///< In seconds, from any start.
+    static Timeline& current();
+    /// Null for the event loop's.
+    static void install(std::unique_ptr<Timeline> timeline);
 
-/// Runs `work` once, so many seconds from now, unless the result is dropped before.
-std::shared_ptr<void> schedule(double seconds, std::function<void()> work);
+    virtual double now() const = 0; ///< In seconds, from any start.
 
-} // namespace Timeline
+    /// Runs `work` once, so many seconds from now, unless the result is dropped before.
+    virtual std::shared_ptr<void> schedule(double seconds, std::function<void()> work) = 0;
+};

@@ -1,5 +1,5 @@
-// The window server's calls that programs look up by name at run time. The program links this unit
-// by itself: out of a library the linker would take only what something calls.
+// The window server's calls that programs look up by name at run time. Only the application links
+// this unit, so a test can export names of its own.
 #include "WindowServer/Session.h"
 
 using WindowServer::Session;

@@ -22,6 +22,7 @@ std::unique_ptr<Session> openOnX11() {
 } // namespace
 
 bool Session::open() {
+    if (theSession) return true;
     theSession = Wayland::WaylandSession::connect();
     const char* const platform = theSession ? "wayland" : "xcb";
     if (!theSession) theSession = openOnX11();
@@ -32,5 +33,7 @@ bool Session::open() {
 }
 
 Session& Session::current() { return *theSession; }
+
+void Session::install(std::unique_ptr<Session> session) { theSession = std::move(session); }
 
 } // namespace WindowServer

@@ -18,11 +18,13 @@ public:
 
     /// Opens the session on the Wayland compositor, where there is one whose screens can be
     /// covered, else on the X server that DISPLAY names, and has the toolkit use the same, before
-    /// the application object exists. False where no server answers.
+    /// the application object exists. False where no server answers. One that was installed before
+    /// is kept.
     static bool open();
 
     /// The open session.
     static Session& current();
+    static void install(std::unique_ptr<Session> session);
 
     /// Joins the running application's event loop. Called once, when the application object exists.
     virtual void attach() = 0;

@@ -1,0 +1,103 @@
+// The program without a display: screens that a test connects, surfaces whose state it reads, and
+// a time that it moves by hand.
+#pragma once
+
+#include "Foundation/Timeline+Private.h"
+#include "WindowServer/Session.h"
+
+#include <QTemporaryDir>
+
+#include <vector>
+
+#include <gtest/gtest.h>
+
+struct MemorySurface : WindowServer::Surface {
+    explicit MemorySurface(std::vector<MemorySurface*>& living) : all(living) {
+        all.push_back(this);
+    }
+    ~MemorySurface() override { std::erase(all, this); }
+
+    int number() const override { return 1; }
+    void setTitle(const std::string&) override {}
+    void setFrame(const CGRect& value) override { frame = value; }
+    void setLevel(int) override {}
+    void setIgnoresMouseEvents(bool) override {}
+    void setAlpha(double value) override { alpha = value; }
+    void setLook(const WindowServer::Look& value) override { look = value; }
+    void orderFront() override { ordered = true; }
+    void orderOut() override { ordered = false; }
+
+    std::vector<MemorySurface*>& all;
+    CGRect frame;
+    double alpha = 1;
+    WindowServer::Look look;
+    bool ordered = false;
+};
+
+/// Of a desktop that has nothing but screens and surfaces.
+struct MemorySession : WindowServer::Session, WindowServer::Displays, WindowServer::Surfaces {
+    struct Windows : WindowServer::ToolkitWindows {
+        std::shared_ptr<WindowServer::ToolkitWindow> hold(WindowServer::WindowId) override {
+            return std::make_shared<WindowServer::ToolkitWindow>();
+        }
+    };
+    struct Key : WindowServer::GlobalKey {
+        bool take(const WindowServer::KeyChord&) override { return true; }
+    };
+
+    void attach() override {}
+    WindowServer::Displays& displays() override { return *this; }
+    WindowServer::Surfaces& surfaces() override { return *this; }
+    WindowServer::ToolkitWindows& windows() override { return toolkitWindows; }
+    WindowServer::GlobalKey& key() override { return globalKey; }
+    WindowServer::Settings& settings() override { return none; }
+    WindowServer::Tray& tray() override { return noTray; }
+
+    const std::vector<WindowServer::Display>& all() const override { return connected; }
+    std::unique_ptr<WindowServer::Surface> makeSurface() override {
+        return std::make_unique<MemorySurface>(living);
+    }
+    int setBackgroundBlurRadius(int, int) override { return blurAnswer; }
+
+    std::vector<WindowServer::Display> connected;
+    std::vector<MemorySurface*> living;
+    int blurAnswer = 0; ///< What is said of any surface.
+    Windows toolkitWindows;
+    Key globalKey;
+    WindowServer::Settings none;
+    WindowServer::Tray noTray;
+};
+
+class ManualTime : public Timeline {
+public:
+    double now() const override { return m_now; }
+    std::shared_ptr<void> schedule(double seconds, std::function<void()> work) override;
+
+    /// Rings all that is due in these seconds, in its order.
+    void advance(double seconds);
+    /// An alarm and the timer that waits for it hold one another until it rings.
+    void forget();
+
+private:
+    struct Alarm {
+        double when;
+        std::function<void()> work;
+    };
+
+    double m_now = 0;
+    std::vector<std::weak_ptr<Alarm>> m_alarms;
+};
+
+class Offscreen : public testing::Test {
+protected:
+    /// Two screens side by side, of numbers 7 and 9.
+    Offscreen();
+    ~Offscreen() override;
+
+    static WindowServer::Display display(uint32_t number, const CGRect& frame);
+    static void connect(std::vector<WindowServer::Display> displays);
+
+    QTemporaryDir stored; ///< What the program stores is in it.
+    MemorySession& session;
+    ManualTime& time;
+};
