@@ -11,10 +11,11 @@ constexpr int channels = 4;
 constexpr double narrowest = 4.0; ///< Small deviations below this would show the enlarged pixels.
 constexpr int mostHalvings = 6;
 
-/// to[i] += weight * from[i], in a loop that the compiler vectorises.
-void accumulate(float* __restrict to, const float* __restrict from, float weight, int count) {
+/// Adds what lies equally far on either side, in a loop that the compiler vectorises.
+void accumulate(float* __restrict to, const float* one, const float* other, float weight,
+                int count) {
     for (int i = 0; i < count; ++i)
-        to[i] += weight * from[i];
+        to[i] += weight * (one[i] + other[i]);
 }
 
 } // namespace
@@ -41,6 +42,7 @@ GaussianBlur::GaussianBlur(double deviation) {
         m_kernel.push_back(static_cast<float>(weight));
         sum += i == 0 ? weight : 2 * weight;
     }
+    m_kernel.front() /= 2; // It counts on either side.
     for (float& weight : m_kernel)
         weight = static_cast<float>(weight / sum);
 }
@@ -78,11 +80,8 @@ void GaussianBlur::blurRow(const float* from, float* to, int width, const PixelR
     const float* const middle = padded + part.x * channels;
     to += part.x * channels;
     std::fill_n(to, count, 0.0f);
-    accumulate(to, middle, m_kernel[0], count);
-    for (int i = 1; i <= reach; ++i) {
-        accumulate(to, middle - i * channels, m_kernel[i], count);
-        accumulate(to, middle + i * channels, m_kernel[i], count);
-    }
+    for (int i = 0; i <= reach; ++i)
+        accumulate(to, middle - i * channels, middle + i * channels, m_kernel[i], count);
 }
 
 void GaussianBlur::blurColumns(int y, float* to, const PixelRect& part) const {
@@ -91,12 +90,10 @@ void GaussianBlur::blurColumns(int y, float* to, const PixelRect& part) const {
     const int start = part.x * channels;
     to += start;
     std::fill_n(to, count, 0.0f);
-    accumulate(to, m_rows.row(y) + start, m_kernel[0], count);
-    for (int i = 1; i <= reach; ++i) {
-        const int above = std::max(y - i, 0);
-        const int below = std::min(y + i, m_rows.height - 1);
-        accumulate(to, m_rows.row(above) + start, m_kernel[i], count);
-        accumulate(to, m_rows.row(below) + start, m_kernel[i], count);
+    for (int i = 0; i <= reach; ++i) {
+        const float* const above = m_rows.row(std::max(y - i, 0));
+        const float* const below = m_rows.row(std::min(y + i, m_rows.height - 1));
+        accumulate(to, above + start, below + start, m_kernel[i], count);
     }
 }
 
