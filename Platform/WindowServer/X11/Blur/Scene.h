@@ -18,8 +18,8 @@ class Connection;
 /// picture.
 class Scene : public Drawable {
 public:
-    /// `shows` tells the windows that are part of the picture. To be made before the others stand
-    /// on the screen: what a root shows can only be seen there.
+    /// `shows` tells the windows that are part of the picture. The windows of the screen are
+    /// redirected already.
     Scene(Connection& connection, std::function<bool(xcb_window_t)> shows);
     ~Scene() override;
     Scene(const Scene&) = delete;
@@ -37,8 +37,8 @@ public:
 
 private:
     void readRootPicture();
-    xcb_render_color_t visibleRootColor() const;
-    xcb_render_color_t screenColor(int x, int y) const;
+    xcb_void_cookie_t createRootPicture(xcb_pixmap_t pixmap) const;
+    xcb_pixmap_t rootColor() const;
     void drawRoot(xcb_render_picture_t target, const PixelRect& area, int originX, int originY);
 
     Connection& m_connection;
@@ -47,7 +47,6 @@ private:
     bool m_rootStale = false;
     xcb_atom_t m_rootPixmapAtom;
     xcb_render_picture_t m_rootPicture = 0;
-    xcb_render_color_t m_rootColor{};
 };
 
 } // namespace WindowServer

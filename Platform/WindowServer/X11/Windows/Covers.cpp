@@ -183,6 +183,7 @@ void Covers::commit() {
     }
     prepare(stale);
     if (!shown.empty()) showAll(shown);
+    if (!stale.empty() && m_live && !m_live->isFollowing()) followDesktop();
     m_stacking.restackIfStale();
     if (!wantsOverlay()) dropOverlay();
     if (!any) m_overpainter = XCB_WINDOW_NONE; // One that had just begun may tell otherwise by now.
@@ -201,7 +202,6 @@ void Covers::hideUnwanted() {
         if (surface->isMapped()) unstack(*surface);
         surface->hide(m_compositor.isOwned());
     }
-    m_connection.flush();
 }
 
 void Covers::prepare(const std::vector<X11Surface*>& surfaces) {
@@ -211,7 +211,6 @@ void Covers::prepare(const std::vector<X11Surface*>& surfaces) {
         stack(*surface);
     }
     captureSources(surfaces);
-    if (m_live && !m_live->isFollowing()) followDesktop();
 }
 
 void Covers::stack(const X11Surface& surface) {
