@@ -1,150 +1,142 @@
+#include "BareCover.h"
 #include "FrameCopy.h"
 #include "Measurements.h"
 #include "Scenery.h"
 #include "Usage.h"
 
+#include "WindowServer/GaussianBlur.h"
+
 #include "Harness/Await.h"
 
 #include <functional>
-#include <map>
-#include <string_view>
+#include <utility>
+
+#include <unistd.h>
 
 #include <xcb/composite.h>
-#include <xcb/xcb_renderutil.h>
 
 namespace Benchmarks {
 
 using namespace Harness;
+using WindowServer::BlurPlan;
+using WindowServer::PixelRect;
+using WindowServer::SmallImage;
 
 namespace {
 
-/// What no toggle can leave out, asked of the server with nothing besides: the screen is halved
-/// four times, the windows get pictures, and a small picture is enlarged into a window.
-class BareToggle {
-public:
-    explicit BareToggle(Desktop& desktop)
-        : m_client(desktop.display()), m_server(desktop.server->process().pid()),
-          m_size(desktop.screen.bounds()), m_cover(xcb_generate_id(m_client)) {
-        const auto* formats = xcb_render_util_query_formats(m_client);
-        m_argb = xcb_render_util_find_standard_format(formats, XCB_PICT_STANDARD_ARGB_32)->id;
-        m_rgb = xcb_render_util_find_standard_format(formats, XCB_PICT_STANDARD_RGB_24)->id;
-        const uint32_t overrides = 1;
-        xcb_create_window(m_client, XCB_COPY_FROM_PARENT, m_cover, m_client.root(), 0, 0,
-                          static_cast<uint16_t>(m_size.width), static_cast<uint16_t>(m_size.height),
-                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                          XCB_CW_OVERRIDE_REDIRECT, &overrides);
-        m_levels.push_back(picture(m_client.root(), m_rgb));
-        for (int level = 1; level <= halvings; ++level)
-            m_levels.push_back(scratch(m_size.width >> level, m_size.height >> level));
-        m_small = picture(m_smallest, m_argb);
-        m_half = scratch(m_size.width / 2, m_size.height / 2);
-        m_screen = picture(m_cover, m_rgb);
-        setScale(m_small, 2.0 / (1 << halvings), "bilinear");
-        setScale(m_half, 0.5, "nearest");
-        for (int level = 0; level < halvings; ++level)
-            setScale(m_levels[static_cast<size_t>(level)], 2, "bilinear");
+constexpr int rounds = 30;
+
+/// What no toggle can leave out, step by step, with no click, no look at the windows and no blur.
+void measureSteps(Report& report, int monitors) {
+    Desktop desktop(Scenery::monitors(monitors));
+    const Scenery scenery(desktop);
+    const XClient client(desktop.display());
+    const pid_t server = desktop.server->process().pid();
+    Samples found;
+    FrameCopy::Unit unit;
+    struct Step {
+        const char* what;
+        std::function<void(BareToggle&)> ask;
+        Samples samples = {};
+    } steps[] = {
+        {"halve the screen four times", [](auto& toggle) { toggle.halve(); }},
+        {"begin to keep the windows' pictures", [](auto& toggle) { toggle.keepPictures(); }},
+        {"enlarge into the covers", [](auto& toggle) { toggle.paint(); }},
+        {"name them", [&](auto& toggle) { toggle.namePictures(scenery.windows()); }},
+        {"hide, and put the windows back", [](auto& toggle) { toggle.hide(); }}};
+    for (int i = 0; i < rounds; ++i) {
+        const double before = memoryFound(server);
+        BareToggle toggle(client, desktop.screen.monitors());
+        for (Step& step : steps) {
+            client.settle();
+            const auto start = Clock::now();
+            step.ask(toggle);
+            client.settle();
+            step.samples.add(millisecondsSince(start));
+        }
+        found.add(memoryFound(server) - before);
+        unit.take();
     }
+    report.section("What no toggle can leave out, seven windows, " + std::to_string(monitors) +
+                   " x 1920x1080");
+    for (const Step& step : steps)
+        report.add({step.what, spread(step.samples, "ms"), "", unit.ratio(step.samples.median())});
+    report.add({"memory that the server finds for it", figure(found.median(), "MB")});
+}
 
-    void run() {
-        step("halve the screen four times", [this] { halve(); });
-        const double before = memoryFound(m_server);
-        step("begin to keep the windows' pictures", [this] {
-            xcb_composite_redirect_subwindows(m_client, m_client.root(),
-                                              XCB_COMPOSITE_REDIRECT_AUTOMATIC);
-        });
-        m_found.add(memoryFound(m_server) - before);
-        xcb_composite_unredirect_window(m_client, m_cover, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
-        xcb_map_window(m_client, m_cover);
-        m_client.settle();
-        step("enlarge", [this] { enlarge(); });
-        xcb_unmap_window(m_client, m_cover);
-        step("give the pictures back", [this] {
-            xcb_composite_unredirect_subwindows(m_client, m_client.root(),
-                                                XCB_COMPOSITE_REDIRECT_AUTOMATIC);
-        });
+/// What no cover can leave out that follows a window as it changes: the processor time of the
+/// server and this process, without that of the change itself.
+void measureFrame(Report& report, const Area& screen, const Area& area, const std::string& goal) {
+    Desktop desktop(Scenery::monitor(screen.width, screen.height));
+    const XClient client(desktop.display());
+    TestWindow window(desktop.display(), area);
+    window.show();
+    const Area monitor = desktop.screen.monitors().front();
+    const BareToggle toggle(client, {monitor});
+    toggle.keepPictures();
+    toggle.paint();
+    const xcb_pixmap_t pixmap = xcb_generate_id(client);
+    xcb_composite_name_window_pixmap(client, window.number(), pixmap);
+    const BareCover& cover = toggle.cover(0);
+    const xcb_render_picture_t source = cover.makeSource(pixmap);
+    const Area whole = cover.whole();
+    constexpr int factor = BareCover::factor;
+    const int right = (area.right() + factor - 1) / factor;
+    const int bottom = (area.bottom() + factor - 1) / factor;
+    const Area changed = {area.x / factor, area.y / factor, right - area.x / factor,
+                          bottom - area.y / factor};
+    const auto inPixels = [](const Area& part) {
+        return Area{part.x * factor, part.y * factor, part.width * factor, part.height * factor};
+    };
+    SmallImage image(whole.width / factor, whole.height / factor);
+    SmallImage blurred = image;
+    std::vector<uint32_t> shown(image.values.size() / 4);
+    WindowServer::GaussianBlur blur(BlurPlan::forDeviation(84).deviation);
+    FrameCopy::Unit unit;
+    const pid_t server = desktop.server->process().pid();
+    double taken = 0;
+    for (int i = 0; i < rounds; ++i) {
+        window.paint(i % 2 == 0 ? 0x204080 : 0xC0D0E0);
+        client.settle();
+        const double before = processorTime(server) + processorTime(getpid());
+        cover.halve(source, -area.x, -area.y, inPixels(changed));
+        const auto reply = cover.read(inPixels(changed));
+        const uint8_t* from = xcb_get_image_data(reply.get());
+        for (int y = changed.y; y < changed.y + changed.height; ++y, from += changed.width * 4)
+            std::copy_n(from, changed.width * 4, image.row(y) + changed.x * 4);
+        const PixelRect reached =
+            blur.update(image, {changed.x, changed.y, changed.width, changed.height}, blurred);
+        Area part; // What looks different.
+        for (int y = reached.y; y < reached.y + reached.height; ++y)
+            for (int x = reached.x; x < reached.x + reached.width; ++x) {
+                const float* values = blurred.row(y) + x * 4;
+                const uint32_t pixel = static_cast<uint32_t>(values[2] * 0.6F) << 16 |
+                                       static_cast<uint32_t>(values[1] * 0.6F) << 8 |
+                                       static_cast<uint32_t>(values[0] * 0.6F);
+                if (std::exchange(shown[static_cast<size_t>(y * image.width + x)], pixel) != pixel)
+                    part = part.joined({x, y, 1, 1});
+            }
+        cover.write(shown.data() + static_cast<ptrdiff_t>(part.y) * image.width,
+                    inPixels({0, part.y, image.width, part.height}));
+        cover.enlarge(inPixels(part));
+        client.settle();
+        taken += processorTime(server) + processorTime(getpid()) - before;
+        unit.take();
     }
-
-    void tell(Report& report) {
-        for (const auto& [name, samples] : m_steps)
-            report.add({name, spread(samples, "ms"), "", FrameCopy::ratio(samples.median())});
-        report.add({"memory that the server finds for it", figure(m_found.median(), "MB")});
-    }
-
-private:
-    static constexpr int halvings = 4;
-
-    xcb_render_picture_t picture(xcb_drawable_t drawable, xcb_render_pictformat_t format) {
-        const xcb_render_picture_t made = xcb_generate_id(m_client);
-        const uint32_t values[] = {XCB_RENDER_REPEAT_PAD, XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS};
-        xcb_render_create_picture(m_client, made, drawable, format,
-                                  XCB_RENDER_CP_REPEAT | XCB_RENDER_CP_SUBWINDOW_MODE, values);
-        return made;
-    }
-
-    xcb_render_picture_t scratch(int width, int height) {
-        m_smallest = xcb_generate_id(m_client);
-        xcb_create_pixmap(m_client, 32, m_smallest, m_client.root(), static_cast<uint16_t>(width),
-                          static_cast<uint16_t>(height));
-        return picture(m_smallest, m_argb);
-    }
-
-    void setScale(xcb_render_picture_t source, double factor, std::string_view filter) {
-        const auto fixed = static_cast<xcb_render_fixed_t>(factor * 65536);
-        xcb_render_set_picture_transform(m_client, source, {fixed, 0, 0, 0, fixed, 0, 0, 0, 65536});
-        xcb_render_set_picture_filter(m_client, source, static_cast<uint16_t>(filter.size()),
-                                      filter.data(), 0, nullptr);
-    }
-
-    void draw(xcb_render_picture_t from, xcb_render_picture_t to, int shrunk) {
-        xcb_render_composite(m_client, XCB_RENDER_PICT_OP_SRC, from, XCB_NONE, to, 0, 0, 0, 0, 0, 0,
-                             static_cast<uint16_t>(m_size.width >> shrunk),
-                             static_cast<uint16_t>(m_size.height >> shrunk));
-    }
-
-    void halve() {
-        for (size_t level = 1; level < m_levels.size(); ++level)
-            draw(m_levels[level - 1], m_levels[level], static_cast<int>(level));
-    }
-
-    void enlarge() {
-        draw(m_small, m_half, 1);
-        draw(m_half, m_screen, 0);
-    }
-
-    void step(const std::string& name, const std::function<void()>& requests) {
-        m_client.settle();
-        const auto start = Clock::now();
-        requests();
-        m_client.settle();
-        m_steps[name].add(millisecondsSince(start));
-    }
-
-    XClient m_client;
-    pid_t m_server;
-    Area m_size;
-    xcb_window_t m_cover;
-    xcb_render_pictformat_t m_argb = 0;
-    xcb_render_pictformat_t m_rgb = 0;
-    xcb_pixmap_t m_smallest = XCB_NONE;
-    std::vector<xcb_render_picture_t> m_levels; ///< From the screen downwards.
-    xcb_render_picture_t m_small = 0;
-    xcb_render_picture_t m_half = 0;
-    xcb_render_picture_t m_screen = 0;
-    std::map<std::string, Samples> m_steps;
-    Samples m_found;
-};
+    const double frame = taken / rounds;
+    report.add({"a window of " + std::to_string(area.width) + "x" + std::to_string(area.height),
+                figure(frame, "ms"), goal, unit.ratio(frame)});
+}
 
 } // namespace
 
 void measureFloor(Report& report) {
-    Desktop desktop(Scenery::monitors(1));
-    const Scenery scenery(desktop);
-    BareToggle toggle(desktop);
-    constexpr int rounds = 30;
-    for (int i = 0; i < rounds; ++i)
-        toggle.run();
-    report.section("What no toggle can leave out, seven windows, 1 x 1920x1080");
-    toggle.tell(report);
+    measureSteps(report, 1);
+    measureSteps(report, 4);
+    report.section("What no frame that follows a window can leave out");
+    measureFrame(report, Scenery::frame, Scenery::frame, "at most 3 copies");
+    measureFrame(report, Scenery::frame, Scenery::smallWindow, "at most 0.3 copies");
+    measureFrame(report, Scenery::largeFrame, Scenery::largeFrame, "");
 }
 
 } // namespace Benchmarks

@@ -4,7 +4,9 @@
 
 #include "Harness/Await.h"
 
+#include <array>
 #include <cstring>
+#include <memory>
 
 #include <sys/mman.h>
 
@@ -52,13 +54,15 @@ double FrameCopy::cached() {
 
 double FrameCopy::uncached() {
     // Together far larger than any cache.
-    Frame frames[16];
-    for (Frame& frame : frames)
-        frame.fill();
+    static const auto frames = [] {
+        auto filled = std::make_unique<std::array<Frame, 16>>();
+        for (Frame& frame : *filled)
+            frame.fill();
+        return filled;
+    }();
     Samples samples;
-    for (int round = 0; round < 4; ++round)
-        for (int i = 0; i < 16; i += 2)
-            samples.add(frames[i].copyFrom(frames[i + 1]));
+    for (size_t i = 0; i < frames->size(); i += 2)
+        samples.add((*frames)[i].copyFrom((*frames)[i + 1]));
     return samples.median();
 }
 
@@ -73,16 +77,19 @@ double FrameCopy::fresh() {
 
 double FrameCopy::findingMegabyte() { return (fresh() - cached()) / (frameSize / 1024.0 / 1024.0); }
 
-std::string FrameCopy::ratio(double milliseconds) {
-    return figure(milliseconds / uncached(), "frame copies");
+std::string FrameCopy::Unit::ratio(double milliseconds) const {
+    return figure(milliseconds / m_samples.median(), "frame copies");
 }
 
 void measureFrameCopy(Report& report) {
     report.section("The unit: one frame of 1920x1080 copied in memory");
+    FrameCopy::Unit unit;
+    for (int i = 0; i < 4; ++i)
+        unit.take();
     const auto add = [&](const char* what, double milliseconds) {
-        report.add({what, figure(milliseconds, "ms"), "", FrameCopy::ratio(milliseconds)});
+        report.add({what, figure(milliseconds, "ms"), "", unit.ratio(milliseconds)});
     };
-    add("between places in main memory", FrameCopy::uncached());
+    add("between places in main memory", unit.milliseconds());
     add("between places in the processor's cache", FrameCopy::cached());
     add("to fresh memory", FrameCopy::fresh());
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Report.h"
+
 #include <string>
 
 namespace Benchmarks {
@@ -14,8 +16,16 @@ double fresh();    ///< To memory that the system has to find first.
 /// What the system takes to find a megabyte of memory, in milliseconds.
 double findingMegabyte();
 
-/// "11 frame copies"
-std::string ratio(double milliseconds);
+/// The unit as it was while something was measured.
+class Unit {
+public:
+    void take() { m_samples.add(uncached()); }
+    double milliseconds() const { return m_samples.median(); }
+    std::string ratio(double milliseconds) const; ///< "11 frame copies"
+
+private:
+    Samples m_samples;
+};
 
 } // namespace FrameCopy
 

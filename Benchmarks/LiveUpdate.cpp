@@ -7,9 +7,12 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
 
+#include <algorithm>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace Benchmarks {
 
@@ -30,7 +33,7 @@ constexpr Pace slow = {20, 250ms};
 /// As fast as covers follow.
 constexpr Pace film = {90, 33ms};
 
-constexpr Area smallWindow = {860, 440, 200, 200};
+constexpr auto lookEvery = 4ms;
 
 /// A window that changes in every pixel, as cheaply as the server can.
 class Load {
@@ -41,11 +44,13 @@ public:
         m_window.show();
     }
 
-    void run(const Pace& pace) {
+    void run(
+        const Pace& pace, const std::function<void()>& look = [] {}) {
         auto next = Clock::now();
         for (int i = 0; i < pace.frames; ++i) {
             m_window.paint(i % 2 == 0 ? 0x204080 : 0xC0D0E0);
-            std::this_thread::sleep_until(next += pace.frameTime);
+            for (next += pace.frameTime; Clock::now() < next; look())
+                std::this_thread::sleep_until(std::min(next, Clock::now() + lookEvery));
         }
     }
 
@@ -58,21 +63,47 @@ private:
 struct Cost {
     double server = 0;
     double program = 0;
+    FrameCopy::Unit unit = {};
     double total() const { return server + program; }
 };
 
 Cost measure(Desktop& desktop, Load& load, const Pace& pace, const Process& program) {
+    Cost cost;
+    cost.unit.take();
     const pid_t server = desktop.server->process().pid();
     const double serverBefore = processorTime(server);
     const double programBefore = processorTime(program.pid());
     load.run(pace);
-    return {(processorTime(server) - serverBefore) / pace.frames,
-            (processorTime(program.pid()) - programBefore) / pace.frames};
+    cost.server = (processorTime(server) - serverBefore) / pace.frames;
+    cost.program = (processorTime(program.pid()) - programBefore) / pace.frames;
+    cost.unit.take();
+    return cost;
+}
+
+/// How many different pictures the last pixel of each monitor shows while the load runs, of the
+/// monitor where it is least.
+size_t countFrames(Desktop& desktop, Load& load, const Pace& pace) {
+    struct Corner {
+        Area pixel;
+        uint32_t colour = 0;
+        size_t changes = 0;
+    };
+    std::vector<Corner> corners;
+    for (const Area& monitor : desktop.screen.monitors())
+        corners.push_back({{monitor.right() - 1, monitor.bottom() - 1, 1, 1}});
+    load.run(pace, [&] {
+        for (Corner& corner : corners) {
+            const uint32_t colour =
+                desktop.screen.grab(corner.pixel).at(corner.pixel.x, corner.pixel.y);
+            corner.changes += std::exchange(corner.colour, colour) != colour;
+        }
+    });
+    return std::ranges::min(corners, {}, &Corner::changes).changes;
 }
 
 Row row(const std::string& what, const Cost& cost) {
     return {what, figure(cost.total(), "ms") + ", server " + figure(cost.server, "ms"), "",
-            FrameCopy::ratio(cost.total())};
+            cost.unit.ratio(cost.total())};
 }
 
 struct Compositor {
@@ -108,7 +139,8 @@ Cost measureCompositor(const Compositor& compositor, const Pace& pace) {
 
 struct Share {
     Cost covered;
-    double cover = 0; ///< What of it is the cover's.
+    double cover = 0;  ///< What of it is the cover's.
+    size_t frames = 0; ///< Seen of as many changes as the pace has.
 };
 
 /// Over a window as large as the screen, or of the area given.
@@ -120,12 +152,13 @@ Share measureCover(Report& report, const Pace& pace, std::unique_ptr<XServer> xS
     const Cost clear = measure(desktop, load, pace, agent.process());
     agent.cover();
     const Cost covered = measure(desktop, load, pace, agent.process());
+    const size_t frames = countFrames(desktop, load, pace);
     agent.uncover();
     const double share = covered.total() - clear.total();
     report.add(row("clear", clear));
     report.add(row("covered", covered));
-    report.add({"the cover's share", figure(share, "ms"), goal, FrameCopy::ratio(share)});
-    return {covered, share};
+    report.add({"the cover's share", figure(share, "ms"), goal, covered.unit.ratio(share)});
+    return {covered, share, frames};
 }
 
 /// Gives the cover's share.
@@ -147,7 +180,7 @@ double measureAt(Report& report, const Pace& pace) {
 void measureSizes(Report& report, double wholeFrame) {
     const Area& large = Scenery::largeFrame;
     report.section("The same, a window of 200x200");
-    measureCover(report, lively, Scenery::monitors(1), "at most 0.3 copies", smallWindow);
+    measureCover(report, lively, Scenery::monitors(1), "at most 0.3 copies", Scenery::smallWindow);
     report.section("The same, a window of 3840x2160");
     const Share share =
         measureCover(report, lively, Scenery::monitor(large.width, large.height), "");
@@ -157,6 +190,8 @@ void measureSizes(Report& report, double wholeFrame) {
     const double second = 1000.0 / static_cast<double>(film.frameTime.count());
     report.add({"covered, of one processor", figure(both.covered.total() * second / 10, "%"),
                 "under 100 %"});
+    report.add({"frames seen of " + std::to_string(film.frames), std::to_string(both.frames),
+                "all of them"});
 }
 
 } // namespace

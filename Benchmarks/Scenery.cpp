@@ -1,5 +1,7 @@
 #include "Scenery.h"
 
+#include <utility>
+
 namespace Benchmarks {
 
 using namespace Harness;
@@ -15,9 +17,10 @@ constexpr Area windowAreas[] = {
 
 } // namespace
 
-std::unique_ptr<XServer> Scenery::monitor(int width, int height) {
+std::unique_ptr<XServer> Scenery::monitor(int width, int height,
+                                          std::vector<std::string> launcher) {
     const std::string size = std::to_string(width) + "x" + std::to_string(height) + "x24";
-    return XServer::framebuffer({"-screen", "0", size});
+    return XServer::framebuffer({"-screen", "0", size}, std::move(launcher));
 }
 
 std::unique_ptr<XServer> Scenery::monitors(int count) {
@@ -53,6 +56,13 @@ Scenery::Scenery(Desktop& desktop) : m_client(desktop.display()) {
         m_windows.back()->paintChecks(4 + 3 * static_cast<int>(number));
         m_windows.back()->show();
     }
+}
+
+std::vector<xcb_window_t> Scenery::windows() const {
+    std::vector<xcb_window_t> numbers;
+    for (const auto& window : m_windows)
+        numbers.push_back(window->number());
+    return numbers;
 }
 
 /// Both as the root's background and in the property under which programs look for it.
