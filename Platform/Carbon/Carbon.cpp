@@ -65,15 +65,17 @@ OSStatus RegisterEventHotKey(UInt32 hotKeyCode, UInt32 hotKeyModifiers, EventHot
     if (!target || !outRef) return paramErr;
     const auto chord = chordOf(hotKeyCode, hotKeyModifiers);
     if (!chord) return eventHotKeyInvalidErr;
-    if (!Session::current().key().take(*chord)) return eventHotKeyExistsErr;
-
     static OpaqueEventHotKeyRef hotKey; // There is one key to take.
+    auto& key = Session::current().key();
+    const bool isTaken = key.take(*chord);
+    if (!isTaken && hotKey.target) return eventHotKeyExistsErr;
     hotKey = {hotKeyID, target};
-    Session::current().key().onPressed = [] {
+    key.onPressed = [] { // The session may have other ways to come by a press.
         OpaqueEventRef event{hotKey.id};
         const auto& [handler, userData] = hotKey.target->handler;
         if (handler) handler(nullptr, &event, userData);
     };
+    if (!isTaken) return eventHotKeyExistsErr;
     *outRef = &hotKey;
     return noErr;
 }

@@ -23,12 +23,15 @@ constexpr const char* words[] = {"ACCOUNT", "PASSWORD", "MERIDIAN",
 struct Editor {
     Editor(const WaylandDesk& its, const Area& area, const std::string& platform)
         : desk(its), home(area) {
-        desk.hand().move(area.middle()); // Where the compositor puts it.
+        open(platform, 150);
+    }
+    void open(const std::string& platform, double brightness) {
+        desk.hand().move(home.middle()); // Where the compositor puts it.
         Environment environment = desk.environment();
         environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nonexistent";
         process.emplace(std::vector<std::string>{EDITOR, "-platform", platform}, environment);
-        EXPECT_SOON(desk.grab(home).mean() > 150 && !process->output().empty());
-        EXPECT_TRUE(notices([&] { click(); }));
+        EXPECT_SOON(desk.grab(home).mean() > brightness && !process->output().empty());
+        EXPECT_SOON(notices([&] { click(); }, 500ms));
     }
 
     /// Where its caret is, how far it is scrolled, and what was typed.
@@ -68,6 +71,10 @@ struct Wayland : testing::TestWithParam<WaylandDesk::Kind> {
         if (!program) return;
         endCleanly(*program);
         EXPECT_SOON(isClear());
+        const std::string errors = program->errors();
+        for (size_t at = 0; (at = errors.find("has gone", at)) != std::string::npos; ++at)
+            --lostCompositors;
+        EXPECT_EQ(lostCompositors, 0) << errors;
     }
     void start() {
         program.emplace(Agent::command(), desk.environment());
@@ -140,6 +147,7 @@ struct Wayland : testing::TestWithParam<WaylandDesk::Kind> {
     Editor paper{desk, left, "wayland"};
     Editor xPaper{desk, right, "xcb"};
     std::optional<Process> program;
+    int lostCompositors = 0;
 };
 
 } // namespace
@@ -251,6 +259,22 @@ TEST_P(Wayland, KeepsItsPlacesWhateverComesAndGoes) {
         EXPECT_SOON(isCovered());
         EXPECT_EQ(buttons().at(0), place);
         EXPECT_SOON(desk.grab(WaylandDesk::pieceOfAdded).brightest() < 80); // 95 where it is bare.
+    }
+}
+
+TEST_P(Wayland, ComesBackWithTheCompositor) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    const Area home = buttons().at(0);
+    for (const bool covered : {true, false}) {
+        hand.click(buttons().at(0));
+        EXPECT_SOON(covered ? isCovered() : isClear());
+        desk.restartCompositor();
+        ++lostCompositors;
+        ASSERT_SOON(buttons().size() == 2) << program->errors();
+        EXPECT_EQ(buttons().at(0), home);
+        paper.open("wayland", 20);
+        xPaper.open("wayland", 20); // The X server may take a while.
+        EXPECT_SOON(covered ? isCovered() : isClear());
     }
 }
 

@@ -1,6 +1,10 @@
 #include "WindowServer/Wayland/Connection.h"
 
+#include "Foundation/NSLog.h"
+#include "WindowServer/Wayland/Comeback.h"
+
 #include <QAbstractEventDispatcher>
+#include <QCoreApplication>
 #include <QSocketNotifier>
 
 #include <algorithm>
@@ -8,14 +12,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
-
-#include <unistd.h>
+#include <thread>
 
 namespace WindowServer::Wayland {
 
 namespace {
 
 constexpr uint32_t seatVersion = 5; ///< In which pointers tell the steps of wheels.
+constexpr std::chrono::milliseconds retryPause(50);
 
 /// Named by WAYLAND_DISPLAY, or there where the kind of the session says so.
 bool isWaylandSession() {
@@ -35,6 +39,24 @@ bool bind(wl_registry* registry, uint32_t name, std::string_view offered, uint32
 
 std::unique_ptr<Connection> Connection::open() {
     if (!isWaylandSession()) return nullptr;
+    using Clock = std::chrono::steady_clock;
+    Comeback& comeback = Comeback::shared();
+    const auto end = Clock::now() + comeback.patience();
+    auto connection = join();
+    while (!connection && Clock::now() < end) {
+        std::this_thread::sleep_for(retryPause);
+        connection = join();
+    }
+    if (!connection && comeback.patience().count() > 0) {
+        NSLog("Wayland: the compositor has not come back.");
+        // The X server that it had may still take calls, and answer none.
+        std::exit(EXIT_FAILURE);
+    }
+    if (connection) comeback.prepare();
+    return connection;
+}
+
+std::unique_ptr<Connection> Connection::join() {
     wl_display* const display = wl_display_connect(nullptr);
     if (!display) return nullptr;
     std::unique_ptr<Connection> connection(new Connection(display));
@@ -117,6 +139,7 @@ Owned<wl_seat> Connection::bindSeat() const {
 }
 
 void Connection::attach() {
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [] { Comeback::shared().forgo(); });
     const int socket = wl_display_get_fd(m_display);
     auto* const readable = new QSocketNotifier(socket, QSocketNotifier::Read, this);
     connect(readable, &QSocketNotifier::activated, this, &Connection::read);
@@ -139,7 +162,7 @@ void Connection::read() {
 }
 
 void Connection::dispatch() {
-    if (wl_display_dispatch_pending(m_display) < 0) ::_exit(1);
+    if (wl_display_dispatch_pending(m_display) < 0) Comeback::shared().begin();
 }
 
 void Connection::flush() {

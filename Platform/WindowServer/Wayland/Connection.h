@@ -30,7 +30,7 @@ struct Globals {
 class Connection : public QObject {
 public:
     /// Null where the session is none of Wayland's, nobody answers there, or the compositor lets no
-    /// program stand above the others.
+    /// program stand above the others. Waits for one that the program has lost.
     static std::unique_ptr<Connection> open();
     ~Connection() override;
 
@@ -42,8 +42,8 @@ public:
     /// Null where there is none. It tells what it has once, to whoever listens by then.
     Owned<wl_seat> bindSeat() const;
 
-    /// Delivers events from the running event loop. A lost compositor ends the process at once with
-    /// status 1.
+    /// Delivers events from the running event loop. As the compositor goes, the program starts
+    /// anew.
     void attach();
     /// Called when all events are delivered and before the loop waits for more.
     std::function<void()> onTurnEnd;
@@ -60,6 +60,7 @@ public:
 
 private:
     explicit Connection(wl_display* display);
+    static std::unique_ptr<Connection> join();
 
     void announce(uint32_t name, const char* interface, uint32_t version);
     void withdraw(uint32_t name);

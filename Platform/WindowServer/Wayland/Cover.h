@@ -31,7 +31,7 @@ public:
     bool wantsToShow() const { return m_isOrdered && m_alpha > 0; }
     bool wantsLiveBlur() const { return m_radius > 1 && m_look.overlay.alpha < 1; }
     bool wantsPicture() const {
-        return wantsToShow() && m_look.material && m_look.overlay.alpha < 1 && !wantsLiveBlur();
+        return wantsToShow() && m_look.material && m_look.overlay.alpha < 1;
     }
 
     /// Taken while the output was clear, and kept as long as it is covered.

@@ -1,5 +1,6 @@
 #include "WindowServer/Wayland/Covers.h"
 
+#include "WindowServer/Wayland/Comeback.h"
 #include "WindowServer/Wayland/StagedWindows.h"
 
 #include <QTransform>
@@ -60,9 +61,8 @@ void Covers::forget(Cover& cover) {
 int Covers::setBackgroundBlurRadius(int surfaceNumber, int radius) {
     const auto found = std::ranges::find(m_covers, surfaceNumber, &Cover::number);
     if (found == m_covers.end()) return illegalArgument;
-    const bool isGranted = radius <= 1 || m_blur.hidesText();
-    (*found)->setRadius(isGranted ? radius : 0);
-    return isGranted ? 0 : notImplemented;
+    (*found)->setRadius(radius); // For a blur that comes later, too.
+    return radius <= 1 || m_blur.hidesText() ? 0 : notImplemented;
 }
 
 void Covers::setResting(bool rests) {
@@ -76,10 +76,12 @@ void Covers::setResting(bool rests) {
 
 /// Only while nothing of ours lies over the output.
 void Covers::takePictures() {
-    std::erase_if(m_awaited, [](const auto& each) { return !each.first->wantsPicture(); });
+    std::erase_if(m_awaited, [this](const auto& each) {
+        return !each.first->wantsPicture() || isLive(*each.first);
+    });
     for (Cover* const cover : m_covers) {
         const Stage* const stage = m_stages.at(cover->frame());
-        if (!stage || !cover->wantsPicture() || cover->isShown || m_resting ||
+        if (!stage || !cover->wantsPicture() || isLive(*cover) || cover->isShown || m_resting ||
             !m_connection.globals().screencopy || std::exchange(cover->hasAskedForPicture, true))
             continue;
         m_awaited[cover] = std::make_unique<Screencopy>(
@@ -102,10 +104,13 @@ void Covers::pictureTaken(Cover& cover, const QImage& picture) {
     m_awaited.erase(&cover);
 }
 
+bool Covers::isLive(const Cover& cover) const {
+    return cover.wantsLiveBlur() && m_blur.hidesText();
+}
+
 Stage::Content Covers::contentOf(const Cover& cover) const {
     const CGColor& overlay = cover.look().overlay;
-    if (cover.wantsLiveBlur() && m_blur.hidesText() && !m_resting)
-        return {pixel(overlay, overlay.alpha), true};
+    if (isLive(cover) && !m_resting) return {pixel(overlay, overlay.alpha), true};
     if (cover.wantsPicture() && cover.picture && !m_resting) return {cover.picture->under(overlay)};
     return {pixel(overlay, 1)};
 }
@@ -129,6 +134,7 @@ void Covers::commit() {
         stage->setContent(content == contents.end() ? Stage::Content{pixel({}, 0)}
                                                     : content->second);
     }
+    Comeback::shared().noteCovered(any);
     if (std::exchange(m_isCovered, any) != any && onCovered) onCovered(any);
 }
 

@@ -38,6 +38,7 @@ private:
     void forget(Cover& cover);
     void takePictures();
     void pictureTaken(Cover& cover, const QImage& picture);
+    bool isLive(const Cover& cover) const;
     Stage::Content contentOf(const Cover& cover) const;
 
     Connection& m_connection;

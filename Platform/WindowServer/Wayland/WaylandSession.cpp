@@ -1,5 +1,7 @@
 #include "WindowServer/Wayland/WaylandSession.h"
 
+#include "WindowServer/Wayland/Comeback.h"
+
 namespace WindowServer::Wayland {
 
 std::unique_ptr<WaylandSession> WaylandSession::connect() {
@@ -38,6 +40,7 @@ void WaylandSession::attach() {
 /// Outputs first, for the stages stand on them, and the windows on those. All that comes of one
 /// turn of the event loop reaches the screen together.
 void WaylandSession::finishTurn() {
+    if (Comeback::shared().takeUpCover() && m_key.onPressed) m_key.onPressed();
     m_outputs.refreshIfStale();
     m_stages.refreshIfStale();
     m_covers.commit();

@@ -41,7 +41,7 @@ std::vector<std::string> commandOf(bool isKWin, const Folder& home) {
     home.write("config/kwinrc", kwinConfig);
     // The installed one has a capability, which not every machine lets it have.
     const auto own = home.path() / "kwin_wayland";
-    std::filesystem::copy_file("/usr/bin/kwin_wayland", own);
+    if (!std::filesystem::exists(own)) std::filesystem::copy_file("/usr/bin/kwin_wayland", own);
     return {own,   "--virtual",       "--output-count", "2",        "--width",   "1024", "--height",
             "640", "--no-lockscreen", "--xwayland",     "--socket", "wayland-1", "env"};
 }
@@ -59,6 +59,10 @@ WaylandDesk::WaylandDesk(Kind kind)
                               {"KWIN_SCREENSHOT_NO_PERMISSION_CHECKS", "1"},
                               {"KWIN_WAYLAND_NO_PERMISSION_CHECKS", "1"}};
     m_environment.insert(more.begin(), more.end());
+    startCompositor();
+}
+
+void WaylandDesk::startCompositor() {
     m_compositor.emplace(commandOf(m_isKWin, m_home), m_environment);
     const bool ready = await([&] {
         std::istringstream lines(m_compositor->output());
@@ -70,6 +74,15 @@ WaylandDesk::WaylandDesk(Kind kind)
     if (!ready) throw std::runtime_error("no compositor: " + m_compositor->errors());
     m_hand.emplace(m_environment["XDG_RUNTIME_DIR"] + "/" + m_environment["WAYLAND_DISPLAY"],
                    bounds);
+}
+
+void WaylandDesk::restartCompositor() {
+    m_compositor->send(SIGKILL);
+    m_compositor->awaitEnd();
+    m_hand.reset();
+    for (const char* made : {"DISPLAY", "WAYLAND_DISPLAY"})
+        m_environment.erase(made);
+    startCompositor();
 }
 
 WaylandDesk::~WaylandDesk() {

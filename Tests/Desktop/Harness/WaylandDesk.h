@@ -32,6 +32,9 @@ public:
     const Folder& home() const { return m_home; }
     const WaylandInput& hand() const { return *m_hand; }
 
+    /// It loses all its programs, and a new one listens where it did.
+    void restartCompositor();
+
     std::string run(const std::vector<std::string>& command) const; ///< What it says to the end.
     Picture grab(const Area& area = bounds) const;                  ///< Without the pointer.
 
@@ -40,6 +43,7 @@ public:
     void setBlur(bool on) const;        ///< KWin's own.
 
 private:
+    void startCompositor();
     QImage grim() const;
     QImage screenshot() const;
 
