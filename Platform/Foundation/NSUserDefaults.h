@@ -2,7 +2,6 @@
 
 #include "Foundation/NSObject.h"
 
-#include <map>
 #include <optional>
 #include <string>
 #include <variant>
@@ -29,13 +28,5 @@ public:
     void removeObjectForKey(const std::string& key);
 
 private:
-    NSUserDefaults();
-
-    std::optional<std::string> valueFor(const std::string& key) const;
-    /// No value removes the key.
-    void set(const std::string& key, const std::optional<std::string>& value);
-
-    const std::string m_path;
-    /// What could not be written is tried again with the next change.
-    std::map<std::string, std::optional<std::string>> m_unwritten;
+    NSUserDefaults() = default;
 };

@@ -1,8 +1,6 @@
 #include "ServiceManagement/LoginEntry+Private.h"
 
 #include <QStandardPaths>
-#include <QString>
-#include <QStringList>
 
 namespace {
 
@@ -13,34 +11,26 @@ constexpr std::pair<const char*, bool> switches[] = {
     {"X-MATE-Autostart-enabled", false},
 };
 
-bool says(const std::optional<std::string>& value, bool wanted) {
+using Value = std::optional<QByteArray>;
+
+bool says(const Value& value, bool wanted) {
     return value == (wanted ? "true" : "false") || value == (wanted ? "1" : "0");
 }
 
-QStringList listIn(const std::optional<std::string>& value, QChar separator) {
-    return QString::fromStdString(value.value_or("")).split(separator, Qt::SkipEmptyParts);
-}
-
-constexpr std::string_view escapedAs = R"(snrt\)";
-constexpr std::string_view escapable = " \n\r\t\\";
-
 /// As any value of text is written. Blanks only need it where a value begins.
-std::string escaped(std::string_view text) {
-    std::string result;
-    for (const char character : text) {
-        const auto found = escapable.find(character);
-        if (found == escapable.npos || character == ' ')
-            result += character;
-        else
-            (result += '\\') += escapedAs[found];
-    }
-    return result;
+QByteArray escaped(QByteArray text) {
+    return text.replace('\\', "\\\\")
+        .replace('\n', "\\n")
+        .replace('\r', "\\r")
+        .replace('\t', "\\t");
 }
 
 /// A backslash before any other character stands for itself.
-std::string unescaped(std::string_view text) {
-    std::string result;
-    for (size_t i = 0; i < text.size(); ++i) {
+QByteArray unescaped(const QByteArray& text) {
+    constexpr std::string_view escapedAs = R"(snrt\)";
+    constexpr std::string_view escapable = " \n\r\t\\";
+    QByteArray result;
+    for (qsizetype i = 0; i < text.size(); ++i) {
         const bool escapes = text[i] == '\\' && i + 1 < text.size();
         const auto found = escapes ? escapedAs.find(text[i + 1]) : escapedAs.npos;
         result += found == escapedAs.npos ? text[i] : escapable[found];
@@ -50,12 +40,11 @@ std::string unescaped(std::string_view text) {
 }
 
 /// The first word of a command line, without its quotes. Empty where a quote has no end.
-std::optional<std::string> firstWord(std::string_view line) {
+Value firstWord(const QByteArray& line) {
     constexpr char none = 0;
-    std::string word;
+    QByteArray word;
     char quote = none;
-    line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
-    for (size_t i = 0; i < line.size() && (quote || line[i] != ' '); ++i) {
+    for (qsizetype i = 0; i < line.size() && (quote || line[i] != ' '); ++i) {
         if (line[i] == quote)
             quote = none;
         else if (!quote && (line[i] == '"' || line[i] == '\''))
@@ -65,11 +54,11 @@ std::optional<std::string> firstWord(std::string_view line) {
         else
             word += line[i];
     }
-    return quote ? std::nullopt : std::optional(word);
+    return quote ? std::nullopt : Value(word);
 }
 
-bool isExecutable(const std::optional<std::string>& program) {
-    return program && !QStandardPaths::findExecutable(QString::fromStdString(*program)).isEmpty();
+bool isExecutable(const Value& program) {
+    return program && !QStandardPaths::findExecutable(QString::fromUtf8(*program)).isEmpty();
 }
 
 } // namespace
@@ -81,13 +70,13 @@ bool DesktopEntry::isDisabled() const {
 }
 
 bool DesktopEntry::isForThisDesktop() const {
-    const auto only = listIn(m_section.value("OnlyShowIn"), ';');
-    const auto never = listIn(m_section.value("NotShowIn"), ';');
-    for (const auto& name : qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':')) {
-        if (only.contains(name)) return true;
+    const auto only = m_section.value("OnlyShowIn");
+    const auto never = m_section.value("NotShowIn").value_or("").split(';');
+    for (const QByteArray& name : qgetenv("XDG_CURRENT_DESKTOP").split(':')) {
+        if (only && only->split(';').contains(name)) return true;
         if (never.contains(name)) return false;
     }
-    return !m_section.value("OnlyShowIn");
+    return !only;
 }
 
 bool DesktopEntry::isStartable() const {
@@ -97,8 +86,8 @@ bool DesktopEntry::isStartable() const {
            (!needed || isExecutable(unescaped(*needed)));
 }
 
-void DesktopEntry::enable(const std::string& program, const std::string& name,
-                          const std::string& icon) {
+void DesktopEntry::enable(const QByteArray& program, const QByteArray& name,
+                          const QByteArray& icon) {
     m_section.set("Type", "Application");
     if (!m_section.value("Name")) m_section.set("Name", escaped(name));
     if (!m_section.value("Icon")) m_section.set("Icon", escaped(icon));
@@ -112,19 +101,18 @@ void DesktopEntry::enable(const std::string& program, const std::string& name,
     m_section.set("NotShowIn", std::nullopt);
 }
 
-std::string commandLineOf(const std::string& program) {
-    auto bytes = QByteArray::fromStdString(program); // A path need not be in UTF-8.
-    std::string word;
-    for (const char character : bytes.replace("%", "%%")) {
-        if (std::string_view("\"`$\\").find(character) != std::string_view::npos) word += '\\';
-        word += character;
-    }
-    const bool isPlain = program.find_first_of(" \t\n\r\"'\\><~|&;$*?#()`=") == program.npos;
+QByteArray commandLineOf(const QByteArray& program) {
+    QByteArray word = program;
+    for (const char* const character : {"\\", "\"", "`", "$"})
+        word.replace(character, QByteArray("\\") + character);
+    word.replace("%", "%%");
+    const bool isPlain =
+        program.toStdString().find_first_of(" \t\n\v\f\r\"'\\><~|&;$*?#()`=") == std::string::npos;
     return escaped(isPlain ? word : '"' + word + '"');
 }
 
-std::optional<std::string> programOf(std::string_view commandLine) {
-    const auto word = firstWord(unescaped(commandLine));
-    if (!word) return std::nullopt;
-    return QByteArray::fromStdString(*word).replace("%%", "%").toStdString();
+std::optional<QByteArray> programOf(const QByteArray& commandLine) {
+    auto word = firstWord(unescaped(commandLine).trimmed());
+    if (word) word->replace("%%", "%");
+    return word;
 }

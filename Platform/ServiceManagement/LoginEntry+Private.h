@@ -7,8 +7,8 @@
 /// spoken of here stay as they are.
 class DesktopEntry {
 public:
-    explicit DesktopEntry(std::string_view text) : m_section(text, "[Desktop Entry]") {}
-    std::string text() const { return m_section.text(); }
+    explicit DesktopEntry(const QByteArray& text) : m_section(text, "[Desktop Entry]") {}
+    QByteArray text() const { return m_section.text(); }
 
     /// Whether the user, or the desktop that runs, keeps it from starting. A desktop is known by
     /// XDG_CURRENT_DESKTOP; an entry that is kept for certain desktops does not start on one that
@@ -20,7 +20,7 @@ public:
 
     /// Makes it start this executable on all desktops, and gives it a name and an icon where it
     /// has none.
-    void enable(const std::string& program, const std::string& name, const std::string& icon);
+    void enable(const QByteArray& program, const QByteArray& name, const QByteArray& icon);
 
     /// Makes all desktops pass it over.
     void hide() { m_section.set("Hidden", "true"); }
@@ -34,10 +34,10 @@ private:
 };
 
 /// A command line that starts the executable, as the value of a key.
-std::string commandLineOf(const std::string& program);
+QByteArray commandLineOf(const QByteArray& program);
 
 /// The executable that the value of such a key starts. Empty where it is no command line.
-std::optional<std::string> programOf(std::string_view commandLine);
+std::optional<QByteArray> programOf(const QByteArray& commandLine);
 
 /// An entry `<identifier>.desktop` in the autostart folder of the user's configuration. It is
 /// replaced as a whole, so a reader or a crash finds the old text or the new one. Where it is a
@@ -48,9 +48,9 @@ std::optional<std::string> programOf(std::string_view commandLine);
 class LoginEntry : public SMAppService {
 public:
     struct Application {
-        std::string identifier;
-        std::string name;
-        std::string program; ///< Its executable's absolute path.
+        QByteArray identifier;
+        QByteArray name;
+        QByteArray program; ///< Its executable's absolute path.
     };
     explicit LoginEntry(Application application);
 

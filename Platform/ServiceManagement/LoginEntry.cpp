@@ -14,17 +14,15 @@ namespace {
 
 /// Where the entry may stand: the user's own place, then the system's, the first one that holds a
 /// file counts.
-QStringList placesOf(const std::string& identifier) {
-    QStringList places;
-    for (const auto& folder :
-         QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation))
-        places.append(folder + "/autostart/" + QString::fromStdString(identifier) + ".desktop");
+QStringList placesOf(const QByteArray& identifier) {
+    auto places = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
+    for (QString& folder : places)
+        folder += "/autostart/" + identifier + ".desktop";
     return places;
 }
 
 bool isFile(const QString& path) { return QFileInfo(path).isFile(); }
 
-/// The first place where there is no file.
 QString countingOf(const QStringList& places) {
     const auto counting = std::ranges::find_if(places, isFile);
     return counting == places.end() ? places.front() : *counting;
@@ -59,9 +57,9 @@ std::shared_ptr<NSError> remove(const QString& path) {
 }
 
 LoginEntry::Application application() {
-    return {.identifier = infoOf("CFBundleIdentifier"),
-            .name = infoOf("CFBundleName"),
-            .program = QCoreApplication::applicationFilePath().toStdString()};
+    return {.identifier = infoOf("CFBundleIdentifier").c_str(),
+            .name = infoOf("CFBundleName").c_str(),
+            .program = QCoreApplication::applicationFilePath().toUtf8()};
 }
 
 } // namespace

@@ -5,11 +5,9 @@
 #include "Foundation/TextFile+Private.h"
 #include "ServiceManagement/LoginEntry+Private.h"
 
-#include <string>
-
 namespace {
 
-std::string valueIn(const DesktopEntry& entry, const char* key) {
+QByteArray valueIn(const DesktopEntry& entry, const char* key) {
     return TextSection(entry.text(), "[Desktop Entry]").value(key).value_or("");
 }
 
@@ -18,10 +16,9 @@ std::string valueIn(const DesktopEntry& entry, const char* key) {
 /// The program's path ends at the first zero byte, as every path does; then comes the entry.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     ::setenv("XDG_CURRENT_DESKTOP", "Nimbus:GNOME", true);
-    const std::string input(reinterpret_cast<const char*>(data), size);
-    const size_t end = std::min(input.find('\0'), size);
-    const std::string program = '/' + input.substr(0, end);
-    const DesktopEntry found(input.substr(std::min(end + 1, size)));
+    const QByteArray input(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    const QByteArray program = '/' + input.split('\0').first();
+    const DesktopEntry found(input.mid(program.size()));
     found.isDisabled();
     found.isStartable();
 

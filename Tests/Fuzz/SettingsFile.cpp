@@ -39,7 +39,7 @@ public:
     std::string lines() const {
         std::ifstream stream(m_file, std::ios::binary);
         const std::string text{std::istreambuf_iterator(stream), {}};
-        return TextSection(text, header).text();
+        return TextSection(QByteArray::fromStdString(text), header).text().toStdString();
     }
 
     static constexpr const char* header = "[General]";

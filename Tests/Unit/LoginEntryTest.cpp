@@ -92,7 +92,7 @@ TEST_F(LoginEntryTest, RegisteringKeepsWhatOthersWrote) {
     EXPECT_EQ(textOf(own),
               "# Mine\n[Desktop Entry]\nName=Mine\nName[de]=Meins\nType=Application\n"
               "Exec=/bin/true\nX-Delay=5\nIcon=com.example.Program\nTryExec=/bin/true\n"
-              "\n[Desktop Action A]\nExec=/a\n");
+              "\n[Desktop Action A]\nExec=/a");
 }
 
 // The shell and the desktops' own checker read what was written.
@@ -102,11 +102,11 @@ TEST_F(LoginEntryTest, NamesAnyProgramSoThatItStarts) {
         const QString program = folder.path() + "/" + QString::fromStdString(name);
         writeText(program, "#!/bin/sh\n");
         QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
-        LoginEntry its({"com.example.Program", "A Program", program.toStdString()});
+        LoginEntry its({"com.example.Program", "A Program", program.toUtf8()});
         expectRegistered(its);
         EXPECT_EQ(QProcess::execute("desktop-file-validate", {own}), 0) << name;
 
-        QString line = QString::fromStdString(commandLineOf(program.toStdString()));
+        QString line = QString::fromUtf8(commandLineOf(program.toUtf8()));
         line.replace("\\\\", "\\").replace("%%", "%");
         QProcess shell;
         shell.start("/bin/sh", {"-c", "set -f; printf '%s|' " + line});
