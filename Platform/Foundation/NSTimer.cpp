@@ -41,23 +41,13 @@ Timeline& Timeline::current() {
 
 void Timeline::install(std::unique_ptr<Timeline> timeline) { theTimeline = std::move(timeline); }
 
-std::shared_ptr<NSTimer> NSTimer::scheduledTimerWithTimeInterval(double interval, bool repeats,
-                                                                 Block block) {
-    const std::shared_ptr<NSTimer> timer(new NSTimer(interval, repeats, std::move(block)));
-    timer->schedule();
+std::shared_ptr<NSTimer> NSTimer::scheduledTimerWithTimeInterval(double interval, bool,
+                                                                 const Block& block) {
+    const auto timer = std::make_shared<NSTimer>();
+    timer->m_alarm = Timeline::current().schedule(interval, [timer, block] {
+        const auto [self, run] = std::pair(timer, block); // The alarm may take this with it.
+        self->invalidate();
+        run(self);
+    });
     return timer;
-}
-
-void NSTimer::schedule() {
-    m_alarm =
-        Timeline::current().schedule(m_interval, [self = shared_from_this()] { self->fire(); });
-}
-
-void NSTimer::fire() {
-    const auto self = shared_from_this();
-    if (m_repeats)
-        schedule();
-    else
-        invalidate();
-    m_block(self);
 }

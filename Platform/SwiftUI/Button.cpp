@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Windows/Accessible.h"
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 #include "SwiftUI/Views.h"
 
 #include <QAbstractButton>
@@ -26,6 +26,7 @@ public:
     void setButton(std::function<void()> action, const Environment& environment) {
         m_action = std::move(action);
         m_environment = environment;
+        m_environment.parent = this;
         m_hasContentShape = false;
         QList<QKeySequence> keys;
         const auto& shortcut = environment.keyboardShortcut;
@@ -111,55 +112,48 @@ private:
 };
 
 /// The label stands in the middle of the chrome; a plain button is as large as its label.
-class ButtonNode : public ViewNode {
+class ButtonElement : public Element {
 public:
-    ButtonNode(const View& label, std::function<void()> action)
-        : ViewNode({label}), m_action(std::move(action)) {}
-
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        auto& widget = element.take<ButtonWidget>(surroundings);
-        widget.setButton(m_action, surroundings.environment);
-        if (widget.accessibleName().isEmpty())
-            widget.setAccessibleName(QString::fromStdString(accessibleText()));
-        Surroundings within = surroundings;
-        within.parent = &widget;
-        within.environment = widget.labelEnvironment();
-        ViewNode::realise(element, within);
+    ButtonElement(const Environment& environment, const View& label,
+                  const std::function<void()>& action) {
+        auto& button = take<ButtonWidget>(environment);
+        button.setButton(action, environment);
+        add(label, button.labelEnvironment());
+        if (button.accessibleName().isEmpty())
+            button.setAccessibleName(QString::fromStdString(accessibleText()));
     }
 
-    QSizeF measure(const Element& element, const Proposal& proposal) const override {
-        const auto& widget = element.widget<ButtonWidget>();
-        if (widget.isPlain()) return ViewNode::measure(element, proposal);
-        const ButtonWidget::Chrome chrome = widget.chrome();
-        const QSizeF label = ViewNode::measure(element, {});
+    void place(const QRectF& rect) const override {
+        const auto& button = widget<ButtonWidget>();
+        const int margin = button.margin();
+        widget().setGeometry(wholePoints(rect).adjusted(-margin, -margin, margin, margin));
+        const QSizeF label =
+            Element::measure(button.isPlain() ? Proposal::of(rect.size()) : Proposal{});
+        parts().front()->place({{margin + (rect.width() - label.width()) / 2,
+                                 margin + (rect.height() - label.height()) / 2},
+                                label});
+    }
+
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        const auto& button = widget<ButtonWidget>();
+        if (button.isPlain()) return Element::measure(proposal);
+        const ButtonWidget::Chrome chrome = button.chrome();
+        const QSizeF label = Element::measure({});
         return {label.width() + 2 * chrome.sides, std::max(label.height(), chrome.height)};
     }
-
-    void place(const Element& element, const QRectF& rect) const override {
-        auto& widget = element.widget<ButtonWidget>();
-        const int margin = widget.margin();
-        widget.setGeometry(wholePoints(rect).adjusted(-margin, -margin, margin, margin));
-        const QSizeF label =
-            ViewNode::measure(element, widget.isPlain() ? Proposal::of(rect.size()) : Proposal{});
-        element.parts().front().place({{margin + (rect.width() - label.width()) / 2,
-                                        margin + (rect.height() - label.height()) / 2},
-                                       label});
-    }
-
-private:
-    const std::function<void()> m_action;
 };
 
 } // namespace
 
 Button::Button(const Options& options)
-    : View(makeView<ButtonNode>(options.label, options.action)) {}
+    : View(makeView<ButtonElement>(options.label, options.action)) {}
 Button::Button(const std::string& title, std::function<void()> action)
     : Button({.action = std::move(action), .label = Text(title)}) {}
 
 View View::contentShape(const Shape&) const {
-    return surrounded(*this, [](Surroundings& surroundings) {
-        if (auto* const button = dynamic_cast<ButtonWidget*>(surroundings.parent))
+    return within(*this, [](Environment& environment) {
+        if (auto* const button = dynamic_cast<ButtonWidget*>(environment.parent))
             button->setHasContentShape(true);
     });
 }

@@ -1,7 +1,7 @@
 #include "SwiftUI/Views.h"
 
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 
 namespace {
 
@@ -28,7 +28,7 @@ View card() {
 
 View parted(const std::vector<View>& rows) {
     std::vector<View> lines;
-    for (const View& row : flattened(rows)) {
+    for (const View& row : rows) {
         if (!lines.empty()) lines.push_back(Divider().padding(Edge::Set::horizontal, inset));
         lines.push_back(fillingWidth(row).padding(inset));
     }

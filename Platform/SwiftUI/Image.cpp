@@ -1,5 +1,5 @@
 #include "AppKit/Qt/Drawing/Symbol.h"
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 #include "SwiftUI/Views.h"
 
 #include <QFile>
@@ -36,25 +36,19 @@ private:
     int m_side = 0;
 };
 
-class ImageNode : public ViewNode {
+class ImageElement : public Element {
 public:
-    explicit ImageNode(std::string name) : m_name(std::move(name)) {}
-
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        element.take<SymbolWidget>(surroundings).setSymbol(m_name, surroundings.environment);
+    ImageElement(const Environment& environment, const std::string& name) {
+        take<SymbolWidget>(environment).setSymbol(name, environment);
     }
 
-    QSizeF measure(const Element& element, const Proposal&) const override {
-        return element.widget().sizeHint();
-    }
-
-private:
-    const std::string m_name;
+protected:
+    QSizeF measure(const Proposal&) const override { return widget().sizeHint(); }
 };
 
 } // namespace
 
-Image::Image(const Options& options) : View(makeView<ImageNode>(options.systemName)) {}
+Image::Image(const Options& options) : View(makeView<ImageElement>(options.systemName)) {}
 
 Label::Label(const std::string& title, const Options& options)
     : View(HStack({.spacing = 6}, {Image({.systemName = options.systemImage}), Text(title)})) {}

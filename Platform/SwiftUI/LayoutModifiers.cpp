@@ -1,4 +1,4 @@
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 
 #include <QMarginsF>
 
@@ -14,25 +14,23 @@ void placeWithin(const QRectF& rect, double shareAtLeft, const Element& content)
                    size});
 }
 
-class PaddingNode : public ViewNode {
+class PaddingElement : public Element {
 public:
-    PaddingNode(const View& content, const QMarginsF& margins)
-        : ViewNode({content}), m_margins(margins) {}
+    PaddingElement(const Environment& environment, const View& content, const QMarginsF& margins)
+        : Element(content, environment), m_margins(margins) {}
 
-    QSizeF measure(const Element& element, const Proposal& proposal) const override {
+    void place(const QRectF& rect) const override { Element::place(rect - m_margins); }
+
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
         const auto less = [](std::optional<double> length, double margins) {
             if (length) length = std::max(0.0, *length - margins);
             return length;
         };
         const double across = m_margins.left() + m_margins.right();
         const double down = m_margins.top() + m_margins.bottom();
-        return ViewNode::measure(element,
-                                 {less(proposal.width, across), less(proposal.height, down)}) +
+        return Element::measure({less(proposal.width, across), less(proposal.height, down)}) +
                QSizeF(across, down);
-    }
-
-    void place(const Element& element, const QRectF& rect) const override {
-        ViewNode::place(element, rect - m_margins);
     }
 
 private:
@@ -53,43 +51,50 @@ QSizeF sizeOf(const View::FlexibleFrame& frame, const Element& content, const Pr
     return {std::max(size.width(), width.value_or(0)), size.height()};
 }
 
-template <class Frame> class FrameNode : public ViewNode {
+template <class Frame> class FrameElement : public Element {
 public:
-    FrameNode(const View& content, const Frame& frame) : ViewNode({content}), m_frame(frame) {}
+    FrameElement(const Environment& environment, const View& content, const Frame& frame)
+        : Element(content, environment), m_frame(frame) {}
 
-    QSizeF measure(const Element& element, const Proposal& proposal) const override {
-        return sizeOf(m_frame, element.parts().front(), proposal);
+    void place(const QRectF& rect) const override {
+        placeWithin(rect, shareBefore(m_frame.alignment), *parts().front());
     }
 
-    void place(const Element& element, const QRectF& rect) const override {
-        placeWithin(rect, shareBefore(m_frame.alignment), element.parts().front());
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        return sizeOf(m_frame, *parts().front(), proposal);
     }
 
 private:
     const Frame m_frame;
 };
 
-class FixedSizeNode : public ViewNode {
+class FixedSizeElement : public Element {
 public:
-    FixedSizeNode(const View& content, const View::FixedAxes& axes)
-        : ViewNode({content}), m_axes(axes) {}
+    FixedSizeElement(const Environment& environment, const View& content,
+                     const View::FixedAxes& axes)
+        : Element(content, environment), m_axes(axes) {}
 
-    QSizeF measure(const Element& element, const Proposal& proposal) const override {
-        return ViewNode::measure(element, {m_axes.horizontal ? std::nullopt : proposal.width,
-                                           m_axes.vertical ? std::nullopt : proposal.height});
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        return Element::measure({m_axes.horizontal ? std::nullopt : proposal.width,
+                                 m_axes.vertical ? std::nullopt : proposal.height});
     }
 
 private:
     const View::FixedAxes m_axes;
 };
 
-class BackgroundNode : public ViewNode {
+class BackgroundElement : public Element {
 public:
-    BackgroundNode(const View& content, const View& background) : ViewNode({background, content}) {}
+    BackgroundElement(const Environment& environment, const View& content, const View& background)
+        : Element(background, environment) {
+        add(content, environment);
+    }
 
-    void place(const Element& element, const QRectF& rect) const override {
-        placeWithin(rect, 0.5, element.parts().front());
-        element.parts().back().place(rect);
+    void place(const QRectF& rect) const override {
+        placeWithin(rect, 0.5, *parts().front());
+        parts().back()->place(rect);
     }
 };
 
@@ -98,19 +103,21 @@ public:
 View View::padding(Edge::Set edges, double length) const {
     const double across = edges == Edge::Set::vertical ? 0 : length;
     const double down = edges == Edge::Set::horizontal ? 0 : length;
-    return makeView<PaddingNode>(*this, QMarginsF(across, down, across, down));
+    return makeView<PaddingElement>(*this, QMarginsF(across, down, across, down));
 }
 
 View View::frame(const FixedFrame& frame) const {
-    return makeView<FrameNode<FixedFrame>>(*this, frame);
+    return makeView<FrameElement<FixedFrame>>(*this, frame);
 }
 
 View View::frame(const FlexibleFrame& frame) const {
-    return makeView<FrameNode<FlexibleFrame>>(*this, frame);
+    return makeView<FrameElement<FlexibleFrame>>(*this, frame);
 }
 
-View View::fixedSize(const FixedAxes& axes) const { return makeView<FixedSizeNode>(*this, axes); }
+View View::fixedSize(const FixedAxes& axes) const {
+    return makeView<FixedSizeElement>(*this, axes);
+}
 
 View View::background(const View& background) const {
-    return makeView<BackgroundNode>(*this, background);
+    return makeView<BackgroundElement>(*this, background);
 }

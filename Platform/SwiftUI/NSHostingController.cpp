@@ -2,7 +2,7 @@
 
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "SwiftUI/ObservedObject.h"
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 
 #include <QShowEvent>
 #include <QTimer>
@@ -42,17 +42,22 @@ protected:
 private:
     void draw() {
         m_drawsAtNextTurn = false;
-        const ObservationScope scope;
         Environment environment;
+        environment.parent = this;
+        environment.pool = &m_pool;
+        environment.appearActions = &m_appearActions;
         environment.palette = palette();
         environment.systemFont = font();
         environment.primary = palette().color(QPalette::WindowText);
         m_appearActions.clear();
+        std::set<std::shared_ptr<ObservableObject>> objects;
+        readObjects = &objects;
         m_pool.begin();
-        m_element.emplace(m_root, Surroundings{environment, this, m_pool, m_appearActions});
+        m_element = m_root.realise(environment);
         m_pool.end();
+        readObjects = nullptr;
         m_observations.clear();
-        for (const auto& object : scope.objects())
+        for (const auto& object : objects)
             m_observations.push_back(object->objectWillChange.sink([this] { drawAtNextTurn(); }));
         place();
     }
@@ -73,7 +78,7 @@ private:
 
     const View m_root;
     WidgetPool m_pool;
-    std::optional<Element> m_element;
+    std::shared_ptr<Element> m_element;
     std::vector<std::function<void()>> m_appearActions;
     std::vector<AnyCancellable> m_observations;
     bool m_drawsAtNextTurn = false;

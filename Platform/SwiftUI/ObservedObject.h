@@ -2,7 +2,7 @@
 
 #include "Combine/ObservableObject.h"
 
-#include <vector>
+#include <set>
 
 /// A value that is kept elsewhere, to be read and written.
 template <class Value> class Binding {
@@ -17,41 +17,27 @@ private:
     std::function<void(Value)> m_set;
 };
 
-/// While one lives, it notes every observed object that a view's body reads.
-class ObservationScope {
-public:
-    ObservationScope();
-    ~ObservationScope();
-    ObservationScope(const ObservationScope&) = delete;
-    ObservationScope& operator=(const ObservationScope&) = delete;
-
-    static void noteRead(const std::shared_ptr<ObservableObject>& object);
-
-    /// Each object once, in the order of the first reading.
-    const std::vector<std::shared_ptr<ObservableObject>>& objects() const { return m_objects; }
-
-private:
-    ObservationScope* const m_outer;
-    std::vector<std::shared_ptr<ObservableObject>> m_objects;
-};
+/// The objects that the views' bodies have read so far; null while none is asked for.
+inline std::set<std::shared_ptr<ObservableObject>>* readObjects = nullptr;
 
 /// An object that a view is drawn from, and drawn anew from when it announces a change.
 template <class Object> class ObservedObject {
 public:
     ObservedObject(std::shared_ptr<Object> object) : m_object(std::move(object)) {}
 
-    Object* operator->() const {
-        ObservationScope::noteRead(m_object);
-        return m_object.get();
-    }
+    Object* operator->() const { return read().get(); }
 
     /// One published member, to be read and written by a control.
     template <class Value> Binding<Value> projectedValue(Published<Value> Object::*member) const {
-        ObservationScope::noteRead(m_object);
-        return {[object = m_object, member]() -> Value { return (*object).*member; },
-                [object = m_object, member](Value value) { (*object).*member = std::move(value); }};
+        return {[object = read(), member]() -> Value { return (*object).*member; },
+                [object = read(), member](Value value) { (*object).*member = std::move(value); }};
     }
 
 private:
+    const std::shared_ptr<Object>& read() const {
+        if (readObjects) readObjects->insert(m_object);
+        return m_object;
+    }
+
     std::shared_ptr<Object> m_object;
 };

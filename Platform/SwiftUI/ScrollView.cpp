@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Windows/Accessible.h"
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 #include "SwiftUI/Views.h"
 
 #include <QApplication>
@@ -122,36 +122,35 @@ private:
     const QWidget* m_focused = nullptr; ///< In this window, the last to have the keyboard.
 };
 
-class ScrollNode : public ViewNode {
+class ScrollElement : public Element {
 public:
-    explicit ScrollNode(const View& content) : ViewNode({content}) {}
-
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        auto& scroll = element.take<ScrollWidget>(surroundings);
-        scroll.setTint(tintOf(surroundings.environment));
-        Surroundings within = surroundings;
-        within.parent = scroll.widget();
-        ViewNode::realise(element, within);
+    ScrollElement(const Environment& environment, const View& content) {
+        auto& scroll = take<ScrollWidget>(environment);
+        scroll.setTint(tintOf(environment));
+        Environment inner = environment;
+        inner.parent = scroll.widget();
+        add(content, inner);
     }
 
-    QSizeF measure(const Element& element, const Proposal& proposal) const override {
-        const QSizeF content = ViewNode::measure(element, {proposal.width, std::nullopt});
-        return {std::max(content.width(), proposal.width.value_or(0)),
-                proposal.height.value_or(content.height())};
-    }
-
-    void place(const Element& element, const QRectF& rect) const override {
-        auto& scroll = element.widget<ScrollWidget>();
+    void place(const QRectF& rect) const override {
+        auto& scroll = widget<ScrollWidget>();
         const QRect area = wholePoints(rect);
         const double width = area.width();
-        const QSizeF size(width, ViewNode::measure(element, {width, std::nullopt}).height());
+        const QSizeF size(width, Element::measure({width, std::nullopt}).height());
         scroll.setOverflows(size.height() > area.height());
         scroll.setGeometry(area);
         scroll.widget()->resize(size.toSize());
-        element.parts().front().place({{}, size});
+        parts().front()->place({{}, size});
+    }
+
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        const QSizeF content = Element::measure({proposal.width, std::nullopt});
+        return {std::max(content.width(), proposal.width.value_or(0)),
+                proposal.height.value_or(content.height())};
     }
 };
 
 } // namespace
 
-ScrollView::ScrollView(const View& content) : View(makeView<ScrollNode>(content)) {}
+ScrollView::ScrollView(const View& content) : View(makeView<ScrollElement>(content)) {}

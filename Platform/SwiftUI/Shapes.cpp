@@ -1,5 +1,5 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 #include "SwiftUI/Views.h"
 
 #include <cmath>
@@ -28,30 +28,29 @@ private:
     Environment m_environment;
 };
 
-class PaintedNode : public ViewNode {
+class PaintedElement : public Element {
 public:
-    PaintedNode(Painting painting, std::optional<double> height)
-        : m_painting(std::move(painting)), m_height(height) {}
-
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        element.take<PaintedWidget>(surroundings).setPainting(m_painting, surroundings.environment);
+    PaintedElement(const Environment& environment, const Painting& painting,
+                   std::optional<double> height)
+        : m_height(height) {
+        take<PaintedWidget>(environment).setPainting(painting, environment);
     }
 
-    QSizeF measure(const Element&, const Proposal& proposal) const override {
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
         constexpr double ideal = 10; // Where it may choose.
         return {proposal.width.value_or(ideal),
                 m_height ? *m_height : proposal.height.value_or(ideal)};
     }
 
 private:
-    const Painting m_painting;
     const std::optional<double> m_height;
 };
 
 } // namespace
 
-View painted(Painting painting, std::optional<double> height) {
-    return makeView<PaintedNode>(std::move(painting), height);
+View painted(const Painting& painting, std::optional<double> height) {
+    return makeView<PaintedElement>(painting, height);
 }
 
 QPainterPath continuousCorners(const QRectF& rect, double radius) {

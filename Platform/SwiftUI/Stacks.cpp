@@ -1,6 +1,6 @@
 #include "SwiftUI/Views.h"
 
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 
 #include <numeric>
 
@@ -9,12 +9,13 @@ namespace {
 constexpr double defaultSpacing = 8;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-class SpacerNode : public ViewNode {
+class SpacerElement : public Element {
 public:
-    explicit SpacerNode(double minLength) : m_minLength(minLength) {}
+    SpacerElement(const Environment&, double minLength) : m_minLength(minLength) {}
     bool isSpacer() const override { return true; }
 
-    QSizeF measure(const Element&, const Proposal& proposal) const override {
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
         return {std::max(m_minLength, proposal.width.value_or(0)),
                 std::max(m_minLength, proposal.height.value_or(0))};
     }
@@ -23,104 +24,101 @@ private:
     const double m_minLength;
 };
 
-using Children = std::vector<Element>;
-
 /// Along the stack each child takes its part of the room, the least flexible first, and spacers
 /// share what is left. Lengths run along the stack, breadths across it.
-class StackNode : public ViewNode {
+class StackElement : public Element {
 public:
-    StackNode(bool vertical, bool centered, std::optional<double> spacing,
-              const std::vector<View>& children)
-        : ViewNode(flattened(children)), m_vertical(vertical), m_centered(centered),
-          m_spacing(spacing) {}
-
-    QSizeF measure(const Element& element, const Proposal& proposal) const override {
-        const Children& children = element.parts();
-        const std::vector<double> lengths = divide(children, proposal);
-        double length = gaps(children);
-        double broadest = 0;
-        for (std::size_t i = 0; i < children.size(); ++i) {
-            length += lengths[i];
-            if (!children[i].isSpacer())
-                broadest = std::max(broadest, breadth(sizeOf(children[i], lengths[i], proposal)));
-        }
-        return m_vertical ? QSizeF(broadest, length) : QSizeF(length, broadest);
+    StackElement(const Environment& environment, bool vertical, bool centered,
+                 std::optional<double> spacing, const std::vector<View>& children)
+        : m_vertical(vertical), m_centered(centered), m_spacing(spacing) {
+        for (const View& child : children)
+            add(child, environment);
     }
 
-    void place(const Element& element, const QRectF& rect) const override {
-        const Children& children = element.parts();
+    void place(const QRectF& rect) const override {
         const Proposal room = Proposal::of(rect.size());
-        const std::vector<double> lengths = divide(children, room);
+        const std::vector<double> lengths = divide(room);
         double position = m_vertical ? rect.top() : rect.left();
-        for (std::size_t i = 0; i < children.size(); ++i) {
-            const QSizeF size = sizeOf(children[i], lengths[i], room);
+        for (std::size_t i = 0; i < parts().size(); ++i) {
+            const QSizeF size = sizeOf(i, lengths[i], room);
             const double across = m_centered ? (breadth(rect.size()) - breadth(size)) / 2 : 0;
             const QPointF origin = m_vertical ? QPointF(rect.left() + across, position)
                                               : QPointF(position, rect.top() + across);
-            children[i].place({origin, size});
-            position += lengths[i] + gapAfter(children, i);
+            parts()[i]->place({origin, size});
+            position += lengths[i] + gapAfter(i);
         }
+    }
+
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        const std::vector<double> lengths = divide(proposal);
+        double length = gaps();
+        double broadest = 0;
+        for (std::size_t i = 0; i < parts().size(); ++i) {
+            length += lengths[i];
+            if (!isSpacerAt(i))
+                broadest = std::max(broadest, breadth(sizeOf(i, lengths[i], proposal)));
+        }
+        return m_vertical ? QSizeF(broadest, length) : QSizeF(length, broadest);
     }
 
 private:
     double length(const QSizeF& size) const { return m_vertical ? size.height() : size.width(); }
     double breadth(const QSizeF& size) const { return m_vertical ? size.width() : size.height(); }
+    bool isSpacerAt(std::size_t i) const { return parts()[i]->isSpacer(); }
 
-    QSizeF sizeOf(const Element& child, std::optional<double> length, const Proposal& room) const {
-        return child.sizeThatFits(m_vertical ? Proposal{room.width, length}
-                                             : Proposal{length, room.height});
+    QSizeF sizeOf(std::size_t i, std::optional<double> length, const Proposal& room) const {
+        return parts()[i]->sizeThatFits(m_vertical ? Proposal{room.width, length}
+                                                   : Proposal{length, room.height});
     }
-    double lengthOf(const Element& child, std::optional<double> length,
-                    const Proposal& room) const {
-        return this->length(sizeOf(child, length, room));
+    double lengthOf(std::size_t i, std::optional<double> length, const Proposal& room) const {
+        return this->length(sizeOf(i, length, room));
     }
 
-    double gapAfter(const Children& children, std::size_t i) const {
-        if (i + 1 >= children.size()) return 0;
+    double gapAfter(std::size_t i) const {
+        if (i + 1 >= parts().size()) return 0;
         if (m_spacing) return *m_spacing;
-        return children[i].isSpacer() || children[i + 1].isSpacer() ? 0 : defaultSpacing;
+        return isSpacerAt(i) || isSpacerAt(i + 1) ? 0 : defaultSpacing;
     }
 
-    double gaps(const Children& children) const {
+    double gaps() const {
         double sum = 0;
-        for (std::size_t i = 0; i < children.size(); ++i)
-            sum += gapAfter(children, i);
+        for (std::size_t i = 0; i < parts().size(); ++i)
+            sum += gapAfter(i);
         return sum;
     }
 
     using Place = std::pair<double, std::size_t>; ///< In the order in which room is given out.
 
-    std::vector<Place> leastFlexibleFirst(const Children& children, const Proposal& room) const {
+    std::vector<Place> leastFlexibleFirst(const Proposal& room) const {
         std::vector<Place> order;
-        for (std::size_t i = 0; i < children.size(); ++i)
-            if (!children[i].isSpacer())
-                order.emplace_back(
-                    lengthOf(children[i], infinity, room) - lengthOf(children[i], 0, room), i);
+        for (std::size_t i = 0; i < parts().size(); ++i)
+            if (!isSpacerAt(i))
+                order.emplace_back(lengthOf(i, infinity, room) - lengthOf(i, 0, room), i);
         std::sort(order.begin(), order.end());
         return order;
     }
 
     /// How long each child is in that room.
-    std::vector<double> divide(const Children& children, const Proposal& room) const {
+    std::vector<double> divide(const Proposal& room) const {
         const std::optional<double> whole = m_vertical ? room.height : room.width;
         std::vector<double> lengths;
-        for (const Element& child : children)
-            lengths.push_back(!whole             ? lengthOf(child, std::nullopt, room)
-                              : child.isSpacer() ? lengthOf(child, 0, room)
-                                                 : 0);
+        for (std::size_t i = 0; i < parts().size(); ++i)
+            lengths.push_back(!whole          ? lengthOf(i, std::nullopt, room)
+                              : isSpacerAt(i) ? lengthOf(i, 0, room)
+                                              : 0);
         if (!whole) return lengths;
-        double rest =
-            *whole - gaps(children) - std::accumulate(lengths.begin(), lengths.end(), 0.0);
-        const std::vector<Place> order = leastFlexibleFirst(children, room);
+        double rest = *whole - gaps() - std::accumulate(lengths.begin(), lengths.end(), 0.0);
+        const std::vector<Place> order = leastFlexibleFirst(room);
         for (std::size_t n = 0; n < order.size(); ++n) {
             const auto i = order[n].second;
             const double share = std::max(0.0, rest) / static_cast<double>(order.size() - n);
-            lengths[i] = lengthOf(children[i], share, room);
+            lengths[i] = lengthOf(i, share, room);
             rest -= lengths[i];
         }
-        const auto spacers = static_cast<double>(children.size() - order.size());
-        for (std::size_t i = 0; i < children.size(); ++i)
-            if (children[i].isSpacer()) lengths[i] += std::max(0.0, rest) / spacers;
+        const auto spacers = static_cast<double>(parts().size() - order.size());
+        for (std::size_t i = 0; i < parts().size(); ++i)
+            if (isSpacerAt(i)) lengths[i] += std::max(0.0, rest) / spacers;
         return lengths;
     }
 
@@ -130,35 +128,23 @@ private:
 };
 
 /// A column of its own where no stack is around.
-class GroupNode : public StackNode {
+class GroupElement : public StackElement {
 public:
-    explicit GroupNode(const std::vector<View>& views) : StackNode(true, true, {}, views) {}
+    GroupElement(const Environment& environment, const std::vector<View>& views)
+        : StackElement(environment, true, true, {}, views) {}
     bool isGroup() const override { return true; }
 };
 
 } // namespace
 
 VStack::VStack(const Options& options, std::initializer_list<View> children)
-    : View(makeView<StackNode>(true, options.alignment == HorizontalAlignment::center,
-                               options.spacing, children)) {}
+    : View(makeView<StackElement>(true, options.alignment == HorizontalAlignment::center,
+                                  options.spacing, std::vector(children))) {}
 
 HStack::HStack(const Options& options, std::initializer_list<View> children)
-    : View(makeView<StackNode>(false, options.alignment == VerticalAlignment::center,
-                               options.spacing, children)) {}
+    : View(makeView<StackElement>(false, options.alignment == VerticalAlignment::center,
+                                  options.spacing, std::vector(children))) {}
 Spacer::Spacer() : Spacer({.minLength = defaultSpacing}) {}
-Spacer::Spacer(const Options& options) : View(makeView<SpacerNode>(options.minLength)) {}
+Spacer::Spacer(const Options& options) : View(makeView<SpacerElement>(options.minLength)) {}
 ForEach::ForEach(const std::vector<View>& views) : View(group(views)) {}
-View group(const std::vector<View>& views) { return makeView<GroupNode>(views); }
-
-std::vector<View> flattened(const std::vector<View>& views) {
-    std::vector<View> all;
-    for (const View& view : views) {
-        if (!view.node().isGroup()) {
-            all.push_back(view);
-            continue;
-        }
-        const std::vector<View>& children = view.node().children();
-        all.insert(all.end(), children.begin(), children.end());
-    }
-    return all;
-}
+View group(const std::vector<View>& views) { return makeView<GroupElement>(views); }

@@ -1,6 +1,6 @@
 #include "SwiftUI/Views.h"
 
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 
 #include <QFontMetricsF>
 #include <QLabel>
@@ -23,14 +23,10 @@ QSizeF measureText(const QFont& font, const QString& text, const Proposal& propo
     return {std::min(std::ceil(bounds.width()) + 1, std::ceil(asked)), std::ceil(bounds.height())};
 }
 
-class TextNode : public ViewNode {
+class TextElement : public Element {
 public:
-    explicit TextNode(std::string text) : m_text(std::move(text)) {}
-    std::string accessibleText() const override { return m_text; }
-
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        const Environment& environment = surroundings.environment;
-        auto& label = element.take<QLabel>(surroundings);
+    TextElement(const Environment& environment, const std::string& text) {
+        auto& label = take<QLabel>(environment);
         label.setTextFormat(Qt::PlainText);
         label.setWordWrap(true);
         // What the whole points of its height add stands above: capitals are in the middle then.
@@ -38,21 +34,20 @@ public:
         // A label in a button would take the button's.
         label.setForegroundRole(QPalette::WindowText);
         label.setFont(fontOf(environment));
-        label.setText(QString::fromStdString(m_text));
+        label.setText(QString::fromStdString(text));
         QPalette palette = environment.palette;
         palette.setColor(QPalette::WindowText, foregroundOf(environment));
         label.setPalette(palette);
     }
+    std::string accessibleText() const override { return widget<QLabel>().text().toStdString(); }
 
-    QSizeF measure(const Element& element, const Proposal& proposal) const override {
-        const auto& label = element.widget<QLabel>();
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        const auto& label = widget<QLabel>();
         return measureText(label.font(), label.text(), proposal);
     }
-
-private:
-    const std::string m_text;
 };
 
 } // namespace
 
-Text::Text(const std::string& text) : View(makeView<TextNode>(text)) {}
+Text::Text(const std::string& text) : View(makeView<TextElement>(text)) {}

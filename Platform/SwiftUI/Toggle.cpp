@@ -1,5 +1,5 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 #include "SwiftUI/Views.h"
 
 #include <QCheckBox>
@@ -74,36 +74,33 @@ private:
 };
 
 /// The widget stands around the element by the ring's margin.
-class ToggleNode : public ViewNode {
+class ToggleElement : public Element {
 public:
-    ToggleNode(std::string title, Binding<bool> isOn)
-        : m_title(std::move(title)), m_isOn(std::move(isOn)) {}
+    ToggleElement(const Environment& environment, std::string title, const Binding<bool>& isOn)
+        : m_title(std::move(title)) {
+        take<SwitchWidget>(environment).setToggle(m_title, isOn, environment);
+    }
     std::string accessibleText() const override { return m_title; }
 
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        element.take<SwitchWidget>(surroundings)
-            .setToggle(m_title, m_isOn, surroundings.environment);
+    void place(const QRectF& rect) const override {
+        constexpr int ring = focusRingMargin;
+        widget().setGeometry(wholePoints(rect).adjusted(-ring, -ring, ring, ring));
     }
 
-    QSizeF measure(const Element& element, const Proposal& proposal) const override {
-        const auto& widget = element.widget<SwitchWidget>();
-        const QSizeF title = widget.fontMetrics().size(Qt::TextShowMnemonic, widget.text());
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        const auto& toggle = widget<SwitchWidget>();
+        const QSizeF title = toggle.fontMetrics().size(Qt::TextShowMnemonic, toggle.text());
         const double least = title.width() + gap + switchSize.width();
         return {std::max(least, proposal.width.value_or(least)),
                 std::max(title.height(), switchSize.height())};
     }
 
-    void place(const Element& element, const QRectF& rect) const override {
-        constexpr int ring = focusRingMargin;
-        element.widget().setGeometry(wholePoints(rect).adjusted(-ring, -ring, ring, ring));
-    }
-
 private:
     const std::string m_title;
-    const Binding<bool> m_isOn;
 };
 
 } // namespace
 
 Toggle::Toggle(const std::string& title, const Options& options)
-    : View(makeView<ToggleNode>(title, options.isOn)) {}
+    : View(makeView<ToggleElement>(title, options.isOn)) {}

@@ -1,42 +1,7 @@
 #include "AppKit/Qt/Windows/Accessible.h"
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 
 namespace {
-
-class BodyNode : public ViewNode {
-public:
-    explicit BodyNode(std::function<View()> body) : m_body(std::move(body)) {}
-    std::string accessibleText() const override { return m_body().node().accessibleText(); }
-
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        element.add(m_body(), surroundings);
-    }
-
-private:
-    const std::function<View()> m_body;
-};
-
-/// A view within other surroundings, which reads as its label if it has one.
-class SurroundedNode : public ViewNode {
-public:
-    SurroundedNode(const View& content, SurroundingsChange change,
-                   std::optional<std::string> label = std::nullopt)
-        : ViewNode({content}), m_change(std::move(change)), m_label(std::move(label)) {}
-
-    std::string accessibleText() const override {
-        return m_label ? *m_label : ViewNode::accessibleText();
-    }
-
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        Surroundings changed = surroundings;
-        m_change(changed);
-        ViewNode::realise(element, changed);
-    }
-
-private:
-    const SurroundingsChange m_change;
-    const std::optional<std::string> m_label;
-};
 
 /// It reads as its accessible name.
 class AccessibleGroup : public QWidget, public Accessible {
@@ -48,35 +13,45 @@ public:
 };
 
 /// One element to assistive technology. It reads as nothing unless a label stands outside.
-class AccessibleNode : public ViewNode {
+class AccessibleElement : public Element {
 public:
-    explicit AccessibleNode(const View& content) : ViewNode({content}) {}
-    std::string accessibleText() const override { return {}; }
-
-    void realise(Element& element, const Surroundings& surroundings) const override {
-        Surroundings within = surroundings;
-        within.parent = &element.take<AccessibleGroup>(surroundings);
-        within.environment.accessibilityLabel.clear();
-        within.environment.accessibilityHint.clear();
-        ViewNode::realise(element, within);
+    AccessibleElement(const Environment& environment, const View& content) {
+        Environment inner = environment;
+        inner.parent = &take<AccessibleGroup>(environment);
+        inner.accessibilityLabel.clear();
+        inner.accessibilityHint.clear();
+        add(content, inner);
     }
+    std::string accessibleText() const override { return {}; }
+};
+
+/// Reads as its label.
+class LabelledElement : public Element {
+public:
+    LabelledElement(const Environment& environment, const View& content, std::string label)
+        : Element(content, environment), m_label(std::move(label)) {}
+    std::string accessibleText() const override { return m_label; }
+
+private:
+    const std::string m_label;
 };
 
 /// With a value that the views within take over.
 template <class Value, class Given>
 View inherited(const View& view, Value Environment::*member, const Given& value) {
-    return surrounded(view, [member, value](Surroundings& surroundings) {
-        surroundings.environment.*member = value;
-    });
+    return within(view, [member, value](Environment& environment) { environment.*member = value; });
 }
 
 } // namespace
 
-View surrounded(const View& view, SurroundingsChange change) {
-    return makeView<SurroundedNode>(view, std::move(change));
+View within(const View& view, std::function<void(Environment&)> change) {
+    return View([view, change = std::move(change)](const Environment& around) {
+        Environment changed = around;
+        change(changed);
+        return view.realise(changed);
+    });
 }
 
-View::View(std::function<View()> body) : View(std::make_shared<BodyNode>(std::move(body))) {}
 View View::font(const Font& font) const { return inherited(*this, &Environment::font, font); }
 
 View View::tracking(double tracking) const {
@@ -102,14 +77,12 @@ View View::keyboardShortcut(KeyboardShortcut shortcut) const {
 }
 
 View View::accessibilityElement(const ElementOptions&) const {
-    return makeView<AccessibleNode>(*this);
+    return makeView<AccessibleElement>(*this);
 }
 
 View View::accessibilityLabel(const std::string& label) const {
-    const auto change = [label](Surroundings& surroundings) {
-        surroundings.environment.accessibilityLabel = label;
-    };
-    return makeView<SurroundedNode>(*this, change, label);
+    return inherited(makeView<LabelledElement>(*this, label), &Environment::accessibilityLabel,
+                     label);
 }
 
 View View::accessibilityHint(const std::string& hint) const {
@@ -117,7 +90,7 @@ View View::accessibilityHint(const std::string& hint) const {
 }
 
 View View::onAppear(std::function<void()> action) const {
-    return surrounded(*this, [action = std::move(action)](Surroundings& surroundings) {
-        surroundings.appearActions.push_back(action);
+    return within(*this, [action = std::move(action)](Environment& environment) {
+        environment.appearActions->push_back(action);
     });
 }

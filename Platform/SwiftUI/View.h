@@ -7,18 +7,25 @@
 #include <string>
 
 class Shape;
-class ViewNode;
+class Element;
+struct Environment;
 
 /// What is to be shown, as a value: it may be copied freely and never changes. A modifier gives a
 /// new view that wraps this one, so their order counts. Lengths are in points.
 class View {
 public:
+    /// What shows it, made anew for each drawing.
+    using Maker = std::function<std::shared_ptr<Element>(const Environment&)>;
+    explicit View(Maker maker) : m_maker(std::make_shared<Maker>(std::move(maker))) {}
+    std::shared_ptr<Element> realise(const Environment& around) const { return (*m_maker)(around); }
+
     /// Any type with a body is a view. The body is asked for each time that the view is drawn.
     template <class T>
     requires requires(const T& view) { view.body(); }
-    View(T view) : View(std::function<View()>([view = std::move(view)] { return view.body(); })) {}
-    explicit View(std::shared_ptr<const ViewNode> node) : m_node(std::move(node)) {}
-    const ViewNode& node() const { return *m_node; }
+    View(T view)
+        : View(Maker([view = std::move(view)](const Environment& around) {
+              return view.body().realise(around);
+          })) {}
 
     View font(const Font& font) const;
     /// Additional room between the letters.
@@ -74,7 +81,5 @@ public:
     View onAppear(std::function<void()> action) const;
 
 private:
-    explicit View(std::function<View()> body);
-
-    std::shared_ptr<const ViewNode> m_node;
+    std::shared_ptr<const Maker> m_maker;
 };

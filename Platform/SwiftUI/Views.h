@@ -87,7 +87,7 @@ struct ScrollView : View {
     explicit ScrollView(const View& content);
 };
 
-/// One view for each element, for the stack or section around. Drawn anew, views are known again by
+/// One view for each element, for the stack around. Drawn anew, views are known again by
 /// their order, not by their `id`.
 struct ForEach : View {
     template <class Range, class Id, class Content>

@@ -1,4 +1,4 @@
-#include "SwiftUI/Qt/ViewNode.h"
+#include "SwiftUI/Qt/Element.h"
 
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 
