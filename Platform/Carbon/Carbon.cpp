@@ -1,4 +1,4 @@
-#include "Carbon/Carbon+Private.h"
+#include "Carbon/Carbon.h"
 
 #include "WindowServer/Session.h"
 
@@ -7,6 +7,11 @@
 
 using WindowServer::KeyChord;
 using WindowServer::Session;
+
+/// A hot key's event: the one kind there is.
+struct OpaqueEventRef {
+    EventHotKeyID hotKey;
+};
 
 struct OpaqueEventHandlerRef {
     EventHandlerUPP handler;

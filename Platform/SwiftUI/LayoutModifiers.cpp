@@ -4,87 +4,43 @@
 
 namespace {
 
-double shareBefore(Alignment alignment) { return alignment == Alignment::leading ? 0 : 0.5; }
+/// Measures and places its content, or what stands in front of others, in a way of its own.
+class LaidOut : public Element {
+public:
+    using Measure = std::function<QSizeF(const Element& content, const Proposal&)>;
+    using Place = std::function<void(const Element& content, const QRectF&)>;
+
+    LaidOut(const Environment& environment, const View& content, Measure measure, Place place)
+        : Element(content, environment), m_measure(std::move(measure)), m_place(std::move(place)) {}
+
+    void place(const QRectF& rect) const override { m_place(*parts().back(), rect); }
+
+protected:
+    QSizeF measure(const Proposal& proposal) const override {
+        return m_measure(*parts().back(), proposal);
+    }
+
+private:
+    const Measure m_measure;
+    const Place m_place;
+};
+
+View laidOut(const View& content, const LaidOut::Measure& measure, const LaidOut::Place& place) {
+    return makeView<LaidOut>(content, measure, place);
+}
 
 /// Gives the content what room it takes of the rectangle; leading is the left, halfway down.
-void placeWithin(const QRectF& rect, double shareAtLeft, const Element& content) {
-    const QSizeF size = content.sizeThatFits(Proposal::of(rect.size()));
-    content.place({{rect.left() + shareAtLeft * (rect.width() - size.width()),
-                    rect.top() + 0.5 * (rect.height() - size.height())},
-                   size});
+LaidOut::Place aligned(Alignment alignment) {
+    return [alignment](const Element& content, const QRectF& rect) {
+        const QSizeF size = content.sizeThatFits(Proposal::of(rect.size()));
+        const double shareAtLeft = alignment == Alignment::leading ? 0 : 0.5;
+        content.place({{rect.left() + shareAtLeft * (rect.width() - size.width()),
+                        rect.top() + 0.5 * (rect.height() - size.height())},
+                       size});
+    };
 }
 
-class PaddingElement : public Element {
-public:
-    PaddingElement(const Environment& environment, const View& content, const QMarginsF& margins)
-        : Element(content, environment), m_margins(margins) {}
-
-    void place(const QRectF& rect) const override { Element::place(rect - m_margins); }
-
-protected:
-    QSizeF measure(const Proposal& proposal) const override {
-        const auto less = [](std::optional<double> length, double margins) {
-            if (length) length = std::max(0.0, *length - margins);
-            return length;
-        };
-        const double across = m_margins.left() + m_margins.right();
-        const double down = m_margins.top() + m_margins.bottom();
-        return Element::measure({less(proposal.width, across), less(proposal.height, down)}) +
-               QSizeF(across, down);
-    }
-
-private:
-    const QMarginsF m_margins;
-};
-
-QSizeF sizeOf(const View::FixedFrame& frame, const Element& content, const Proposal& proposal) {
-    const auto either = [](auto first, auto second) { return first ? first : second; };
-    const QSizeF size = content.sizeThatFits(
-        {either(frame.width, proposal.width), either(frame.height, proposal.height)});
-    return {frame.width.value_or(size.width()), frame.height.value_or(size.height())};
-}
-
-QSizeF sizeOf(const View::FlexibleFrame& frame, const Element& content, const Proposal& proposal) {
-    std::optional<double> width = proposal.width;
-    if (width) width = std::min(*width, frame.maxWidth);
-    const QSizeF size = content.sizeThatFits({width, proposal.height});
-    return {std::max(size.width(), width.value_or(0)), size.height()};
-}
-
-template <class Frame> class FrameElement : public Element {
-public:
-    FrameElement(const Environment& environment, const View& content, const Frame& frame)
-        : Element(content, environment), m_frame(frame) {}
-
-    void place(const QRectF& rect) const override {
-        placeWithin(rect, shareBefore(m_frame.alignment), *parts().front());
-    }
-
-protected:
-    QSizeF measure(const Proposal& proposal) const override {
-        return sizeOf(m_frame, *parts().front(), proposal);
-    }
-
-private:
-    const Frame m_frame;
-};
-
-class FixedSizeElement : public Element {
-public:
-    FixedSizeElement(const Environment& environment, const View& content,
-                     const View::FixedAxes& axes)
-        : Element(content, environment), m_axes(axes) {}
-
-protected:
-    QSizeF measure(const Proposal& proposal) const override {
-        return Element::measure({m_axes.horizontal ? std::nullopt : proposal.width,
-                                 m_axes.vertical ? std::nullopt : proposal.height});
-    }
-
-private:
-    const View::FixedAxes m_axes;
-};
-
+/// One upon the other, as large as the content.
 class BackgroundElement : public Element {
 public:
     BackgroundElement(const Environment& environment, const View& content, const View& background)
@@ -93,7 +49,7 @@ public:
     }
 
     void place(const QRectF& rect) const override {
-        placeWithin(rect, 0.5, *parts().front());
+        aligned(Alignment::center)(*parts().front(), rect);
         parts().back()->place(rect);
     }
 };
@@ -103,19 +59,45 @@ public:
 View View::padding(Edge::Set edges, double length) const {
     const double across = edges == Edge::Set::vertical ? 0 : length;
     const double down = edges == Edge::Set::horizontal ? 0 : length;
-    return makeView<PaddingElement>(*this, QMarginsF(across, down, across, down));
+    const auto measure = [across, down](const Element& content, const Proposal& proposal) {
+        const auto less = [](std::optional<double> room, double margin) {
+            if (room) room = std::max(0.0, *room - 2 * margin);
+            return room;
+        };
+        return content.sizeThatFits({less(proposal.width, across), less(proposal.height, down)}) +
+               QSizeF(2 * across, 2 * down);
+    };
+    return laidOut(*this, measure, [across, down](const Element& content, const QRectF& rect) {
+        content.place(rect - QMarginsF(across, down, across, down));
+    });
 }
 
 View View::frame(const FixedFrame& frame) const {
-    return makeView<FrameElement<FixedFrame>>(*this, frame);
+    const auto measure = [frame](const Element& content, const Proposal& proposal) {
+        const auto either = [](auto first, auto second) { return first ? first : second; };
+        const QSizeF size = content.sizeThatFits(
+            {either(frame.width, proposal.width), either(frame.height, proposal.height)});
+        return QSizeF(frame.width.value_or(size.width()), frame.height.value_or(size.height()));
+    };
+    return laidOut(*this, measure, aligned(frame.alignment));
 }
 
 View View::frame(const FlexibleFrame& frame) const {
-    return makeView<FrameElement<FlexibleFrame>>(*this, frame);
+    const auto measure = [frame](const Element& content, const Proposal& proposal) {
+        std::optional<double> width = proposal.width;
+        if (width) width = std::min(*width, frame.maxWidth);
+        const QSizeF size = content.sizeThatFits({width, proposal.height});
+        return QSizeF(std::max(size.width(), width.value_or(0)), size.height());
+    };
+    return laidOut(*this, measure, aligned(frame.alignment));
 }
 
 View View::fixedSize(const FixedAxes& axes) const {
-    return makeView<FixedSizeElement>(*this, axes);
+    const auto measure = [axes](const Element& content, const Proposal& proposal) {
+        return content.sizeThatFits({axes.horizontal ? std::nullopt : proposal.width,
+                                     axes.vertical ? std::nullopt : proposal.height});
+    };
+    return laidOut(*this, measure, &Element::place);
 }
 
 View View::background(const View& background) const {
