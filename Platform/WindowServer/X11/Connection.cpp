@@ -1,7 +1,6 @@
 #include "WindowServer/X11/Connection.h"
 
 #include "Foundation/NSLog.h"
-#include "WindowServer/X11/Desktop/Xwayland.h"
 
 #include <QAbstractEventDispatcher>
 #include <QSocketNotifier>
@@ -95,21 +94,20 @@ void Connection::findExtensions() {
     }
     m_hasComposite = composite != nullptr;
     const bool knowsScreen = !render || formatOf(m_screen->root_visual) != 0;
-    m_canBlurLive = composite && damage && xfixes && canScale() && knowsScreen && hasPlainPixels();
+    m_canBlurLive = composite && damage && xfixes && m_rgbFormat && knowsScreen && hasPlainPixels();
 
     std::string missing;
     addMissing(missing,
                canBlurStill() ? "the cover shows a still picture" : "the cover is plain dark",
                {{"Composite", composite},
                 {"Damage", damage},
-                {"Render", canScale()},
+                {"Render", m_rgbFormat != 0},
                 {"XFixes", xfixes},
                 {"Render's format of the screen", knowsScreen},
                 {"pixels of 32 bits", hasPlainPixels()}});
     addMissing(missing, "the whole screen counts as one monitor", {{"RandR", randr}});
     addMissing(missing, "no click goes through the cover", {{"Shape", shape}});
     if (!missing.empty()) NSLog("X11: " + missing + ".");
-    m_isXwayland = WindowServer::isXwayland(*this);
 }
 
 bool Connection::hasPlainPixels() const {
@@ -118,6 +116,23 @@ bool Connection::hasPlainPixels() const {
     if (serverIsLittle != (std::endian::native == std::endian::little)) return false;
     for (auto it = xcb_setup_pixmap_formats_iterator(setup); it.rem; xcb_format_next(&it))
         if (it.data->depth == 24) return it.data->bits_per_pixel == 32;
+    return false;
+}
+
+/// New ones say so by an extension that is there for nothing else; older ones are known by what
+/// they call their monitors.
+bool Connection::isXwayland() const {
+    constexpr std::string_view name = "XWAYLAND";
+    const auto extension =
+        reply(xcb_query_extension_reply, xcb_query_extension(m_xcb, name.size(), name.data()));
+    if (extension && extension->present) return true;
+    if (!m_events.randr) return false;
+    const auto monitors =
+        reply(xcb_randr_get_monitors_reply, xcb_randr_get_monitors(m_xcb, root(), true));
+    if (!monitors) return false;
+    auto it = xcb_randr_get_monitors_monitors_iterator(monitors.get());
+    for (; it.rem; xcb_randr_monitor_info_next(&it))
+        if (nameOf(it.data->name).starts_with(name)) return true;
     return false;
 }
 
@@ -144,6 +159,27 @@ xcb_atom_t Connection::atom(const char* name) {
         if (answer) known->second = answer->atom;
     }
     return known->second;
+}
+
+std::string Connection::nameOf(xcb_atom_t atom) const {
+    const auto answer = reply(xcb_get_atom_name_reply, xcb_get_atom_name(m_xcb, atom));
+    if (!answer) return {};
+    return {xcb_get_atom_name_name(answer.get()),
+            static_cast<size_t>(xcb_get_atom_name_name_length(answer.get()))};
+}
+
+xcb_window_t Connection::ownerOf(xcb_atom_t selection) const {
+    const auto answer =
+        reply(xcb_get_selection_owner_reply, xcb_get_selection_owner(m_xcb, selection));
+    return answer ? answer->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+void Connection::stack(xcb_window_t window, uint32_t mode, xcb_window_t sibling) const {
+    const uint32_t values[] = {sibling, mode};
+    const bool hasSibling = sibling != XCB_NONE;
+    xcb_configure_window(
+        m_xcb, window, XCB_CONFIG_WINDOW_STACK_MODE | (hasSibling ? XCB_CONFIG_WINDOW_SIBLING : 0),
+        hasSibling ? values : values + 1);
 }
 
 std::vector<uint32_t> Connection::numbers(xcb_window_t window, xcb_atom_t property,

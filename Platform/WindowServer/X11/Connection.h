@@ -42,12 +42,12 @@ public:
     bool canBlurLive() const { return m_canBlurLive; }
     /// Whether a still one can be had: the screen itself is of plain pixels.
     bool canBlurStill() const;
-    /// Whether Render can scale pictures here.
-    bool canScale() const { return m_rgbFormat != 0; }
-    /// Whether it can scale them into the screen's own windows.
-    bool canScaleToScreen() const { return canScale() && formatOf(m_screen->root_visual) != 0; }
-    /// Whether the server is Xwayland: its windows cannot cover a Wayland session.
-    bool isXwayland() const { return m_isXwayland; }
+    /// Whether Render can scale pictures into the screen's own windows.
+    bool canScaleToScreen() const { return m_rgbFormat && formatOf(m_screen->root_visual); }
+    /// Asks whether the server only serves the X11 windows of a Wayland session. A window there
+    /// swallows the clicks that are meant for Wayland's own windows below, whatever it asks for,
+    /// and those are not seen by it.
+    bool isXwayland() const;
     bool hasComposite() const { return m_hasComposite; }
     bool hasShape() const { return m_events.shape != 0; }
     /// Whether pixels of depth 24 take 32 bits in the byte order of this machine.
@@ -59,6 +59,9 @@ public:
     bool hasAlpha(xcb_render_pictformat_t format) const;
 
     xcb_atom_t atom(const char* name);
+    std::string nameOf(xcb_atom_t atom) const;
+    /// The window that owns the selection, if any.
+    xcb_window_t ownerOf(xcb_atom_t selection) const;
     uint32_t newId() const { return xcb_generate_id(m_xcb); }
     void flush() const { xcb_flush(m_xcb); }
     /// Waits until the server has carried out all that it was asked for.
@@ -74,6 +77,12 @@ public:
     std::vector<uint32_t> numbers(xcb_window_t window, xcb_atom_t property, uint32_t most) const;
     /// Bottom to top. None where the window has gone.
     std::vector<xcb_window_t> children(xcb_window_t window) const;
+
+    void setAttribute(xcb_window_t window, uint32_t which, uint32_t value) const {
+        xcb_change_window_attributes(m_xcb, window, which, &value);
+    }
+    /// Above or below the sibling, or all of its siblings.
+    void stack(xcb_window_t window, uint32_t mode, xcb_window_t sibling = XCB_NONE) const;
 
     /// Delivers events from the running event loop to `onEvent`. A lost server ends the process at
     /// once with status 1.
@@ -101,7 +110,6 @@ private:
     uint8_t m_damageError = 0;
     std::optional<uint32_t> m_excusedUntil; ///< The number of a request.
     std::map<std::string, xcb_atom_t> m_atoms;
-    bool m_isXwayland = false;
     bool m_hasComposite = false;
     bool m_canBlurLive = false;
     const xcb_render_query_pict_formats_reply_t* m_formats = nullptr;
@@ -111,8 +119,8 @@ private:
 /// Listens to a panel's properties and its end. Each such request replaces the one before, so all
 /// who listen to panels ask for the same events.
 inline void listenToPanel(const Connection& connection, xcb_window_t panel) {
-    const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(connection.xcb(), panel, XCB_CW_EVENT_MASK, &mask);
+    connection.setAttribute(panel, XCB_CW_EVENT_MASK,
+                            XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
 } // namespace WindowServer

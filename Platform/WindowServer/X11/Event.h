@@ -20,25 +20,19 @@ template <typename Event> bool isBefore(const Event& event, uint32_t request) {
     return static_cast<int32_t>(sequence - request) < 0;
 }
 
-/// The window whose place, order or life changed; none for other events.
+/// The window whose place, order or life changed; none for other events. All that tell of such
+/// begin alike: with the window that hears of it, and the one that it is about.
 inline xcb_window_t subjectOf(const xcb_generic_event_t& event) {
     switch (typeOf(event)) {
     case XCB_CREATE_NOTIFY:
-        return as<xcb_create_notify_event_t>(event).window;
     case XCB_DESTROY_NOTIFY:
-        return as<xcb_destroy_notify_event_t>(event).window;
     case XCB_MAP_NOTIFY:
-        return as<xcb_map_notify_event_t>(event).window;
     case XCB_UNMAP_NOTIFY:
-        return as<xcb_unmap_notify_event_t>(event).window;
     case XCB_CONFIGURE_NOTIFY:
-        return as<xcb_configure_notify_event_t>(event).window;
     case XCB_GRAVITY_NOTIFY:
-        return as<xcb_gravity_notify_event_t>(event).window;
     case XCB_CIRCULATE_NOTIFY:
-        return as<xcb_circulate_notify_event_t>(event).window;
     case XCB_REPARENT_NOTIFY:
-        return as<xcb_reparent_notify_event_t>(event).window;
+        return as<xcb_map_notify_event_t>(event).window;
     default:
         return XCB_NONE;
     }

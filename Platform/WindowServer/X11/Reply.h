@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <xcb/xcb.h>
@@ -31,6 +32,18 @@ inline std::vector<uint32_t> numbersOf(const Owned<xcb_get_property_reply_t>& re
     if (!reply || reply->format != 32) return {};
     const auto* const numbers = static_cast<uint32_t*>(xcb_get_property_value(reply.get()));
     return {numbers, numbers + reply->value_len};
+}
+
+inline void setNumbers(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property,
+                       xcb_atom_t type, const std::vector<uint32_t>& numbers) {
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property, type, 32,
+                        static_cast<uint32_t>(numbers.size()), numbers.data());
+}
+
+inline void setText(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property,
+                    xcb_atom_t type, const std::string& text) {
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property, type, 8,
+                        static_cast<uint32_t>(text.size()), text.data());
 }
 
 /// Waits until the server has carried a checked request out. False where it refused.

@@ -2,6 +2,7 @@
 
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/Event.h"
+#include "WindowServer/X11/PixelMath.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -15,6 +16,14 @@ namespace WindowServer {
 
 namespace {
 
+struct Monitor {
+    std::string name;
+    PixelRect pixels;
+    bool primary = false;
+    std::string identity; ///< The EDID, or the name where the monitor gives none.
+};
+
+/// Device pixels in a point, which the toolkit tells.
 double scaleOf(const std::string& output) {
     for (const QScreen* screen : QGuiApplication::screens())
         if (screen->name().toStdString() == output) return screen->devicePixelRatio();
@@ -22,10 +31,84 @@ double scaleOf(const std::string& output) {
     return primary ? primary->devicePixelRatio() : 1;
 }
 
+std::string identityOf(Connection& connection, uint32_t output, const std::string& name) {
+    const auto reply = connection.reply(
+        xcb_randr_get_output_property_reply,
+        xcb_randr_get_output_property(connection.xcb(), output, connection.atom("EDID"),
+                                      XCB_ATOM_ANY, 0, 32, false, false));
+    if (!reply || reply->format != 8 || reply->num_items < 16) return name;
+    const auto* edid = xcb_randr_get_output_property_data(reply.get());
+    return DisplayNumbers::identityOf(std::string(edid, edid + reply->num_items));
+}
+
+std::vector<Monitor> connectedMonitors(Connection& connection) {
+    if (!connection.events().randr) {
+        const auto& screen = connection.screen();
+        const PixelRect whole = sized(screen.width_in_pixels, screen.height_in_pixels);
+        return {{"screen", whole, true, "screen"}};
+    }
+    const auto reply =
+        connection.reply(xcb_randr_get_monitors_reply,
+                         xcb_randr_get_monitors(connection.xcb(), connection.root(), true));
+    if (!reply) return {};
+
+    std::vector<Monitor> monitors;
+    auto it = xcb_randr_get_monitors_monitors_iterator(reply.get());
+    for (; it.rem; xcb_randr_monitor_info_next(&it)) {
+        if (it.data->width == 0 || it.data->height == 0) continue;
+        Monitor monitor{connection.nameOf(it.data->name),
+                        {it.data->x, it.data->y, it.data->width, it.data->height},
+                        it.data->primary != 0,
+                        {}};
+        monitor.identity = monitor.name;
+        if (it.data->nOutput > 0)
+            monitor.identity =
+                identityOf(connection, xcb_randr_monitor_info_outputs(it.data)[0], monitor.name);
+        monitors.push_back(std::move(monitor));
+    }
+    return monitors;
+}
+
+/// The main one first, then by name. Clones, monitors that lie wholly within another, have no
+/// display of their own.
+std::vector<Display> connectedDisplays(Connection& connection, DisplayNumbers& numbers) {
+    std::vector<Monitor> monitors = connectedMonitors(connection);
+    std::ranges::sort(monitors, [](const Monitor& a, const Monitor& b) {
+        return std::pair(!a.primary, a.name) < std::pair(!b.primary, b.name);
+    });
+
+    std::vector<Display> displays;
+    for (const Monitor& monitor : monitors) {
+        const bool clone = std::ranges::any_of(monitors, [&](const Monitor& other) {
+            const bool earlier = &other < &monitor;
+            return &other != &monitor && contains(other.pixels, monitor.pixels) &&
+                   (earlier || !contains(monitor.pixels, other.pixels));
+        });
+        if (clone) continue;
+        displays.push_back({numbers.numberOf(monitor.identity, monitor.name),
+                            monitor.name,
+                            monitor.pixels,
+                            scaleOf(monitor.name),
+                            {},
+                            {}});
+    }
+
+    // Origins stay in device pixels and sizes become points, as Qt lays its screens out, so one
+    // flip of the y axis leads from here to Qt's coordinates.
+    for (Display& display : displays) {
+        const Display& first = displays.front();
+        const double firstBottom = first.pixels.y + first.pixels.height / first.scale;
+        const double height = display.pixels.height / display.scale;
+        display.frame =
+            CGRectMake(display.pixels.x - first.pixels.x, firstBottom - (display.pixels.y + height),
+                       display.pixels.width / display.scale, height);
+    }
+    return displays;
+}
+
 } // namespace
 
-DisplayList::DisplayList(Connection& connection)
-    : m_connection(connection), m_monitors(connection), m_struts(connection) {
+DisplayList::DisplayList(Connection& connection) : m_connection(connection), m_struts(connection) {
     m_refresh.setSingleShot(true);
     m_refresh.setInterval(0);
     QObject::connect(&m_refresh, &QTimer::timeout, &m_refresh, [this] { refresh(); });
@@ -60,7 +143,7 @@ void DisplayList::handlePanels(const xcb_generic_event_t& event) {
 }
 
 std::vector<Display> DisplayList::read() {
-    auto displays = m_monitors.query(scaleOf);
+    auto displays = connectedDisplays(m_connection, m_numbers);
     m_struts.look();
     for (Display& display : displays) {
         const PixelRect usable = m_struts.usable(display.pixels);

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "WindowServer/DisplayNumbers.h"
 #include "WindowServer/Displays.h"
-#include "WindowServer/X11/Desktop/Monitors.h"
 #include "WindowServer/X11/Desktop/Struts.h"
 
 #include <QTimer>
@@ -35,7 +35,7 @@ private:
     void refresh();
 
     Connection& m_connection;
-    Monitors m_monitors;
+    DisplayNumbers m_numbers;
     Struts m_struts;
     std::vector<Display> m_displays;
     QTimer m_refresh;

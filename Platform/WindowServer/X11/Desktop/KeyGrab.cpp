@@ -18,9 +18,6 @@ namespace {
 
 constexpr std::chrono::milliseconds patience(2000), pause(10);
 
-/// The selection that the instance with the key owns.
-std::string selectionName() { return infoOf("CFBundleIdentifier") + ".HotKey"; }
-
 } // namespace
 
 bool KeyGrab::take(const KeyChord& chord) {
@@ -57,11 +54,8 @@ void KeyGrab::listenToKeyboard() {
 bool KeyGrab::inherit() {
     const QDeadlineTimer deadline(patience);
     while (const auto rival = hold()) {
-        if (*rival == XCB_WINDOW_NONE) return false;
-        while (holder() == *rival) {
-            if (deadline.hasExpired()) return false;
-            std::this_thread::sleep_for(pause);
-        }
+        if (*rival == XCB_WINDOW_NONE || deadline.hasExpired()) return false;
+        std::this_thread::sleep_for(pause);
     }
     return true;
 }
@@ -75,7 +69,7 @@ std::optional<xcb_window_t> KeyGrab::hold() {
     if (grab())
         announce();
     else
-        rival = holder();
+        rival = m_connection.ownerOf(selection());
     xcb_ungrab_server(m_connection.xcb());
     m_connection.flush();
     return rival;
@@ -107,12 +101,10 @@ void KeyGrab::announce() {
         m_window = m_connection.newId();
         xcb_create_window(xcb, 0, m_window, m_connection.root(), -1, -1, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-        const std::string name = infoOf("CFBundleName") + " hot key";
-        xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
-                            8, static_cast<uint32_t>(name.size()), name.data());
+        setText(xcb, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
+                infoOf("CFBundleName") + " hot key");
     }
-    xcb_set_selection_owner(xcb, m_window, m_connection.atom(selectionName().c_str()),
-                            XCB_CURRENT_TIME);
+    xcb_set_selection_owner(xcb, m_window, selection(), XCB_CURRENT_TIME);
 }
 
 /// Frees the chord at once: the next instance is waiting for it, not for this process to end.
@@ -122,11 +114,9 @@ void KeyGrab::leave() {
     m_connection.flush();
 }
 
-xcb_window_t KeyGrab::holder() const {
-    const auto owner = m_connection.reply(
-        xcb_get_selection_owner_reply,
-        xcb_get_selection_owner(m_connection.xcb(), m_connection.atom(selectionName().c_str())));
-    return owner ? owner->owner : xcb_window_t{XCB_WINDOW_NONE};
+/// The one that the instance with the key owns.
+xcb_atom_t KeyGrab::selection() const {
+    return m_connection.atom((infoOf("CFBundleIdentifier") + ".HotKey").c_str());
 }
 
 void KeyGrab::handle(const xcb_generic_event_t& event) {

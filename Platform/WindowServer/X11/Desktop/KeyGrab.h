@@ -35,7 +35,7 @@ private:
     void letGo() const;
     void leave();
     void announce();
-    xcb_window_t holder() const;
+    xcb_atom_t selection() const;
     void followKeymap();
     bool isChange(const xcb_generic_event_t& event) const;
     bool press(const xcb_key_press_event_t& event);

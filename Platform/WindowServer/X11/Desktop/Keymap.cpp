@@ -61,15 +61,15 @@ public:
         m_symbols = connection.reply(xcb_get_keyboard_mapping_reply, symbols);
     }
 
-    /// The masks of the modifiers that a key with one of the symbols is, the lowest first.
-    std::vector<uint16_t> with(std::initializer_list<xcb_keysym_t> symbols) const {
-        std::vector<uint16_t> masks;
+    /// The modifiers that keys with one of the symbols are.
+    uint16_t with(std::initializer_list<xcb_keysym_t> symbols) const {
+        uint16_t masks = 0;
         if (!m_modifiers || !m_symbols) return masks;
         const int keys = m_modifiers->keycodes_per_modifier;
         const auto* key = xcb_get_modifier_mapping_keycodes(m_modifiers.get());
         for (int modifier = 0; modifier < modifierCount; ++modifier, key += keys)
             if (std::any_of(key, key + keys, [&](auto each) { return bears(each, symbols); }))
-                masks.push_back(static_cast<uint16_t>(1 << modifier));
+                masks |= static_cast<uint16_t>(1 << modifier);
         return masks;
     }
 
@@ -90,8 +90,8 @@ private:
     Owned<xcb_get_keyboard_mapping_reply_t> m_symbols;
 };
 
-uint16_t firstOr(const std::vector<uint16_t>& masks, uint16_t usual) {
-    return masks.empty() ? usual : masks.front();
+uint16_t lowestOr(uint16_t masks, uint16_t usual) {
+    return masks == 0 ? usual : static_cast<uint16_t>(masks & -masks);
 }
 
 } // namespace
@@ -114,12 +114,10 @@ ChordCode codeOf(const KeyChord& chord, const Connection& connection, bool hasXk
                       : static_cast<xcb_keycode_t>(chord.kernelCode + firstKeycode);
     const Modifiers modifiers(connection);
     if (chord.control) code.modifiers |= XCB_MOD_MASK_CONTROL;
-    if (chord.alt) code.modifiers |= firstOr(modifiers.with({altLeft, altRight}), XCB_MOD_MASK_1);
+    if (chord.alt) code.modifiers |= lowestOr(modifiers.with({altLeft, altRight}), XCB_MOD_MASK_1);
     if (chord.super)
-        code.modifiers |= firstOr(modifiers.with({superLeft, superRight}), XCB_MOD_MASK_4);
-    code.locks = XCB_MOD_MASK_LOCK;
-    for (const uint16_t lock : modifiers.with({numLock, scrollLock}))
-        code.locks |= lock;
+        code.modifiers |= lowestOr(modifiers.with({superLeft, superRight}), XCB_MOD_MASK_4);
+    code.locks = XCB_MOD_MASK_LOCK | modifiers.with({numLock, scrollLock});
     if (hasXkb) code.locks |= locked(connection);
     code.locks &= static_cast<uint16_t>(~code.modifiers);
     return code;

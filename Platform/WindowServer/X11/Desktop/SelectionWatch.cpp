@@ -20,9 +20,7 @@ SelectionWatch::SelectionWatch(Connection& connection, const std::string& prefix
                 XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                 XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     }
-    const auto reply =
-        connection.reply(xcb_get_selection_owner_reply, xcb_get_selection_owner(xcb, m_selection));
-    if (reply) take(reply->owner);
+    take(connection.ownerOf(m_selection));
 }
 
 void SelectionWatch::take(xcb_window_t owner) {

@@ -19,12 +19,6 @@ constexpr uint32_t numbersOfAnArea = 4; ///< The place, the width and the height
 
 } // namespace
 
-/// What one window asks for.
-struct Struts::Wish {
-    xcb_window_t window;
-    std::vector<uint32_t> strut;
-};
-
 Struts::Struts(Connection& connection) : m_connection(connection) {}
 
 bool Struts::handle(const xcb_generic_event_t& event) const {
@@ -39,7 +33,7 @@ bool Struts::handle(const xcb_generic_event_t& event) const {
     }
     case XCB_MAP_NOTIFY: { // All that tells of a panel that no window manager lists.
         const auto family = withChildren({as<xcb_map_notify_event_t>(event).window});
-        return !wishesOf({family.begin(), family.end()}).empty();
+        return !panelsAmong({family.begin(), family.end()}).empty();
     }
     case XCB_UNMAP_NOTIFY:
         return isPanel(as<xcb_unmap_notify_event_t>(event).window);
@@ -60,9 +54,7 @@ void Struts::look() {
     if (!geometry) return;
     m_screen = sized(geometry->width, geometry->height);
     m_workAreas = workAreas();
-    m_panels.clear();
-    for (const Wish& wish : wishesOf(candidates()))
-        add(wish);
+    m_panels = panelsAmong(candidates());
 }
 
 /// The windows that a window manager lists, and the root's children and grandchildren: some
@@ -90,8 +82,9 @@ std::vector<xcb_window_t> Struts::withChildren(const std::vector<xcb_window_t>& 
     return result;
 }
 
-/// Of those windows that are panels, whether they want room or not at the moment.
-std::vector<Struts::Wish> Struts::wishesOf(const std::set<xcb_window_t>& windows) const {
+/// Those of the windows that are panels, whether they want room or not at the moment. They are
+/// listened to from here on.
+std::vector<Struts::Panel> Struts::panelsAmong(const std::set<xcb_window_t>& windows) const {
     struct Questions {
         xcb_window_t window;
         xcb_get_property_cookie_t type, plain, partial;
@@ -110,16 +103,28 @@ std::vector<Struts::Wish> Struts::wishesOf(const std::set<xcb_window_t>& windows
     const auto answer = [this](xcb_get_property_cookie_t question) {
         return numbersOf(m_connection.reply(xcb_get_property_reply, question));
     };
-    std::vector<Wish> wishes;
+    std::vector<Panel> panels;
     for (const auto& [window, type, plain, partial] : inFlight) {
         const auto types = answer(type);
         const auto widths = answer(plain);
         const auto strips = answer(partial);
         const bool isDock = std::ranges::find(types, dock) != types.end();
         const auto& strut = strips.size() == partialStrut ? strips : widths;
-        if (isDock || !strut.empty()) wishes.push_back({window, strut});
+        if (!isDock && strut.empty()) continue;
+        listenToPanel(m_connection, window);
+        xcb_connection_t* const xcb = m_connection.xcb();
+        const auto asksAttributes = xcb_get_window_attributes(xcb, window);
+        const auto asksGeometry = xcb_get_geometry(xcb, window);
+        const auto asksPlace = xcb_translate_coordinates(xcb, window, m_connection.root(), 0, 0);
+        const auto attributes = m_connection.reply(xcb_get_window_attributes_reply, asksAttributes);
+        const auto geometry = m_connection.reply(xcb_get_geometry_reply, asksGeometry);
+        const auto place = m_connection.reply(xcb_translate_coordinates_reply, asksPlace);
+        if (!attributes || !geometry || !place) continue;
+        Panel panel{window, {place->dst_x, place->dst_y, geometry->width, geometry->height}, {}};
+        if (attributes->map_state == XCB_MAP_STATE_VIEWABLE) panel.strips = stripsOf(strut);
+        panels.push_back(std::move(panel));
     }
-    return wishes;
+    return panels;
 }
 
 std::vector<PixelRect> Struts::workAreas() const {
@@ -131,21 +136,6 @@ std::vector<PixelRect> Struts::workAreas() const {
         areas.push_back({number(0), number(1), number(2), number(3)});
     }
     return areas;
-}
-
-void Struts::add(const Wish& wish) {
-    xcb_connection_t* const xcb = m_connection.xcb();
-    listenToPanel(m_connection, wish.window);
-    const auto asksAttributes = xcb_get_window_attributes(xcb, wish.window);
-    const auto asksGeometry = xcb_get_geometry(xcb, wish.window);
-    const auto asksPlace = xcb_translate_coordinates(xcb, wish.window, m_connection.root(), 0, 0);
-    const auto attributes = m_connection.reply(xcb_get_window_attributes_reply, asksAttributes);
-    const auto geometry = m_connection.reply(xcb_get_geometry_reply, asksGeometry);
-    const auto place = m_connection.reply(xcb_translate_coordinates_reply, asksPlace);
-    if (!attributes || !geometry || !place) return;
-    Panel panel{wish.window, {place->dst_x, place->dst_y, geometry->width, geometry->height}, {}};
-    if (attributes->map_state == XCB_MAP_STATE_VIEWABLE) panel.strips = stripsOf(wish.strut);
-    m_panels.push_back(std::move(panel));
 }
 
 std::vector<Struts::Strip> Struts::stripsOf(const std::vector<uint32_t>& strut) const {

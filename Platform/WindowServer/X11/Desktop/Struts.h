@@ -37,13 +37,11 @@ private:
         PixelRect area;
         std::vector<Strip> strips; ///< None while the panel lets others have its place.
     };
-    struct Wish;
 
     std::set<xcb_window_t> candidates() const;
     std::vector<xcb_window_t> withChildren(const std::vector<xcb_window_t>& windows) const;
-    std::vector<Wish> wishesOf(const std::set<xcb_window_t>& windows) const;
+    std::vector<Panel> panelsAmong(const std::set<xcb_window_t>& windows) const;
     std::vector<PixelRect> workAreas() const;
-    void add(const Wish& wish);
     std::vector<Strip> stripsOf(const std::vector<uint32_t>& strut) const;
     bool isPanel(xcb_window_t window) const;
 

@@ -3,7 +3,7 @@
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
-#include "WindowServer/X11/Windows/HeldWindow.h"
+#include "WindowServer/X11/Windows/ToolkitGuard.h"
 
 namespace WindowServer {
 
@@ -46,12 +46,9 @@ void X11Tray::dock(WindowId window, const std::function<void()>& docked) {
     m_docked = docked;
     settleToolkit(); // The window exists for this connection from here on.
     succeeded(m_connection.xcb(), xcb_unmap_window_checked(m_connection.xcb(), m_icon));
-    const uint32_t structure = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(m_connection.xcb(), m_icon, XCB_CW_EVENT_MASK, &structure);
-    const uint32_t versionAndMapped[] = {0, 1};
+    m_connection.setAttribute(m_icon, XCB_CW_EVENT_MASK, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     const xcb_atom_t info = m_connection.atom("_XEMBED_INFO");
-    xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_icon, info, info, 32, 2,
-                        versionAndMapped);
+    setNumbers(m_connection.xcb(), m_icon, info, info, {0, 1}); // The version, and to be mapped.
     const xcb_window_t panel = m_panel.owner();
     xcb_client_message_event_t request{};
     request.response_type = XCB_CLIENT_MESSAGE;

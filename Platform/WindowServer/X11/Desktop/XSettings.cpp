@@ -3,46 +3,17 @@
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/Event.h"
 
+#include <QDataStream>
+#include <QIODevice>
+
 #include <algorithm>
-#include <bit>
-#include <cstring>
-#include <string_view>
 #include <utility>
 
 namespace WindowServer {
 
 namespace {
 
-/// Takes values from the front of the property. Past its end there is nothing but zeros.
-class Reader {
-public:
-    explicit Reader(std::string_view bytes) : m_rest(bytes) {}
-
-    bool isAtEnd() const { return m_rest.empty(); }
-
-    template <typename Value> Value take() {
-        Value value{};
-        const std::string_view bytes = takeBytes(sizeof value);
-        std::memcpy(&value, bytes.data(), bytes.size());
-        return value;
-    }
-    std::string takeText(size_t length) {
-        const std::string text(takeBytes(length));
-        takeBytes((4 - length % 4) % 4);
-        return text;
-    }
-
-private:
-    std::string_view takeBytes(size_t length) {
-        const std::string_view bytes = m_rest.substr(0, length);
-        m_rest.remove_prefix(bytes.size());
-        return bytes;
-    }
-
-    std::string_view m_rest;
-};
-
-enum Kind : uint8_t { Number, Letters }; ///< The others are colours.
+enum Kind : quint8 { Number, Letters }; ///< The others are colours.
 
 constexpr uint32_t most = 0x4000; ///< Of the property, in units of four bytes.
 
@@ -61,29 +32,37 @@ void XSettings::read() {
         xcb_get_property_reply, xcb_get_property(m_connection.xcb(), false, m_teller.owner(),
                                                  m_property, m_property, 0, most));
     if (!reply || reply->format != 8) return;
-    Reader reader({static_cast<const char*>(xcb_get_property_value(reply.get())),
-                   static_cast<size_t>(xcb_get_property_value_length(reply.get()))});
-    const bool isLittle = reader.take<uint32_t>() % 256 == XCB_IMAGE_ORDER_LSB_FIRST;
-    if (isLittle != (std::endian::native == std::endian::little)) return;
-    reader.take<uint32_t>(); // The serial number, and next how many there are.
-    reader.take<uint32_t>();
+    QDataStream stream(QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                                  xcb_get_property_value_length(reply.get())));
+    // Past the end there is nothing but zeros.
+    const auto take = [&stream](auto value) {
+        stream >> value;
+        return value;
+    };
+    const auto takeText = [&stream](quint32 length) {
+        QByteArray text(std::min<qint64>(length, stream.device()->bytesAvailable()), 0);
+        stream.readRawData(text.data(), static_cast<int>(text.size()));
+        stream.skipRawData(static_cast<int>(-length % 4));
+        return text.toStdString();
+    };
+    const bool isLittle = take(quint32()) >> 24 == XCB_IMAGE_ORDER_LSB_FIRST;
+    stream.setByteOrder(isLittle ? QDataStream::LittleEndian : QDataStream::BigEndian);
+    take(quint64()); // The serial number, and how many there are.
 
-    std::map<std::string, std::string> texts;
-    std::map<std::string, int> numbers;
-    while (!reader.isAtEnd()) {
-        const auto kind = reader.take<uint8_t>();
-        reader.take<uint8_t>();
-        const std::string name = reader.takeText(reader.take<uint16_t>());
-        reader.take<uint32_t>();
+    decltype(m_values) values;
+    while (!stream.atEnd()) {
+        const auto kind = take(quint8());
+        take(quint8());
+        const std::string name = takeText(take(quint16()));
+        take(quint32());
         if (kind == Number)
-            numbers[name] = reader.take<int32_t>();
+            values[name] = take(qint32());
         else if (kind == Letters)
-            texts[name] = reader.takeText(reader.take<uint32_t>());
+            values[name] = takeText(take(quint32()));
         else
-            reader.take<uint64_t>();
+            take(quint64());
     }
-    const bool changed = std::exchange(m_texts, texts) != texts;
-    if ((std::exchange(m_numbers, numbers) != numbers || changed) && onChanged) onChanged();
+    if (std::exchange(m_values, values) != values && onChanged) onChanged();
 }
 
 void XSettings::handle(const xcb_generic_event_t& event) {
@@ -93,16 +72,18 @@ void XSettings::handle(const xcb_generic_event_t& event) {
     if (notify.window == m_teller.owner() && notify.atom == m_property) read();
 }
 
-std::string XSettings::themeName() const {
-    const auto found = m_texts.find("Net/ThemeName");
-    return found == m_texts.end() ? std::string() : found->second;
-}
+std::string XSettings::themeName() const { return value("Net/ThemeName", std::string()); }
 
 /// Where the unscaled resolution is told too, the scale is in the other resolution already.
 int XSettings::windowScale() const {
-    const auto found = m_numbers.find("Gdk/WindowScalingFactor");
-    if (found == m_numbers.end() || m_numbers.contains("Gdk/UnscaledDPI")) return 1;
-    return std::clamp(found->second, 1, 8);
+    if (m_values.contains("Gdk/UnscaledDPI")) return 1;
+    return std::clamp(value("Gdk/WindowScalingFactor", 1), 1, 8);
+}
+
+template <class Value> Value XSettings::value(const char* name, Value otherwise) const {
+    const auto found = m_values.find(name);
+    const auto* known = found == m_values.end() ? nullptr : std::get_if<Value>(&found->second);
+    return known ? *known : otherwise;
 }
 
 } // namespace WindowServer

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <variant>
 
 #include <xcb/xcb.h>
 
@@ -25,12 +26,12 @@ public:
 
 private:
     void read();
+    template <class Value> Value value(const char* name, Value otherwise) const;
 
     Connection& m_connection;
     SelectionWatch m_teller;
     const xcb_atom_t m_property;
-    std::map<std::string, std::string> m_texts;
-    std::map<std::string, int> m_numbers;
+    std::map<std::string, std::variant<int, std::string>> m_values;
 };
 
 } // namespace WindowServer

@@ -21,8 +21,8 @@ constexpr int afterCompositorMilliseconds = 5000;
 
 } // namespace
 
-Covers::Covers(Connection& connection, const DisplayList& displays,
-               const SelectionWatch& compositor, Stacking& stacking)
+Covers::Covers(Connection& connection, const Displays& displays, const SelectionWatch& compositor,
+               Stacking& stacking)
     : m_connection(connection), m_displays(displays), m_compositor(compositor),
       m_stacking(stacking) {
     const auto run = [](QTimer& timer, const std::function<void()>& action) {
@@ -73,8 +73,6 @@ void Covers::scheduleCommit() {
     };
     QMetaObject::invokeMethod(&m_frame, carryOut, Qt::QueuedConnection);
 }
-
-bool Covers::canCover() const { return !m_connection.isXwayland(); }
 
 int Covers::setBackgroundBlurRadius(int surfaceNumber, int radius) {
     if (!m_connection.canBlurLive()) return notImplemented;
@@ -191,7 +189,6 @@ void Covers::commit() {
         m_live.reset();
         m_frame.stop();
     }
-    onCommitted();
     m_connection.flush();
     if (std::exchange(m_covered, any) != any && onCovered) onCovered(any);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "WindowServer/Displays.h"
 #include "WindowServer/Surfaces.h"
 #include "WindowServer/X11/Blur/LiveBlur.h"
 #include "WindowServer/X11/Windows/Overlay.h"
@@ -17,7 +18,6 @@ namespace WindowServer {
 
 class SelectionWatch;
 class Connection;
-class DisplayList;
 class Stacking;
 class X11Surface;
 
@@ -25,17 +25,13 @@ class X11Surface;
 /// keeps their blur current and other programs' hands off them.
 class Covers : public Surfaces {
 public:
-    Covers(Connection& connection, const DisplayList& displays, const SelectionWatch& compositor,
+    Covers(Connection& connection, const Displays& displays, const SelectionWatch& compositor,
            Stacking& stacking);
     ~Covers() override;
 
     std::unique_ptr<Surface> makeSurface() override;
-    bool canCover() const override;
     int setBackgroundBlurRadius(int surfaceNumber, int radius) override;
     void setResting(bool rests) override;
-
-    /// Called at the end of each turn in which anything has changed.
-    std::function<void()> onCommitted;
 
     void scheduleCommit();
 
@@ -75,7 +71,7 @@ private:
     X11Surface* surfaceOf(xcb_window_t window) const;
 
     Connection& m_connection;
-    const DisplayList& m_displays;
+    const Displays& m_displays;
     const SelectionWatch& m_compositor;
     Stacking& m_stacking;
     std::vector<X11Surface*> m_surfaces;

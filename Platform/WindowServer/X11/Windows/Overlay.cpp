@@ -17,14 +17,6 @@
 
 namespace WindowServer {
 
-namespace {
-
-void listen(xcb_connection_t* xcb, xcb_window_t window, uint32_t mask) {
-    xcb_change_window_attributes(xcb, window, XCB_CW_EVENT_MASK, &mask);
-}
-
-} // namespace
-
 Overlay::Overlay(Connection& connection, const SelectionWatch& compositor,
                  std::function<bool(xcb_window_t)> isAbove)
     : m_connection(connection), m_compositor(compositor), m_plate(connection.newId()),
@@ -33,7 +25,8 @@ Overlay::Overlay(Connection& connection, const SelectionWatch& compositor,
     const auto reply = connection.reply(xcb_composite_get_overlay_window_reply,
                                         xcb_composite_get_overlay_window(xcb, connection.root()));
     if (reply) m_overlay = reply->overlay_win;
-    listen(xcb, m_overlay, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    connection.setAttribute(m_overlay, XCB_CW_EVENT_MASK,
+                            XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     xcb_shape_select_input(xcb, m_overlay, true);
 
     // Without a background nothing shows before it is painted. As large as a screen can be, the
@@ -46,7 +39,6 @@ Overlay::Overlay(Connection& connection, const SelectionWatch& compositor,
     xcb_shape_select_input(xcb, m_plate, true);
     xcb_damage_create(xcb, m_damage, m_plate, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
     keepWhole();
-    keepShapes();
 }
 
 Overlay::~Overlay() {
@@ -58,7 +50,7 @@ Overlay::~Overlay() {
                              XCB_CLIP_ORDERING_UNSORTED, m_overlay, 0, 0,
                              static_cast<uint32_t>(m_formerShape->size()), m_formerShape->data());
     xcb_shape_select_input(xcb, m_overlay, false);
-    listen(xcb, m_overlay, XCB_EVENT_MASK_NO_EVENT);
+    m_connection.setAttribute(m_overlay, XCB_CW_EVENT_MASK, XCB_EVENT_MASK_NO_EVENT);
     xcb_composite_release_overlay_window(xcb, m_connection.root());
     if (m_isComplete) damageAll();
     m_connection.excuseRefusals(); // The plate may have been taken away.
@@ -80,8 +72,7 @@ std::unique_ptr<Pane> Overlay::makePane(const PixelRect& place, Pane::Ground gro
 }
 
 void Overlay::keepLastFrame() const {
-    const uint32_t none = XCB_BACK_PIXMAP_NONE;
-    xcb_change_window_attributes(m_connection.xcb(), m_plate, XCB_CW_BACK_PIXMAP, &none);
+    m_connection.setAttribute(m_plate, XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
 }
 
 void Overlay::show() const {
@@ -95,8 +86,7 @@ void Overlay::paint(const std::function<void()>& paintPanes) {
     xcb_grab_server(xcb);
     paintPanes();
     if (!std::exchange(m_isComplete, true)) {
-        const uint32_t black = m_connection.screen().black_pixel;
-        xcb_change_window_attributes(xcb, m_plate, XCB_CW_BACK_PIXEL, &black);
+        m_connection.setAttribute(m_plate, XCB_CW_BACK_PIXEL, m_connection.screen().black_pixel);
         xcb_clear_area(xcb, false, m_plate, 0, 0, 0, 0); // What no monitor shows today.
     }
     m_paintedAt = xcb_damage_subtract(xcb, m_damage, XCB_NONE, XCB_NONE).sequence;
@@ -115,37 +105,28 @@ bool Overlay::handle(const xcb_generic_event_t& event) {
     if (type == m_connection.events().damage + XCB_DAMAGE_NOTIFY &&
         as<xcb_damage_notify_event_t>(event).damage == m_damage)
         return handlePaint(event);
+    static const Shapes noInput = {{XCB_SHAPE_SK_INPUT, {}}};
+    if (mend(m_connection, {m_plate, m_overlay, everywhere, noInput}, event) && onLost) onLost();
     if (type == m_connection.events().shape + XCB_SHAPE_NOTIFY) {
         const auto& notify = as<xcb_shape_notify_event_t>(event);
         const bool isCut =
             notify.affected_window == m_overlay && notify.shape_kind == XCB_SHAPE_SK_BOUNDING;
         if (isCut && event.full_sequence != m_wholeAt) keepWhole();
-        if (notify.affected_window == m_overlay || notify.affected_window == m_plate) keepShapes();
+        const bool takesInput = notify.affected_window == m_overlay &&
+                                notify.shape_kind == XCB_SHAPE_SK_INPUT &&
+                                (!notify.shaped || notify.extents_width > 0);
+        if (takesInput && !m_compositor.isOwned()) compositorEnded();
     }
     const xcb_window_t subject = subjectOf(event);
     if (subject == m_connection.root() && type == XCB_CONFIGURE_NOTIFY)
         follow(as<xcb_configure_notify_event_t>(event));
     if (subject == m_overlay && type == XCB_UNMAP_NOTIFY)
         xcb_map_window(m_connection.xcb(), m_overlay);
-    if (subject != XCB_NONE) keepOnTop(type, event);
+    // Compositors order their own windows within the overlay window as they like. All events about
+    // a window begin alike: with the window that tells of it.
+    const bool isAboutChild = subject != XCB_NONE && subject != m_overlay && subject != m_plate;
+    if (isAboutChild && as<xcb_map_notify_event_t>(event).event == m_overlay) raise();
     return m_above.handle(event);
-}
-
-/// Compositors order their own windows within the overlay window as they like.
-void Overlay::keepOnTop(int type, const xcb_generic_event_t& event) {
-    // All events about a window begin alike: with the window that tells of it.
-    const xcb_window_t teller = as<xcb_map_notify_event_t>(event).event;
-    if (teller != m_overlay || subjectOf(event) == m_overlay) return;
-    const bool isOurs = subjectOf(event) == m_plate;
-    if (!isOurs) return raise();
-    const bool isTaken =
-        type == XCB_UNMAP_NOTIFY || type == XCB_DESTROY_NOTIFY ||
-        (type == XCB_REPARENT_NOTIFY && as<xcb_reparent_notify_event_t>(event).parent != m_overlay);
-    if (isTaken && onLost) onLost();
-    if (type != XCB_CONFIGURE_NOTIFY) return;
-    const auto& notify = as<xcb_configure_notify_event_t>(event);
-    if (PixelRect{notify.x, notify.y, notify.width, notify.height} != everywhere)
-        configure(m_connection.xcb(), m_plate, everywhere);
 }
 
 /// Other programs' paint is painted over, and some accidents are allowed; a compositor that draws
@@ -196,34 +177,18 @@ void Overlay::keepWhole() {
         seen += int64_t{part.width} * part.height;
     if (seen >= int64_t{size->width} * size->height) return;
     m_formerShape = shape;
-    m_wholeAt = makeWhole(m_overlay, XCB_SHAPE_SK_BOUNDING);
+    m_wholeAt = xcb_shape_mask(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, m_overlay, 0, 0,
+                               XCB_PIXMAP_NONE)
+                    .sequence;
     xcb_no_operation(xcb); // Later shape events are others' doing.
     m_connection.flush();
 }
 
 /// The overlay window's input shape belongs to its compositor, which takes input for its panels
 /// there. One that has ended may have left any shape behind.
-void Overlay::keepShapes() const {
-    xcb_connection_t* const xcb = m_connection.xcb();
-    const auto inputAsked = xcb_shape_get_rectangles(xcb, m_overlay, XCB_SHAPE_SK_INPUT);
-    const auto ownAsked = xcb_shape_query_extents(xcb, m_plate);
-    const auto ownInputAsked = xcb_shape_get_rectangles(xcb, m_plate, XCB_SHAPE_SK_INPUT);
-    const auto input = m_connection.reply(xcb_shape_get_rectangles_reply, inputAsked);
-    const auto own = m_connection.reply(xcb_shape_query_extents_reply, ownAsked);
-    const auto ownInput = m_connection.reply(xcb_shape_get_rectangles_reply, ownInputAsked);
-    if (!m_compositor.isOwned() && input &&
-        xcb_shape_get_rectangles_rectangles_length(input.get()) > 0)
-        dropInput(m_connection, m_overlay);
-    if (ownInput && xcb_shape_get_rectangles_rectangles_length(ownInput.get()) > 0)
-        dropInput(m_connection, m_plate);
-    if (own && own->bounding_shaped) makeWhole(m_plate, XCB_SHAPE_SK_BOUNDING);
-    if (own && own->clip_shaped) makeWhole(m_plate, XCB_SHAPE_SK_CLIP);
+void Overlay::compositorEnded() const {
+    dropInput(m_connection, m_overlay);
     m_connection.flush();
-}
-
-uint32_t Overlay::makeWhole(xcb_window_t window, xcb_shape_kind_t kind) const {
-    return xcb_shape_mask(m_connection.xcb(), XCB_SHAPE_SO_SET, kind, window, 0, 0, XCB_PIXMAP_NONE)
-        .sequence;
 }
 
 /// Compositors follow the screen's size in their own time.
@@ -233,9 +198,6 @@ void Overlay::follow(const xcb_configure_notify_event_t& root) const {
                          XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
 }
 
-void Overlay::raise() const {
-    const uint32_t above = XCB_STACK_MODE_ABOVE;
-    xcb_configure_window(m_connection.xcb(), m_plate, XCB_CONFIG_WINDOW_STACK_MODE, &above);
-}
+void Overlay::raise() const { m_connection.stack(m_plate, XCB_STACK_MODE_ABOVE); }
 
 } // namespace WindowServer

@@ -47,7 +47,7 @@ public:
     void keepLastFrame() const;
 
     /// To be called as the compositor has ended: all input goes to the windows beneath from now on.
-    void compositorEnded() const { keepShapes(); }
+    void compositorEnded() const;
 
     /// To be called while panes are painted for the first time.
     void show() const;
@@ -62,11 +62,8 @@ public:
 private:
     void damageAll() const;
     bool handlePaint(const xcb_generic_event_t& event);
-    void keepOnTop(int type, const xcb_generic_event_t& event);
     void keepWhole();
-    void keepShapes() const;
     bool hasContexts() const;
-    uint32_t makeWhole(xcb_window_t window, xcb_shape_kind_t kind) const;
     void follow(const xcb_configure_notify_event_t& root) const;
     void raise() const;
 

@@ -52,7 +52,7 @@ void Pane::paint(const PixelRect& area) {
 }
 
 void Pane::setBackground(uint32_t pixel) const {
-    xcb_change_window_attributes(m_connection.xcb(), m_window.id, XCB_CW_BACK_PIXEL, &pixel);
+    m_connection.setAttribute(m_window.id, XCB_CW_BACK_PIXEL, pixel);
 }
 
 /// Cover and window are composed apart and painted in one request there, so nothing flickers.

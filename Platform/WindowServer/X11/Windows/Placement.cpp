@@ -1,12 +1,53 @@
 #include "WindowServer/X11/Windows/Placement.h"
 
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Event.h"
+#include "WindowServer/X11/PixelMath.h"
 
+#include <QCoreApplication>
+
+#include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include <xcb/shape.h>
 
 namespace WindowServer {
+
+namespace {
+
+/// Cut into lines and sorted, to compare shapes: the server joins rectangles as it likes.
+std::vector<PixelRect> linesOf(const std::vector<PixelRect>& rectangles) {
+    std::vector<PixelRect> lines;
+    for (const PixelRect& r : rectangles)
+        for (int y = r.y; y < r.y + r.height; ++y)
+            lines.push_back({r.x, y, r.width, 1});
+    std::ranges::sort(lines, {}, [](const PixelRect& r) { return std::tuple(r.y, r.x, r.width); });
+    return lines;
+}
+
+/// Our own changes are announced by the same events, so the shapes are compared.
+void mendShape(const Connection& connection, const Kept& kept,
+               const xcb_shape_notify_event_t& event) {
+    xcb_connection_t* const xcb = connection.xcb();
+    const auto wanted = kept.shapes.find(event.shape_kind);
+    if (wanted != kept.shapes.end()) {
+        const auto reply =
+            connection.reply(xcb_shape_get_rectangles_reply,
+                             xcb_shape_get_rectangles(xcb, kept.window, event.shape_kind));
+        if (!reply) return; // It has gone.
+        std::vector<PixelRect> found;
+        const auto* rectangles = xcb_shape_get_rectangles_rectangles(reply.get());
+        for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(reply.get()); ++i)
+            found.push_back(fromX(rectangles[i]));
+        if (linesOf(found) != linesOf(wanted->second)) setShape(xcb, kept.window, *wanted);
+    } else if (event.shaped) {
+        xcb_shape_mask(xcb, XCB_SHAPE_SO_SET, event.shape_kind, kept.window, 0, 0, XCB_PIXMAP_NONE);
+    }
+    connection.flush();
+}
+
+} // namespace
 
 PixelRect pixelsOf(const CGRect& frame, const Display& display) {
     const auto pixels = [&display](double points) {
@@ -16,6 +57,12 @@ PixelRect pixelsOf(const CGRect& frame, const Display& display) {
     return {display.pixels.x + pixels(CGRectGetMinX(frame) - CGRectGetMinX(all)),
             display.pixels.y + pixels(CGRectGetMaxY(all) - CGRectGetMaxY(frame)),
             pixels(CGRectGetWidth(frame)), pixels(CGRectGetHeight(frame))};
+}
+
+void setClass(xcb_connection_t* connection, xcb_window_t window, const std::string& instance) {
+    const std::string program = QCoreApplication::arguments().value(0).toStdString();
+    setText(connection, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
+            instance + '\0' + program + '\0');
 }
 
 void configure(xcb_connection_t* connection, xcb_window_t window, const PixelRect& place) {
@@ -28,11 +75,37 @@ void configure(xcb_connection_t* connection, xcb_window_t window, const PixelRec
                          values);
 }
 
-/// A region of no rectangles at all; no region would mean the whole window.
+void setShape(xcb_connection_t* connection, xcb_window_t window, const Shapes::value_type& shape) {
+    std::vector<xcb_rectangle_t> rectangles;
+    for (const PixelRect& rectangle : shape.second)
+        rectangles.push_back(toX(rectangle));
+    xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, shape.first, XCB_CLIP_ORDERING_UNSORTED,
+                         window, 0, 0, static_cast<uint32_t>(rectangles.size()), rectangles.data());
+}
+
 void dropInput(Connection& connection, xcb_window_t window) {
-    if (!connection.hasShape()) return;
-    xcb_shape_rectangles(connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
-                         XCB_CLIP_ORDERING_UNSORTED, window, 0, 0, 0, nullptr);
+    if (connection.hasShape()) setShape(connection.xcb(), window, {XCB_SHAPE_SK_INPUT, {}});
+}
+
+bool mend(const Connection& connection, const Kept& kept, const xcb_generic_event_t& event) {
+    const int type = typeOf(event);
+    if (connection.hasShape() && type == connection.events().shape + XCB_SHAPE_NOTIFY) {
+        const auto& notify = as<xcb_shape_notify_event_t>(event);
+        if (notify.affected_window == kept.window) mendShape(connection, kept, notify);
+        return false;
+    }
+    if (subjectOf(event) != kept.window) return false;
+    if (type == XCB_CONFIGURE_NOTIFY) {
+        const auto& notify = as<xcb_configure_notify_event_t>(event);
+        const PixelRect now{notify.x, notify.y, notify.width, notify.height};
+        const PixelRect wanted = isEmpty(kept.place) ? now : kept.place;
+        if (now == wanted && notify.border_width == 0) return false;
+        configure(connection.xcb(), kept.window, wanted);
+        connection.flush();
+    }
+    return type == XCB_UNMAP_NOTIFY || type == XCB_DESTROY_NOTIFY ||
+           (type == XCB_REPARENT_NOTIFY &&
+            as<xcb_reparent_notify_event_t>(event).parent != kept.parent);
 }
 
 } // namespace WindowServer

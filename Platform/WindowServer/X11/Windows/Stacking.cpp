@@ -37,7 +37,7 @@ void Stacking::listen(bool covered) {
     if (covered || !m_order.empty())
         mask |= XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     if (std::exchange(m_heard, mask) == mask) return;
-    xcb_change_window_attributes(m_connection.xcb(), m_connection.root(), XCB_CW_EVENT_MASK, &mask);
+    m_connection.setAttribute(m_connection.root(), XCB_CW_EVENT_MASK, mask);
 }
 
 void Stacking::restackIfStale() {
@@ -58,14 +58,8 @@ void Stacking::restack() {
     // Each goes right below the one above it, so windows already in place do not move at all.
     xcb_window_t above = XCB_NONE;
     for (auto window = wanted.rbegin(); window != wanted.rend(); ++window) {
-        if (above == XCB_NONE) {
-            const uint32_t values[] = {XCB_STACK_MODE_ABOVE};
-            xcb_configure_window(m_connection.xcb(), *window, XCB_CONFIG_WINDOW_STACK_MODE, values);
-        } else {
-            const uint32_t values[] = {above, XCB_STACK_MODE_BELOW};
-            xcb_configure_window(m_connection.xcb(), *window,
-                                 XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values);
-        }
+        const bool isTop = above == XCB_NONE;
+        m_connection.stack(*window, isTop ? XCB_STACK_MODE_ABOVE : XCB_STACK_MODE_BELOW, above);
         above = *window;
     }
     m_connection.flush();
@@ -88,18 +82,17 @@ void Stacking::handle(const xcb_generic_event_t& event) {
 bool Stacking::isIntrusion(const xcb_generic_event_t& event) const {
     switch (typeOf(event)) {
     case XCB_CREATE_NOTIFY:
-        return !holds(as<xcb_create_notify_event_t>(event).window) || !isInOrder();
     case XCB_MAP_NOTIFY:
-        return !holds(as<xcb_map_notify_event_t>(event).window) || !isInOrder();
+        return !holds(subjectOf(event)) || !isInOrder();
     case XCB_REPARENT_NOTIFY:
         return as<xcb_reparent_notify_event_t>(event).parent == m_connection.root();
     case XCB_CIRCULATE_NOTIFY:
         return true;
-    case XCB_CONFIGURE_NOTIFY: {
-        const auto& notify = as<xcb_configure_notify_event_t>(event);
+    case XCB_CONFIGURE_NOTIFY:
         // Ours moves when we restack it, and when someone else lowers it.
-        return holds(notify.window) ? !isInOrder() : holds(notify.above_sibling);
-    }
+        return holds(subjectOf(event))
+                   ? !isInOrder()
+                   : holds(as<xcb_configure_notify_event_t>(event).above_sibling);
     default:
         return false;
     }

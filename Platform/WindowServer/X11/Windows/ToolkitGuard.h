@@ -1,11 +1,16 @@
 #pragma once
 
-#include "WindowServer/X11/Windows/HeldWindow.h"
+#include "WindowServer/Displays.h"
+#include "WindowServer/ToolkitWindows.h"
+
+#include <map>
+
+#include <xcb/xcb.h>
 
 namespace WindowServer {
 
 class Connection;
-class DisplayList;
+class HeldWindow;
 class SelectionWatch;
 class Stacking;
 
@@ -13,8 +18,8 @@ class Stacking;
 /// toolkit would accept it, or react late.
 class ToolkitGuard : public ToolkitWindows {
 public:
-    ToolkitGuard(Connection& connection, const DisplayList& displays,
-                 const SelectionWatch& compositor, Stacking& stacking)
+    ToolkitGuard(Connection& connection, const Displays& displays, const SelectionWatch& compositor,
+                 Stacking& stacking)
         : m_connection(connection), m_displays(displays), m_compositor(compositor),
           m_stacking(stacking) {}
 
@@ -22,31 +27,33 @@ public:
     bool hasManager() const override;
     bool areComposited() const override;
 
-    /// Called where `watch` is to be called at the turn's end.
+    /// Called where one has come that is to be stacked, or has gone.
     std::function<void()> onChanged;
 
-    /// Listens to the windows that have come since the last call. To be called at a turn's end,
-    /// when the toolkit has made them.
-    void watch();
     /// Puts all windows onto the displays as they are now.
     void placeAgain() const;
     void handle(const xcb_generic_event_t& event);
 
-    // What the windows ask of it.
-    Connection& connection() const { return m_connection; }
-    const DisplayList& displays() const { return m_displays; }
-    Stacking& stacking() const { return m_stacking; }
+private:
+    friend class HeldWindow;
+
     /// Null where the window is not held.
     std::shared_ptr<HeldWindow> find(xcb_window_t window) const;
     xcb_window_t keyboardOwner() const;
-    void forget(xcb_window_t window);
 
-private:
     Connection& m_connection;
-    const DisplayList& m_displays;
+    const Displays& m_displays;
     const SelectionWatch& m_compositor;
     Stacking& m_stacking;
     std::map<xcb_window_t, HeldWindow*> m_windows;
 };
+
+/// Waits until the server has the windows that the toolkit has made so far.
+void settleToolkit();
+
+/// The drawable's pixels at `from`, with `area` as their place. Empty where the server refuses or
+/// its pixels are not of 24 bits.
+Snapshot takeSnapshot(xcb_connection_t* connection, xcb_drawable_t drawable, const PixelRect& from,
+                      const PixelRect& area);
 
 } // namespace WindowServer

@@ -3,16 +3,15 @@
 #include "WindowServer/X11/Blur/Scaling.h"
 #include "WindowServer/X11/Blur/ScreenGrab.h"
 #include "WindowServer/X11/Connection.h"
-#include "WindowServer/X11/Desktop/DisplayList.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
-#include "WindowServer/X11/Windows/HeldWindow.h"
 #include "WindowServer/X11/Windows/Overlay.h"
 #include "WindowServer/X11/Windows/Placement.h"
 
 #include <cmath>
 #include <utility>
 
+#include <xcb/composite.h>
 #include <xcb/shape.h>
 
 namespace WindowServer {
@@ -24,10 +23,16 @@ constexpr uint32_t opaque = 0xffffffff;
 /// Beyond the screen, which compositors do not draw.
 constexpr PixelRect parking{-1, -1, 1, 1};
 
-void setText(Connection& connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
-             const std::string& text) {
-    xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window, property, type, 8,
-                        static_cast<uint32_t>(text.size()), text.data());
+/// Whether the window is drawn into a pixmap instead of the screen. Naming the pixmap fails for one
+/// that is not.
+bool isRedirected(Connection& connection, xcb_window_t window) {
+    if (!connection.hasComposite()) return false;
+    const xcb_pixmap_t pixmap = connection.newId();
+    const bool named =
+        succeeded(connection.xcb(),
+                  xcb_composite_name_window_pixmap_checked(connection.xcb(), window, pixmap));
+    if (named) xcb_free_pixmap(connection.xcb(), pixmap);
+    return named;
 }
 
 uint32_t pixelOf(const CGColor& color) {
@@ -39,7 +44,7 @@ uint32_t pixelOf(const CGColor& color) {
 
 } // namespace
 
-X11Surface::X11Surface(Connection& connection, const DisplayList& displays)
+X11Surface::X11Surface(Connection& connection, const Displays& displays)
     : m_connection(connection), m_displays(displays) {
     create();
 }
@@ -53,8 +58,8 @@ void X11Surface::create() {
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
     markForCompositors();
-    const uint32_t events = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(xcb, m_window, XCB_CW_EVENT_MASK, &events);
+    m_connection.setAttribute(m_window, XCB_CW_EVENT_MASK,
+                              XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_PROPERTY_CHANGE);
     if (m_connection.hasShape()) xcb_shape_select_input(xcb, m_window, true);
     m_canvas.emplace(m_connection, m_window);
 }
@@ -64,8 +69,7 @@ void X11Surface::create() {
 /// compositing.
 void X11Surface::markForCompositors() {
     const auto set = [this](const char* property, xcb_atom_t type, uint32_t value) {
-        xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_window,
-                            m_connection.atom(property), type, 32, 1, &value);
+        setNumbers(m_connection.xcb(), m_window, m_connection.atom(property), type, {value});
     };
     set("_NET_WM_WINDOW_OPACITY", XCB_ATOM_CARDINAL, opaque);
     set("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
@@ -94,35 +98,31 @@ void X11Surface::makeAnew() {
     xcb_destroy_window(m_connection.xcb(), m_window); // It may live on in another one.
     create();
     m_connection.excuseRefusals();
-    writeTitle();
-    writeName();
-    if (m_ignoresMouse) dropInput(m_connection, m_window);
+    writeNames();
+    setIgnoresMouseEvents(!m_shapes.empty());
     m_parked = false;
 }
 
 void X11Surface::showAgain(bool composited) {
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
-    setBackground(XCB_CW_BACK_PIXEL, m_backdrop ? m_backdrop->meanPixel() : plainPixel());
+    m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL,
+                              m_backdrop ? m_backdrop->meanPixel() : plainPixel());
     map(composited);
     if (m_backdrop && !m_pane) paintAll();
 }
 
+void X11Surface::writeNames() {
+    xcb_connection_t* const xcb = m_connection.xcb();
+    setText(xcb, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, m_title);
+    setText(xcb, m_window, m_connection.atom("_NET_WM_NAME"), m_connection.atom("UTF8_STRING"),
+            m_title);
+    if (!m_name.empty()) setClass(xcb, m_window, m_identifier + ':' + m_name);
+}
+
 void X11Surface::setTitle(const std::string& title) {
     m_title = title;
-    writeTitle();
-}
-
-void X11Surface::writeTitle() {
-    setText(m_connection, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, m_title);
-    setText(m_connection, m_window, m_connection.atom("_NET_WM_NAME"),
-            m_connection.atom("UTF8_STRING"), m_title);
-}
-
-void X11Surface::writeName() {
-    if (m_name.empty()) return;
-    setText(m_connection, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
-            windowClass(m_identifier + ':' + m_name));
+    writeNames();
 }
 
 void X11Surface::setFrame(const CGRect& frame) {
@@ -133,60 +133,19 @@ void X11Surface::setFrame(const CGRect& frame) {
 void X11Surface::place() {
     const Display* display = m_displays.at(m_frame);
     if (!display) return;
-    const PixelRect pixels = pixelsOf(m_frame, *display);
     m_scale = display->scale;
     if (m_frame == display->frame) {
         m_name = display->name;
-        writeName();
+        writeNames();
     }
-    if (pixels == m_pixels) return;
-    m_pixels = pixels;
-    changed();
-}
-
-void X11Surface::setLevel(int level) {
-    if (m_level == level) return;
-    m_level = level;
-    changed();
+    set(m_pixels, pixelsOf(m_frame, *display));
 }
 
 void X11Surface::setIgnoresMouseEvents(bool ignores) {
-    m_ignoresMouse = ignores;
-    if (ignores) dropInput(m_connection, m_window);
-}
-
-void X11Surface::setAlpha(double alpha) {
-    if (m_alpha == alpha) return;
-    m_alpha = alpha;
-    changed();
-}
-
-void X11Surface::setLook(const Look& look) {
-    if (m_look == look) return;
-    m_look = look;
-    changed();
-}
-
-void X11Surface::setRadius(int radius) {
-    if (m_radius == radius) return;
-    m_radius = radius;
-    changed();
-}
-
-void X11Surface::restingChanged() {
-    if (wantsToShow()) changed();
-}
-
-void X11Surface::orderFront() {
-    if (m_ordered) return;
-    m_ordered = true;
-    changed();
-}
-
-void X11Surface::orderOut() {
-    if (!m_ordered) return;
-    m_ordered = false;
-    changed();
+    m_shapes.clear();
+    if (!ignores) return;
+    m_shapes[XCB_SHAPE_SK_INPUT] = {};
+    dropInput(m_connection, m_window);
 }
 
 bool X11Surface::wantsLiveBlur() const {
@@ -235,10 +194,6 @@ void X11Surface::refresh() {
     if (!isEmpty(area)) paint(area);
 }
 
-void X11Surface::setBackground(uint32_t mask, uint32_t value) {
-    xcb_change_window_attributes(m_connection.xcb(), m_window, mask, &value);
-}
-
 void X11Surface::show(const Overlay* overlay, bool composited) {
     if (m_resting && m_backdrop) m_still = std::move(m_backdrop);
     if (m_awaitsSource) m_backdrop.reset();
@@ -270,14 +225,14 @@ void X11Surface::showInWindow(bool composited) {
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
     if (m_pane) {
-        setBackground(XCB_CW_BACK_PIXEL, plainPixel());
+        m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, plainPixel());
         return map(composited);
     }
     if (!m_backdrop) return showPlain(composited);
-    if (!m_mapped) setBackground(XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
+    if (!m_mapped) m_connection.setAttribute(m_window, XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
     map(composited);
     paintAll();
-    setBackground(XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
+    m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
 }
 
 uint32_t X11Surface::plainPixel() const {
@@ -288,7 +243,7 @@ uint32_t X11Surface::plainPixel() const {
 void X11Surface::showPlain(bool composited) {
     m_backdrop.reset();
     m_live = false;
-    setBackground(XCB_CW_BACK_PIXEL, plainPixel());
+    m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, plainPixel());
     map(composited);
     xcb_clear_area(m_connection.xcb(), false, m_window, 0, 0, 0, 0);
     if (m_pane) paintAll();
@@ -310,8 +265,7 @@ void X11Surface::hide(bool composited) {
         return;
     }
     configure(m_connection.xcb(), m_window, parking);
-    const uint32_t below = XCB_STACK_MODE_BELOW;
-    xcb_configure_window(m_connection.xcb(), m_window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    m_connection.stack(m_window, XCB_STACK_MODE_BELOW);
     xcb_map_window(m_connection.xcb(), m_window);
 }
 
@@ -372,52 +326,17 @@ bool X11Surface::mend(const xcb_generic_event_t& event, bool composited) {
         if (isBared) m_sentinel->place(m_pixels); // Someone may have moved it.
         return isBared && isRedirected(m_connection, m_window);
     }
-    if (type == XCB_PROPERTY_NOTIFY) {
-        restore(as<xcb_property_notify_event_t>(event));
-    } else if (m_connection.hasShape() && type == m_connection.events().shape + XCB_SHAPE_NOTIFY) {
-        restore(as<xcb_shape_notify_event_t>(event));
-    }
-    if (!owns(subjectOf(event))) return false;
-    switch (type) {
-    case XCB_CONFIGURE_NOTIFY:
-        restore(as<xcb_configure_notify_event_t>(event));
-        return false;
-    case XCB_UNMAP_NOTIFY:
-        // Mapped again at once, it could stay off the screen for a compositor, which missed the
-        // moment.
-        return m_mapped && !isBefore(event, m_mappedAt);
-    case XCB_DESTROY_NOTIFY:
-        return true;
-    case XCB_REPARENT_NOTIFY:
-        return as<xcb_reparent_notify_event_t>(event).parent != m_connection.root();
-    default:
-        return false;
-    }
+    if (type == XCB_PROPERTY_NOTIFY) restoreOpacity(as<xcb_property_notify_event_t>(event));
+    const xcb_window_t root = m_connection.root();
+    const PixelRect place = m_mapped ? m_pixels : PixelRect();
+    const bool isTaken =
+        WindowServer::mend(m_connection, {m_window, root, place, m_shapes}, event) ||
+        WindowServer::mend(m_connection, {sentinel(), root, {}, {}}, event);
+    // Mapped again at once, it could stay off the screen for a compositor, which missed the moment.
+    return isTaken && (type != XCB_UNMAP_NOTIFY || (m_mapped && !isBefore(event, m_mappedAt)));
 }
 
-void X11Surface::restore(const xcb_configure_notify_event_t& event) {
-    const PixelRect now{event.x, event.y, event.width, event.height};
-    if (event.window != m_window || !m_mapped || (now == m_pixels && event.border_width == 0))
-        return;
-    configure(m_connection.xcb(), m_window, m_pixels);
-    m_connection.flush();
-}
-
-/// A hole in the cover would show what lies behind, and a region for input would keep it from
-/// there.
-void X11Surface::restore(const xcb_shape_notify_event_t& event) {
-    if (event.affected_window != m_window) return;
-    const bool isEmpty = event.shaped && event.extents_width == 0 && event.extents_height == 0;
-    if (event.shape_kind == XCB_SHAPE_SK_INPUT) {
-        if (m_ignoresMouse && !isEmpty) dropInput(m_connection, m_window);
-    } else if (event.shaped) {
-        xcb_shape_mask(m_connection.xcb(), XCB_SHAPE_SO_SET, event.shape_kind, m_window, 0, 0,
-                       XCB_PIXMAP_NONE);
-    }
-    m_connection.flush();
-}
-
-void X11Surface::restore(const xcb_property_notify_event_t& event) {
+void X11Surface::restoreOpacity(const xcb_property_notify_event_t& event) {
     const xcb_atom_t opacity = m_connection.atom("_NET_WM_WINDOW_OPACITY");
     if (event.window != m_window || event.atom != opacity) return;
     if (m_connection.numbers(m_window, opacity, 1) == std::vector{opaque}) return;

@@ -4,42 +4,42 @@
 #include "WindowServer/X11/Blur/Backdrop.h"
 #include "WindowServer/X11/Blur/Canvas.h"
 #include "WindowServer/X11/Windows/Pane.h"
+#include "WindowServer/X11/Windows/Placement.h"
 #include "WindowServer/X11/Windows/Sentinel.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include <xcb/shape.h>
 #include <xcb/xcb.h>
 
 namespace WindowServer {
 
 class Connection;
-class DisplayList;
 class Overlay;
 
 /// An override-redirect window without a frame: no window manager moves or decorates it. It keeps
 /// what it is told and reaches the screen when the session commits.
 class X11Surface : public Surface {
 public:
-    X11Surface(Connection& connection, const DisplayList& displays);
+    X11Surface(Connection& connection, const Displays& displays);
     ~X11Surface() override;
 
     int number() const override { return static_cast<int>(m_window); }
     void setTitle(const std::string& title) override;
     void setIdentifier(const std::string& identifier) override { m_identifier = identifier; }
     void setFrame(const CGRect& frame) override;
-    void setLevel(int level) override;
+    void setLevel(int level) override { set(m_level, level); }
     void setIgnoresMouseEvents(bool ignores) override;
-    void setAlpha(double alpha) override;
-    void setLook(const Look& look) override;
-    void orderFront() override;
-    void orderOut() override;
+    void setAlpha(double alpha) override { set(m_alpha, alpha); }
+    void setLook(const Look& look) override { set(m_look, look); }
+    void orderFront() override { set(m_ordered, true); }
+    void orderOut() override { set(m_ordered, false); }
 
-    void setRadius(int radius);
+    void setRadius(int radius) { set(m_radius, radius); }
 
     /// Called where a commit has something to do here.
     std::function<void()> onChanged;
@@ -63,7 +63,9 @@ public:
     /// Whether a commit has anything to do here.
     bool isStale() const { return m_stale; }
 
-    void restingChanged();
+    void restingChanged() {
+        if (wantsToShow()) changed();
+    }
     /// Puts the frame onto the displays as they are now.
     void place();
     /// Makes the picture to show anew, with its source still to be filled where the blur is live.
@@ -97,16 +99,15 @@ public:
 
 private:
     void create();
-    void writeTitle();
-    void writeName();
+    void writeNames();
     void changed();
+    template <class Value> void set(Value& member, const Value& value) {
+        if (std::exchange(member, value) != value) changed();
+    }
     void prepareStill(double deviation);
-    void setBackground(uint32_t mask, uint32_t value);
     uint32_t plainPixel() const;
     void map(bool composited);
-    void restore(const xcb_configure_notify_event_t& event);
-    void restore(const xcb_shape_notify_event_t& event);
-    void restore(const xcb_property_notify_event_t& event);
+    void restoreOpacity(const xcb_property_notify_event_t& event);
     void showInPane(const Overlay& overlay);
     void showInWindow(bool composited);
     void paintAll();
@@ -115,7 +116,7 @@ private:
     void markForCompositors();
 
     Connection& m_connection;
-    const DisplayList& m_displays;
+    const Displays& m_displays;
     std::optional<Sentinel> m_sentinel;
     xcb_window_t m_window;
     std::optional<WindowCanvas> m_canvas;
@@ -129,7 +130,7 @@ private:
     int m_level = 0;
     double m_alpha = 1;
     int m_radius = 0;
-    bool m_ignoresMouse = false;
+    Shapes m_shapes;
     Look m_look;
     bool m_ordered = false;
     bool m_mapped = false; ///< Stands on the screen, before everybody's eyes.
