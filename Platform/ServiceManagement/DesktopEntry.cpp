@@ -1,4 +1,4 @@
-#include "ServiceManagement/LoginEntry+Private.h"
+#include "ServiceManagement/DesktopEntry+Private.h"
 
 #include <QStandardPaths>
 

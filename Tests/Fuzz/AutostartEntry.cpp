@@ -2,8 +2,7 @@
 // that program; hidden, it does not.
 #include "Target.h"
 
-#include "Foundation/TextFile+Private.h"
-#include "ServiceManagement/LoginEntry+Private.h"
+#include "ServiceManagement/DesktopEntry+Private.h"
 
 namespace {
 

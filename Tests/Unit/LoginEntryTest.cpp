@@ -1,6 +1,7 @@
 // The login item as it stands on the disk, in folders of the test's own. What a file of any bytes
 // does is with the fuzz targets.
-#include "ServiceManagement/LoginEntry+Private.h"
+#include "ServiceManagement/DesktopEntry+Private.h"
+#include "ServiceManagement/ServiceManagement.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,7 +31,7 @@ struct LoginEntryTest : testing::Test {
         qputenv("XDG_CONFIG_DIRS", (folder.path() + "/system").toLocal8Bit());
         qputenv("XDG_CURRENT_DESKTOP", "Nimbus:GNOME");
     }
-    static void expectRegistered(LoginEntry& entry) {
+    static void expectRegistered(SMAppService& entry) {
         std::shared_ptr<NSError> error;
         EXPECT_TRUE(entry.registerAndReturnError(error)) << error->localizedDescription();
         EXPECT_EQ(entry.status(), SMAppServiceStatusEnabled);
@@ -43,7 +44,7 @@ struct LoginEntryTest : testing::Test {
     const QTemporaryDir folder;
     const QString own = folder.path() + "/user/autostart/com.example.Program.desktop";
     const QString ofSystem = folder.path() + "/system/autostart/com.example.Program.desktop";
-    LoginEntry entry{{"com.example.Program", "A Program", "/bin/true"}};
+    SMAppService entry{{"com.example.Program", "A Program", "/bin/true"}};
 };
 
 const QByteArray startsTrue = "[Desktop Entry]\nType=Application\nName=N\nExec=/bin/true\n";
@@ -102,7 +103,7 @@ TEST_F(LoginEntryTest, NamesAnyProgramSoThatItStarts) {
         const QString program = folder.path() + "/" + QString::fromStdString(name);
         writeText(program, "#!/bin/sh\n");
         QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
-        LoginEntry its({"com.example.Program", "A Program", program.toUtf8()});
+        SMAppService its({"com.example.Program", "A Program", program.toStdString()});
         expectRegistered(its);
         EXPECT_EQ(QProcess::execute("desktop-file-validate", {own}), 0) << name;
 
