@@ -68,45 +68,45 @@ void Connection::findExtensions() {
                             &xcb_randr_id, &xcb_shape_id})
         xcb_prefetch_extension_data(m_xcb, extension);
     const auto find = [this](xcb_extension_t& id) {
+        static constexpr xcb_query_extension_reply_t missing{};
         const auto* data = xcb_get_extension_data(m_xcb, &id);
-        return data && data->present ? data : nullptr;
+        return data && data->present ? *data : missing;
     };
-    const auto* composite = find(xcb_composite_id);
-    const auto* damage = find(xcb_damage_id);
-    const auto* render = find(xcb_render_id);
-    const auto* xfixes = find(xcb_xfixes_id);
-    const auto* randr = find(xcb_randr_id);
-    const auto* shape = find(xcb_shape_id);
-    if (damage) m_events.damage = damage->first_event;
-    if (damage) m_damageError = damage->first_error;
-    if (randr) m_events.randr = randr->first_event;
-    if (shape) m_events.shape = shape->first_event;
+    const auto composite = find(xcb_composite_id);
+    const auto damage = find(xcb_damage_id);
+    const auto render = find(xcb_render_id);
+    const auto xfixes = find(xcb_xfixes_id);
+    const auto randr = find(xcb_randr_id);
+    const auto shape = find(xcb_shape_id);
+    m_events = {damage.first_event, randr.first_event, shape.first_event};
+    m_damageError = damage.first_error;
+    m_hasComposite = composite.present;
 
     // An extension answers only once its version is agreed on.
-    if (composite) xcb_composite_query_version(m_xcb, 0, 4);
-    if (damage) xcb_damage_query_version(m_xcb, 1, 1);
-    if (xfixes) xcb_xfixes_query_version(m_xcb, 5, 0);
-    if (randr) xcb_randr_query_version(m_xcb, 1, 5);
-    if (render) {
+    if (composite.present) xcb_composite_query_version(m_xcb, 0, 4);
+    if (damage.present) xcb_damage_query_version(m_xcb, 1, 1);
+    if (xfixes.present) xcb_xfixes_query_version(m_xcb, 5, 0);
+    if (randr.present) xcb_randr_query_version(m_xcb, 1, 5);
+    if (render.present) {
         m_formats = xcb_render_util_query_formats(m_xcb); // It agrees on the version as well.
         const auto* rgb = xcb_render_util_find_standard_format(m_formats, XCB_PICT_STANDARD_RGB_24);
         if (rgb) m_rgbFormat = rgb->id;
     }
-    m_hasComposite = composite != nullptr;
-    const bool knowsScreen = !render || formatOf(m_screen->root_visual) != 0;
-    m_canBlurLive = composite && damage && xfixes && m_rgbFormat && knowsScreen && hasPlainPixels();
+    const bool knowsScreen = !render.present || formatOf(m_screen->root_visual) != 0;
+    m_canBlurLive = composite.present && damage.present && xfixes.present && m_rgbFormat &&
+                    knowsScreen && hasPlainPixels();
 
     std::string missing;
     addMissing(missing,
                canBlurStill() ? "the cover shows a still picture" : "the cover is plain dark",
-               {{"Composite", composite},
-                {"Damage", damage},
+               {{"Composite", composite.present},
+                {"Damage", damage.present},
                 {"Render", m_rgbFormat != 0},
-                {"XFixes", xfixes},
+                {"XFixes", xfixes.present},
                 {"Render's format of the screen", knowsScreen},
                 {"pixels of 32 bits", hasPlainPixels()}});
-    addMissing(missing, "the whole screen counts as one monitor", {{"RandR", randr}});
-    addMissing(missing, "no click goes through the cover", {{"Shape", shape}});
+    addMissing(missing, "the whole screen counts as one monitor", {{"RandR", randr.present}});
+    addMissing(missing, "no click goes through the cover", {{"Shape", shape.present}});
     if (!missing.empty()) NSLog("X11: " + missing + ".");
 }
 

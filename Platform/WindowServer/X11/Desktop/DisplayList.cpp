@@ -31,12 +31,13 @@ double scaleOf(const std::string& output) {
     return primary ? primary->devicePixelRatio() : 1;
 }
 
-std::string identityOf(Connection& connection, uint32_t output, const std::string& name) {
+/// From its EDID; empty where it gives none.
+std::string identityOf(Connection& connection, uint32_t output) {
     const auto reply = connection.reply(
         xcb_randr_get_output_property_reply,
         xcb_randr_get_output_property(connection.xcb(), output, connection.atom("EDID"),
                                       XCB_ATOM_ANY, 0, 32, false, false));
-    if (!reply || reply->format != 8 || reply->num_items < 16) return name;
+    if (!reply || reply->format != 8) return {};
     const auto* edid = xcb_randr_get_output_property_data(reply.get());
     return DisplayNumbers::identityOf(std::string(edid, edid + reply->num_items));
 }
@@ -60,10 +61,9 @@ std::vector<Monitor> connectedMonitors(Connection& connection) {
                         {it.data->x, it.data->y, it.data->width, it.data->height},
                         it.data->primary != 0,
                         {}};
-        monitor.identity = monitor.name;
         if (it.data->nOutput > 0)
-            monitor.identity =
-                identityOf(connection, xcb_randr_monitor_info_outputs(it.data)[0], monitor.name);
+            monitor.identity = identityOf(connection, *xcb_randr_monitor_info_outputs(it.data));
+        if (monitor.identity.empty()) monitor.identity = monitor.name;
         monitors.push_back(std::move(monitor));
     }
     return monitors;

@@ -163,20 +163,14 @@ bool Overlay::hasContexts() const {
 /// Undoes the holes that a compositor cuts for full-screen windows that it does not redirect.
 void Overlay::keepWhole() {
     xcb_connection_t* const xcb = m_connection.xcb();
-    const auto sizeAsked = xcb_get_geometry(xcb, m_overlay);
+    const auto extentsAsked = xcb_shape_query_extents(xcb, m_overlay);
     const auto boundsAsked = xcb_shape_get_rectangles(xcb, m_overlay, XCB_SHAPE_SK_BOUNDING);
-    const auto size = m_connection.reply(xcb_get_geometry_reply, sizeAsked);
+    const auto extents = m_connection.reply(xcb_shape_query_extents_reply, extentsAsked);
     const auto bounds = m_connection.reply(xcb_shape_get_rectangles_reply, boundsAsked);
     m_formerShape.reset();
-    if (!size || !bounds) return;
+    if (!extents || !bounds || !extents->bounding_shaped) return;
     const auto* first = xcb_shape_get_rectangles_rectangles(bounds.get());
-    const std::vector shape(first,
-                            first + xcb_shape_get_rectangles_rectangles_length(bounds.get()));
-    int64_t seen = 0;
-    for (const xcb_rectangle_t& part : shape)
-        seen += int64_t{part.width} * part.height;
-    if (seen >= int64_t{size->width} * size->height) return;
-    m_formerShape = shape;
+    m_formerShape.emplace(first, first + xcb_shape_get_rectangles_rectangles_length(bounds.get()));
     m_wholeAt = xcb_shape_mask(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, m_overlay, 0, 0,
                                XCB_PIXMAP_NONE)
                     .sequence;

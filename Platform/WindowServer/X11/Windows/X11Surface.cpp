@@ -35,11 +35,11 @@ bool isRedirected(Connection& connection, xcb_window_t window) {
     return named;
 }
 
-uint32_t pixelOf(const CGColor& color) {
+xcb_render_color_t opaqueOf(const CGColor& color) {
     const auto part = [&color](double value) {
-        return static_cast<uint32_t>(std::lround(value * color.alpha * 255));
+        return static_cast<uint16_t>(std::lround(value * color.alpha * 0xffff));
     };
-    return part(color.red) << 16 | part(color.green) << 8 | part(color.blue);
+    return {part(color.red), part(color.green), part(color.blue), 0xffff};
 }
 
 } // namespace
@@ -156,6 +156,7 @@ void X11Surface::prepare(bool resting) {
     m_stale = false;
     m_resting = resting;
     m_live = wantsLiveBlur() && m_connection.canBlurLive() && !resting;
+    m_awaitsSource = m_live;
     const bool still = !m_live && m_look.material && m_look.overlay.alpha < 1;
     if (still) return prepareStill(materialDeviation * m_scale);
     if (!m_live) {
@@ -164,7 +165,6 @@ void X11Surface::prepare(bool resting) {
     }
     m_backdrop = std::make_unique<Backdrop>(m_connection, m_pixels.width, m_pixels.height,
                                             m_radius / 2.0 * m_scale);
-    m_awaitsSource = true;
 }
 
 /// A still picture can be taken only while nothing of ours lies over the screen; afterwards the one
@@ -236,8 +236,9 @@ void X11Surface::showInWindow(bool composited) {
 }
 
 uint32_t X11Surface::plainPixel() const {
-    return m_connection.screen().root_depth == 24 ? pixelOf(m_look.overlay)
-                                                  : m_connection.screen().black_pixel;
+    if (m_connection.screen().root_depth != 24) return m_connection.screen().black_pixel;
+    const xcb_render_color_t color = opaqueOf(m_look.overlay);
+    return color.red >> 8 << 16 | color.green >> 8 << 8 | color.blue >> 8;
 }
 
 void X11Surface::showPlain(bool composited) {
@@ -297,14 +298,9 @@ void X11Surface::paintAbove(const std::vector<PixelRect>& areas) {
 
 void X11Surface::paintPicture(const Canvas& canvas, const PixelRect& area) const {
     if (m_backdrop) return m_backdrop->paint(canvas, area);
-    const CGColor& colour = m_look.overlay;
-    const auto part = [&colour](double value) {
-        return static_cast<uint16_t>(std::lround(value * colour.alpha * 0xffff));
-    };
     const xcb_rectangle_t rectangle = toX(translated(area, -canvas.originX, -canvas.originY));
     xcb_render_fill_rectangles(m_connection.xcb(), XCB_RENDER_PICT_OP_SRC, canvas.picture,
-                               {part(colour.red), part(colour.green), part(colour.blue), 0xffff}, 1,
-                               &rectangle);
+                               opaqueOf(m_look.overlay), 1, &rectangle);
 }
 
 void X11Surface::expose(const xcb_expose_event_t& event) {

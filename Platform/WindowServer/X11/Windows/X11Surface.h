@@ -71,7 +71,7 @@ public:
     /// Makes the picture to show anew, with its source still to be filled where the blur is live.
     void prepare(bool resting);
     /// Whether `prepare` left a live source to be filled.
-    bool awaitsSource() const { return m_live && m_awaitsSource; }
+    bool awaitsSource() const { return m_awaitsSource; }
     void sourceArrived();
     /// Blurs a source that changed, and paints what came to differ.
     void refresh();
