@@ -69,10 +69,11 @@ bool Keyboard::isWanted() const {
 /// that does want it comes and goes.
 void Keyboard::follow() {
     const bool isMislaid = m_stages.of(m_focus);
-    if (m_hadKeys && !hasKeys()) {
+    const bool isClosed = m_holder && m_holder->isClosed();
+    if (isClosed || (m_hadKeys && !hasKeys())) {
         m_holder.reset();
         m_repeat.stop();
-        if (!isMislaid) lose(); // Else the click is for the window that has them back at once.
+        if (!isMislaid && !isClosed) lose(); // Else the window that had them has them back at once.
     }
     const bool wanted = (isWanted() || isMislaid) && !m_stages.all().empty();
     if (wanted && !m_holder) {

@@ -27,7 +27,10 @@ KeyboardHolder::KeyboardHolder(const Connection& connection, const Output& outpu
                 buffer->attach(self->m_surface.get());
                 wl_surface_commit(self->m_surface.get());
             },
-        .closed = [](void*, zwlr_layer_surface_v1*) {}};
+        .closed =
+            [](void* self, zwlr_layer_surface_v1*) {
+                static_cast<KeyboardHolder*>(self)->m_isClosed = true;
+            }};
     zwlr_layer_surface_v1_add_listener(m_layer.get(), &listener, this);
     connection.setInput(m_surface.get(), {});
     wl_surface_commit(m_surface.get());

@@ -12,12 +12,15 @@ public:
     KeyboardHolder(const Connection& connection, const Output& output);
 
     const wl_surface* surface() const { return m_surface.get(); }
+    /// Whether the compositor has taken it away, with its output.
+    bool isClosed() const { return m_isClosed; }
 
 private:
     Owned<wl_surface> m_surface;
     Owned<zwlr_layer_surface_v1> m_layer;
     Buffers m_buffers;
     bool m_isShown = false;
+    bool m_isClosed = false;
 };
 
 } // namespace WindowServer::Wayland
