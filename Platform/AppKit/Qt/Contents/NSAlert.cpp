@@ -82,9 +82,9 @@ protected:
         switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            return buttonAt(at)->animateClick();
+            return buttonAt(at)->click();
         case Qt::Key_Escape:
-            return buttonAt(1)->animateClick();
+            return buttonAt(1)->click();
         // The row runs from the last button to the first.
         case Qt::Key_Left:
             return buttonAt(at + 1)->setFocus(Qt::TabFocusReason);
