@@ -2,8 +2,6 @@
 #include "SwiftUI/Qt/Element.h"
 #include "SwiftUI/Views.h"
 
-#include <QFile>
-
 namespace {
 
 class SymbolWidget : public QWidget {
@@ -24,9 +22,8 @@ public:
 
 protected:
     void paintEvent(QPaintEvent*) override {
-        if (!QFile::exists(symbolFile(m_name))) return;
         QPainter painter(this);
-        drawTintedSymbol(painter, m_name, rect(), m_color, m_weight);
+        drawSymbol(painter, m_name, rect(), m_color, m_weight);
     }
 
 private:

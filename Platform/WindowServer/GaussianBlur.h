@@ -8,7 +8,8 @@
 
 namespace WindowServer {
 
-/// Pixels of four channels, row after row: blue, green, red and one that is not used, 0 to 255.
+/// Pixels of four channels, row after row: blue, green, red, 0 to 255, and one that covers do not
+/// use.
 struct SmallImage {
     int width = 0;
     int height = 0;

@@ -1,8 +1,9 @@
 #include "AppKit/NSGraphics.h"
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
-#include "AppKit/Qt/Drawing/NSGraphicsContext.h"
+#include "AppKit/Qt/Drawing/Painting.h"
 
 #include <QGuiApplication>
+#include <QPainterPath>
 
 namespace {
 
@@ -10,9 +11,15 @@ namespace {
 constexpr ::CGColor darkSecondary = {0, 0, 0, 0.6};
 constexpr ::CGColor lightSecondary = {1, 1, 1, 0.6};
 
-NSGraphicsContext* theContext = nullptr;
+QPainterPath pathOf(const NSRect& oval) {
+    QPainterPath path;
+    path.addEllipse(rectFrom(oval));
+    return path;
+}
 
 } // namespace
+
+QPainter* thePainter = nullptr;
 
 ::CGColor NSColor::CGColor() const {
     if (!m_secondaryLabel) return m_color;
@@ -20,11 +27,11 @@ NSGraphicsContext* theContext = nullptr;
 }
 
 void NSColor::setFill() const {
-    if (auto* context = NSGraphicsContext::currentContext()) context->fill = colorFrom(CGColor());
+    if (thePainter) thePainter->setBrush(colorFrom(CGColor()));
 }
 
 void NSColor::setStroke() const {
-    if (auto* context = NSGraphicsContext::currentContext()) context->stroke = colorFrom(CGColor());
+    if (thePainter) thePainter->setPen(colorFrom(CGColor()));
 }
 
 void NSColor::set() const {
@@ -37,29 +44,19 @@ std::shared_ptr<NSBezierPath> NSBezierPath::bezierPathWithOvalInRect(const NSRec
 }
 
 void NSBezierPath::fill() const {
-    auto* context = NSGraphicsContext::currentContext();
-    if (!context) return;
-    context->painter().setPen(Qt::NoPen);
-    context->painter().setBrush(context->fill);
-    context->painter().drawEllipse(rectFrom(m_oval));
+    if (thePainter) thePainter->fillPath(pathOf(m_oval), thePainter->brush());
 }
 
 void NSBezierPath::stroke() const {
-    auto* context = NSGraphicsContext::currentContext();
-    if (!context) return;
-    context->painter().setPen(QPen(context->stroke, m_lineWidth));
-    context->painter().setBrush(Qt::NoBrush);
-    context->painter().drawEllipse(rectFrom(m_oval));
+    if (!thePainter) return;
+    thePainter->strokePath(pathOf(m_oval), QPen(thePainter->pen().color(), m_lineWidth));
 }
 
 void NSRectFillUsingOperation(const NSRect& rect, NSCompositingOperation) {
-    auto* context = NSGraphicsContext::currentContext();
-    if (!context) return;
-    QPainter& painter = context->painter();
-    painter.save();
-    painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
-    painter.fillRect(rectFrom(rect), context->fill);
-    painter.restore();
+    if (!thePainter) return;
+    thePainter->setCompositionMode(QPainter::CompositionMode_SourceAtop);
+    thePainter->fillRect(rectFrom(rect), thePainter->brush());
+    thePainter->setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
 QColor colorFrom(const CGColor& color) {
@@ -70,8 +67,3 @@ QColor colorFrom(const CGColor& color) {
 QRectF rectFrom(const NSRect& rect) {
     return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
 }
-
-NSGraphicsContext::NSGraphicsContext(QPainter& painter)
-    : m_painter(painter), m_outer(std::exchange(theContext, this)) {}
-NSGraphicsContext::~NSGraphicsContext() { theContext = m_outer; }
-NSGraphicsContext* NSGraphicsContext::currentContext() { return theContext; }

@@ -1,9 +1,10 @@
-#include "AppKit/Qt/Drawing/NSGraphicsContext.h"
+#include "AppKit/Qt/Drawing/Painting.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
 
 #include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
+#include <QScopedValueRollback>
 #include <QStandardPaths>
 #include <QSvgRenderer>
 
@@ -16,7 +17,7 @@ public:
     explicit InkEngine(std::string name) : m_name(std::move(name)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
-        drawTintedSymbol(*painter, m_name, rect, painter->pen().color());
+        drawSymbol(*painter, m_name, rect, painter->pen().color());
     }
 
     QIconEngine* clone() const override { return new InkEngine(*this); }
@@ -41,12 +42,27 @@ QString traySymbolFile(const std::string& name, int side) {
 
 } // namespace
 
+QString symbolFile(const std::string& name) {
+    return ":/Symbols/" + QString::fromStdString(name) + ".svg";
+}
+
+void drawSymbol(QPainter& painter, const std::string& name, const QRectF& rect, const QColor& color,
+                SymbolWeight weight) {
+    QFile file(symbolFile(name));
+    if (!file.open(QFile::ReadOnly)) return;
+    QByteArray drawing = file.readAll().replace("#000", color.name().toLatin1());
+    // All symbols are drawn with strokes of the same width.
+    if (weight == SymbolWeight::bold)
+        drawing.replace(R"(stroke-width="2")", R"(stroke-width="2.8")");
+    QSvgRenderer(drawing).render(&painter, rect);
+}
+
 std::shared_ptr<NSImage> NSImage::symbol(const std::string& name, double pointSize) {
     // A symbol is wider than the letters beside it, and stands in a square.
     constexpr double sidePerPoint = 1.6;
     const double side = pointSize * sidePerPoint;
     const auto image = imageWithSize({side, side}, true, [name](const NSRect& rect) {
-        drawSymbolInk(NSGraphicsContext::currentContext()->painter(), name, rectFrom(rect));
+        drawSymbol(*thePainter, name, rectFrom(rect), Qt::black);
         return true;
     });
     image->m_name = name;
@@ -77,19 +93,30 @@ std::shared_ptr<NSImage> NSImage::imageWithSize(const NSSize& size, bool flipped
     return std::shared_ptr<NSImage>(new NSImage(size, flipped, std::move(drawingHandler)));
 }
 
+// On a layer that has the pixels of what lies below, whatever its scale: nothing is blurred.
 void NSImage::drawInRect(const NSRect& rect) const {
-    auto* const context = NSGraphicsContext::currentContext();
-    if (!context || m_size.width <= 0 || m_size.height <= 0) return;
-    drawOnOwnPixels(context->painter(), rectFrom(rect), [&](QPainter& layer) {
-        layer.translate(rect.origin.x, rect.origin.y);
-        layer.scale(rect.size.width / m_size.width, rect.size.height / m_size.height);
-        if (m_flipped) {
-            layer.translate(0, m_size.height);
-            layer.scale(1, -1);
-        }
-        const NSGraphicsContext inner(layer);
-        return m_drawingHandler({{}, m_size});
-    });
+    if (!thePainter || m_size.width <= 0 || m_size.height <= 0) return;
+    QPainter& below = *thePainter;
+    const QTransform toDevice = below.deviceTransform();
+    const QRect area = toDevice.mapRect(rectFrom(rect)).toAlignedRect();
+    QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
+    layer.fill(Qt::transparent);
+    QPainter painter(&layer);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(toDevice * QTransform::fromTranslate(-area.x(), -area.y()));
+    painter.translate(rect.origin.x, rect.origin.y);
+    painter.scale(rect.size.width / m_size.width, rect.size.height / m_size.height);
+    if (m_flipped) {
+        painter.translate(0, m_size.height);
+        painter.scale(1, -1);
+    }
+    const QScopedValueRollback target(thePainter, &painter);
+    if (!m_drawingHandler({{}, m_size})) return;
+    painter.end();
+    below.save();
+    below.setTransform(toDevice.inverted(), true);
+    below.drawImage(area.topLeft(), layer);
+    below.restore();
 }
 
 QImage pictureOf(const NSImage& image, int side, const QColor& ink) {

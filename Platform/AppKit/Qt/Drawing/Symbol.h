@@ -5,25 +5,15 @@
 #include <QIcon>
 #include <QPainter>
 
-/// The file that a symbol is drawn in, whether or not there is one. Its parts, by their names:
-/// `ink` is the symbol; `gap`, where there is one, parts the ink from the `slash` across it.
+/// The file that a symbol is drawn in, all in black, whether or not there is one.
 QString symbolFile(const std::string& name);
 
 /// How wide a symbol's strokes are.
 enum class SymbolWeight { semibold, bold };
 
-/// Draws the ink alone, black, and clears the gap. The y axis points down, here and below.
-void drawSymbolInk(QPainter& painter, const std::string& name, const QRectF& rect,
-                   SymbolWeight weight = SymbolWeight::semibold);
-
-/// Draws on a layer that has the pixels of what lies below, whatever its scale: nothing is blurred.
-/// `draw` says whether there is anything to show.
-void drawOnOwnPixels(QPainter& target, const QRectF& rect,
-                     const std::function<bool(QPainter&)>& draw);
-
-/// Draws the ink in one colour, on its own pixels.
-void drawTintedSymbol(QPainter& painter, const std::string& name, const QRectF& rect,
-                      const QColor& color, SymbolWeight weight = SymbolWeight::semibold);
+/// Draws the symbol in an opaque colour. The y axis points down.
+void drawSymbol(QPainter& painter, const std::string& name, const QRectF& rect, const QColor& color,
+                SymbolWeight weight = SymbolWeight::semibold);
 
 /// The symbol as trays show it, so many pixels each way; a template in the ink, others black.
 QImage pictureOf(const NSImage& image, int side, const QColor& ink);

@@ -1,7 +1,9 @@
 #include "AppKit/Qt/Panels/PanelPicture.h"
 
-#include "AppKit/Qt/Drawing/NSGraphicsContext.h"
+#include "AppKit/Qt/Drawing/Painting.h"
 #include "WindowServer/GaussianBlur.h"
+
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cmath>
@@ -15,71 +17,6 @@ namespace {
 constexpr double shadowDeviation = 3.2;
 constexpr double shadowDrop = 1.5;
 constexpr double shadowDarkness = 0.4; ///< Where it is deepest.
-
-struct Sample {
-    int x;
-    int y;
-    QRgb colour;
-};
-
-/// So many samples give the same estimate as all of them.
-constexpr size_t enoughSamples = 160;
-
-/// The estimates are smooth: one for so many pixels each way is enough.
-constexpr int coarseness = 4;
-
-/// The pixels just outside of the ink.
-std::vector<Sample> samplesAround(const QImage& picture, const Snapshot& surroundings,
-                                  const QRegion& hidden) {
-    const PixelRect& area = surroundings.area;
-    // What lies beyond the picture is clear in the copy, which has a pixel more on each side.
-    const QImage ink = picture.copy(area.x - 1, area.y - 1, area.width + 2, area.height + 2)
-                           .convertToFormat(QImage::Format_Alpha8);
-    const auto isInk = [bits = ink.constBits(), stride = ink.bytesPerLine()](int x, int y) {
-        return bits[y * stride + x] != 0;
-    };
-    const auto touchesInk = [&](int row, int column) {
-        for (int y = row; y < row + 3; ++y)
-            if (isInk(column, y) || isInk(column + 1, y) || isInk(column + 2, y)) return true;
-        return false;
-    };
-    std::vector<Sample> samples;
-    for (int row = 0; row < area.height; ++row)
-        for (int column = 0; column < area.width; ++column)
-            if (touchesInk(row, column) && !isInk(column + 1, row + 1) &&
-                !hidden.contains({area.x + column, area.y + row}))
-                samples.push_back(
-                    {area.x + column, area.y + row,
-                     surroundings.pixels[static_cast<size_t>(row) * area.width + column]});
-    return samples;
-}
-
-std::vector<Sample> thinned(const std::vector<Sample>& samples) {
-    const size_t step = samples.size() / enoughSamples + 1;
-    std::vector<Sample> some;
-    for (size_t i = 0; i < samples.size(); i += step)
-        some.push_back(samples[i]);
-    return some;
-}
-
-/// The samples' mean, those nearby counting most.
-QRgb estimateAt(int x, int y, const std::vector<Sample>& samples) {
-    float red = 0;
-    float green = 0;
-    float blue = 0;
-    float sum = 0;
-    for (const Sample& sample : samples) {
-        const auto square = static_cast<float>(
-            std::max(1, (x - sample.x) * (x - sample.x) + (y - sample.y) * (y - sample.y)));
-        const float weight = 1 / (square * std::sqrt(square));
-        red += weight * static_cast<float>(qRed(sample.colour));
-        green += weight * static_cast<float>(qGreen(sample.colour));
-        blue += weight * static_cast<float>(qBlue(sample.colour));
-        sum += weight;
-    }
-    const auto mean = [sum](float value) { return static_cast<int>(std::lround(value / sum)); };
-    return qRgb(mean(red), mean(green), mean(blue));
-}
 
 } // namespace
 
@@ -96,7 +33,7 @@ QImage pictureOf(NSView& view, const NSSize& size, double scale) {
         painter.translate(0, size.height);
         painter.scale(1, -1);
     }
-    const NSGraphicsContext context(painter);
+    const QScopedValueRollback target(thePainter, &painter);
     view.drawRect(view.bounds());
     return picture;
 }
@@ -145,14 +82,35 @@ QImage withShadow(const QImage& picture, double scale) {
 }
 
 QImage estimateBehind(const QImage& picture, const Snapshot& surroundings, const QRegion& hidden) {
-    const auto samples = thinned(samplesAround(picture, surroundings, hidden));
-    if (samples.empty()) return {};
-    QImage estimates((picture.width() + coarseness - 1) / coarseness,
-                     (picture.height() + coarseness - 1) / coarseness, QImage::Format_RGB32);
-    for (int y = 0; y < estimates.height(); ++y)
-        for (int x = 0; x < estimates.width(); ++x)
-            estimates.setPixel(x, y,
-                               estimateAt(x * coarseness + coarseness / 2,
-                                          y * coarseness + coarseness / 2, samples));
-    return estimates.scaled(picture.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const auto [left, top, width, height] = surroundings.area;
+    WindowServer::SmallImage colours(width, height);
+    bool isAnyKnown = false;
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const QPoint place(left + x, top + y);
+            const bool isInk = picture.valid(place) && qAlpha(picture.pixel(place)) > 0;
+            if (isInk || hidden.contains(place)) continue;
+            const QRgb colour = surroundings.pixels[static_cast<size_t>(y) * width + x];
+            float* const known = colours.row(y) + 4 * x;
+            for (int i = 0; i < 3; ++i)
+                known[i] = static_cast<float>(colour >> 8 * i & 0xff);
+            known[3] = 1;
+            isAnyKnown = true;
+        }
+    if (!isAnyKnown) return {};
+    // The last channel, blurred with the others, is how much of the mean is known.
+    constexpr double share = 1.0 / 6;
+    WindowServer::GaussianBlur(width * share).apply(colours);
+    QImage behind(picture.size(), QImage::Format_RGB32);
+    behind.fill(Qt::black);
+    for (int y = 0; y < behind.height(); ++y)
+        for (int x = 0; x < behind.width(); ++x) {
+            const float* const sum = colours.row(std::clamp(y - top, 0, height - 1)) +
+                                     4 * std::clamp(x - left, 0, width - 1);
+            const auto mean = [sum](int i) {
+                return static_cast<int>(std::lround(sum[i] / sum[3]));
+            };
+            if (sum[3] > 0) behind.setPixel(x, y, qRgb(mean(2), mean(1), mean(0)));
+        }
+    return behind;
 }

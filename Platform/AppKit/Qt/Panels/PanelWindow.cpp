@@ -190,11 +190,10 @@ protected:
             painter.setCompositionMode(QPainter::CompositionMode_Source);
             painter.fillRect(rect(), Qt::transparent);
             painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        } else if (!m_behind.isNull()) {
-            m_behind.setDevicePixelRatio(scale);
-            painter.drawImage(0, 0, m_behind);
         } else {
             painter.fillRect(rect(), Qt::black);
+            m_behind.setDevicePixelRatio(scale);
+            painter.drawImage(0, 0, m_behind);
         }
         painter.setOpacity(m_alpha);
         painter.drawImage(0, 0, m_shadowed);
