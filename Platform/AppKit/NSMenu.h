@@ -12,8 +12,14 @@ class NSView;
 class NSMenuItem : public NSObject {
 public:
     /// The key equivalent is one character, or empty for none.
-    NSMenuItem(std::string title, SEL action, std::string keyEquivalent);
-    static std::shared_ptr<NSMenuItem> separatorItem();
+    NSMenuItem(std::string title, SEL action, std::string keyEquivalent)
+        : m_title(std::move(title)), m_action(std::move(action)),
+          m_keyEquivalent(std::move(keyEquivalent)) {}
+    static std::shared_ptr<NSMenuItem> separatorItem() {
+        const auto item = std::make_shared<NSMenuItem>("", nullptr, "");
+        item->m_separator = true;
+        return item;
+    }
 
     bool isSeparatorItem() const { return m_separator; }
     const std::string& title() const { return m_title; }
@@ -38,7 +44,9 @@ public:
     const std::shared_ptr<NSMenu>& submenu() const { return m_submenu; }
     void setSubmenu(std::shared_ptr<NSMenu> submenu) { m_submenu = std::move(submenu); }
 
-    bool isEnabled() const;
+    bool isEnabled() const {
+        return !m_separator && (m_submenu || (m_action && !m_target.expired()));
+    }
 
 private:
     std::string m_title;

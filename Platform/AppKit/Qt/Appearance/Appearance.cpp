@@ -1,6 +1,7 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Appearance/Preference.h"
 #include "AppKit/Qt/Application/Launch.h"
+#include "AppKit/Qt/Menus/MenuPopup.h"
 #include "Foundation/NSBundle+Private.h"
 
 #include <QApplication>
@@ -69,7 +70,7 @@ void wear(const QPalette& palette) {
 
 void dressWindows() {
     const bool foundDark = isDark(QApplication::palette());
-    QApplication::setStyle(makeControlStyle());
+    QApplication::setStyle(makeMenuStyle());
     QFont font = QApplication::font();
     font.setPixelSize(systemFontSize);
     QApplication::setFont(font);

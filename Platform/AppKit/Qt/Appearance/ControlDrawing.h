@@ -4,8 +4,6 @@
 #include <QPainter>
 #include <QPalette>
 
-class QStyle;
-
 bool isDark(const QPalette& palette);
 /// Seen through by so much more: 0 is invisible.
 QColor thinned(QColor color, double opacity);
@@ -28,6 +26,3 @@ inline constexpr int focusRingMargin = 3;
 
 /// Around a control with such corners, a point away from it.
 void drawFocusRing(QPainter& painter, const QRectF& control, double radius, const QColor& color);
-
-/// With these the toolkit draws the program's windows.
-QStyle* makeControlStyle();

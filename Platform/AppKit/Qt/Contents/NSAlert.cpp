@@ -1,6 +1,7 @@
 #include "AppKit/NSAlert.h"
 
 #include "AppKit/NSApplication.h"
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 
 #include <QBoxLayout>
@@ -30,7 +31,29 @@ class AlertButton : public QPushButton {
 public:
     using QPushButton::QPushButton;
 
+    QSize sizeHint() const override {
+        constexpr int sidePadding = 14;
+        const int label = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+        constexpr int rings = 2 * focusRingMargin;
+        return {std::max(label + 2 * sidePadding, 84) + rings, 26 + rings};
+    }
+
 protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        constexpr int ring = focusRingMargin;
+        drawPushButton(painter, QRectF(rect()).adjusted(ring, ring, -ring, -ring), palette(),
+                       {.radius = 6,
+                        .prominent = isDefault(),
+                        .tint = palette().color(QPalette::Highlight),
+                        .down = isDown(),
+                        .hovered = underMouse(),
+                        .focused = hasFocus()});
+        painter.setPen(
+            palette().color(isDefault() ? QPalette::HighlightedText : QPalette::ButtonText));
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
+    }
+
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) return event->ignore();
         QPushButton::keyPressEvent(event);

@@ -1,20 +1,162 @@
 #include "AppKit/Qt/Menus/MenuPopup.h"
 
+#include "AppKit/Qt/Drawing/Symbol.h"
+#include "AppKit/Qt/Panels/PanelPicture.h"
 #include "AppKit/Qt/Panels/PanelWindow.h"
+#include "AppKit/Qt/Windows/Coordinates.h"
+#include "WindowServer/Session.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QScreen>
+#include <QStyleOptionMenuItem>
 #include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
+#include <cmath>
+
+using WindowServer::Session;
+using WindowServer::ToolkitWindow;
 
 namespace {
 
+using Item = std::shared_ptr<NSMenuItem>;
+
+/// Null for a separator.
+Item itemOf(const QAction& row) { return row.data().value<Item>(); }
+
+struct Modifier {
+    NSUInteger flag;
+    Qt::KeyboardModifier key;
+    const char* sign;
+};
+
+// In the order in which they are shown. Command is the Super key, and Option is Alt.
+constexpr Modifier modifiers[] = {
+    {NSEventModifierFlagControl, Qt::ControlModifier, "⌃"},
+    {NSEventModifierFlagOption, Qt::AltModifier, "⌥"},
+    {NSEventModifierFlagCommand, Qt::MetaModifier, "⌘"},
+};
+
+/// The keys that stand for a press of the key with these modifiers: "⌃⌥⌘N".
+template <class Held> QString keysText(const QString& key, const Held& isHeld) {
+    QString text;
+    for (const Modifier& modifier : modifiers)
+        if (isHeld(modifier)) text += modifier.sign;
+    return text + key;
+}
+
+/// Those of the row's item, as they are shown in it. Empty where it has none.
+QString keyEquivalentOf(const QAction& row) {
+    const Item item = itemOf(row);
+    if (!item || item->keyEquivalent().empty()) return {};
+    return keysText(QString::fromStdString(item->keyEquivalent()).toUpper(),
+                    [&](const Modifier& modifier) {
+                        return bool(item->keyEquivalentModifierMask() & modifier.flag);
+                    });
+}
+
+QString keysOf(const QKeyEvent& press) {
+    return keysText(QKeySequence(press.key()).toString(), [&](const Modifier& modifier) {
+        return press.modifiers().testFlag(modifier.key);
+    });
+}
+
+bool isModifier(int key) {
+    return (key >= Qt::Key_Shift && key <= Qt::Key_Alt) || key == Qt::Key_AltGr ||
+           key == Qt::Key_Super_L || key == Qt::Key_Super_R;
+}
+
+/// With its submenus, which answer as one.
+class NativeMenu : public QMenu {
+public:
+    NativeMenu(const NSMenu& menu, QWidget* parent)
+        : QMenu(parent), m_translucent(Session::current().windows().areComposited()) {
+        setWindowFlag(Qt::NoDropShadowWindowHint);
+        setAttribute(Qt::WA_TranslucentBackground, m_translucent);
+        setTitle(QString::fromStdString(menu.title()));
+        for (const Item& item : menu.itemArray())
+            if (item->isSeparatorItem())
+                addSeparator();
+            else
+                add(item);
+    }
+
+protected:
+    // The keys stand in the row, but not in the item's name, which is read out.
+    void initStyleOption(QStyleOptionMenuItem* option, const QAction* row) const override {
+        QMenu::initStyleOption(option, row);
+        if (const QString keys = keyEquivalentOf(*row); !keys.isEmpty())
+            option->text += '\t' + keys;
+    }
+
+    // The whole menu answers to the keys of its items, whichever submenu is open.
+    void keyPressEvent(QKeyEvent* event) override {
+        if (isModifier(event->key())) return; // The first key of a chord closes no menu.
+        QWidget* whole = this;
+        while (whole->parentWidget())
+            whole = whole->parentWidget();
+        const auto rows = whole->findChildren<QAction*>();
+        const auto found = std::ranges::find(rows, keysOf(*event),
+                                             [](QAction* row) { return keyEquivalentOf(*row); });
+        if (found == rows.end()) return QMenu::keyPressEvent(event);
+        if (!(*found)->isEnabled()) return;
+        (*found)->trigger();
+        whole->close();
+    }
+
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::Show) keepOnScreen();
+        const bool handled = QMenu::event(event);
+        const bool reshaped = event->type() == QEvent::Show || event->type() == QEvent::Resize ||
+                              event->type() == QEvent::WinIdChange;
+        if (reshaped && !m_translucent && internalWinId()) cutCorners();
+        if (event->type() == QEvent::Hide) m_held.reset();
+        return handled;
+    }
+
+private:
+    void add(const Item& item) {
+        auto* const row = addAction(QString::fromStdString(item->title()).replace('&', "&&"));
+        row->setData(QVariant::fromValue(item));
+        row->setEnabled(item->isEnabled());
+        if (item->image()) row->setIcon(inkIconFrom(*item->image()));
+        if (item->submenu()) row->setMenu(new NativeMenu(*item->submenu(), this));
+    }
+
+    // Where a point is no whole number of pixels, place and size are both rounded, and a menu at
+    // the screen's edge would reach beyond it.
+    void keepOnScreen() {
+        const double scale = devicePixelRatioF();
+        const auto* const on = QGuiApplication::screenAt(geometry().center());
+        if (scale == std::floor(scale) || !on) return;
+        const QRect room = on->geometry();
+        move(std::min(x(), room.right() - width()), std::min(y(), room.bottom() - height()));
+    }
+
+    void cutCorners() {
+        const double scale = devicePixelRatioF();
+        QImage shape((QSizeF(size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+        shape.fill(Qt::transparent);
+        QPainter painter(&shape);
+        painter.setBrush(Qt::black);
+        painter.setPen(Qt::NoPen);
+        const double radius = menuRadius * scale;
+        painter.drawRoundedRect(shape.rect(), radius, radius);
+        painter.end();
+        m_held = Session::current().windows().hold(internalWinId());
+        m_held->setShape(ToolkitWindow::Region::Bounding, inkOf(shape));
+    }
+
+    const bool m_translucent;
+    std::shared_ptr<ToolkitWindow> m_held; ///< While its corners are cut.
+};
+
 struct Popup {
     const NSMenu& menu;
-    QMenu* native;
+    QMenu& native;
 };
 Popup* theOpen = nullptr;
 
@@ -47,20 +189,26 @@ void takeInput(QMenu& menu) {
     retry->start(20ms);
 }
 
-template <class CornerFor>
-void open(const std::shared_ptr<NSMenu>& menu, const CornerFor& cornerFor) {
-    if (menu->itemArray().empty()) return;
-    std::shared_ptr<NSMenuItem> chosen;
-    auto native = nativeMenu(*menu, [&](const auto& item) { chosen = item; });
-    if (theOpen) close(theOpen->menu);
-    Popup popup{*menu, native.get()};
+/// What is chosen in it; null for nothing.
+Item open(const NSMenu& menu, const std::function<QPoint(const QSize&)>& cornerFor) {
+    Item chosen;
+    NativeMenu native(menu, nullptr);
+    QObject::connect(&native, &QMenu::triggered,
+                     [&](const QAction* row) { chosen = itemOf(*row); });
+    if (theOpen) theOpen->native.close();
+    Popup popup{menu, native};
     auto* const before = std::exchange(theOpen, &popup);
-    takeInput(*native);
-    native->exec(cornerFor(native->sizeHint()));
+    takeInput(native);
+    native.exec(cornerFor(native.sizeHint()));
     theOpen = before;
-    native.reset();
-    if (!isAnyMenuOpen()) tellPanelsOfClosedMenu();
+    return chosen;
+}
 
+void run(const std::shared_ptr<NSMenu>& menu,
+         const std::function<QPoint(const QSize&)>& cornerFor) {
+    if (!menu || menu->itemArray().empty()) return;
+    const Item chosen = open(*menu, cornerFor);
+    if (!isAnyMenuOpen()) tellPanelsOfClosedMenu();
     if (const auto delegate = menu->delegate()) delegate->menuDidClose(*menu);
     const auto target = chosen ? chosen->target() : nullptr;
     if (target) chosen->action().send(*target, *chosen);
@@ -68,19 +216,20 @@ void open(const std::shared_ptr<NSMenu>& menu, const CornerFor& cornerFor) {
 
 } // namespace
 
-void openMenuAt(const std::shared_ptr<NSMenu>& menu, const QPoint& corner) {
-    open(menu, [&](const QSize&) { return corner; });
+void NSMenu::popUpContextMenu(const std::shared_ptr<NSMenu>& menu, const NSEvent&, NSView&) {
+    const QPoint pointer = rectOf({NSEvent::mouseLocation(), {}}).topLeft();
+    run(menu, [&](const QSize&) { return pointer; });
 }
 
 void openMenuBeside(const std::shared_ptr<NSMenu>& menu, const QRect& place) {
-    open(menu, [&](const QSize& size) { return cornerBeside(place, size); });
+    run(menu, [&](const QSize& size) { return cornerBeside(place, size); });
 }
 
 bool isOpen(const NSMenu& menu) { return theOpen && &theOpen->menu == &menu; }
 
 bool close(const NSMenu& menu) {
     if (!isOpen(menu)) return false;
-    theOpen->native->close();
+    theOpen->native.close();
     return true;
 }
 

@@ -3,15 +3,12 @@
 
 #include "AppKit/NSMenu.h"
 
-#include <QPoint>
 #include <QRect>
 
-class QMenu;
+class QStyle;
 
-// Both return when the menu has closed, its delegate knows and what was chosen has run. A menu
-// without items does not open.
-void openMenuAt(const std::shared_ptr<NSMenu>& menu, const QPoint& corner);
-/// Below the place, or above where there is no room.
+/// Opens below the place, or above where there is no room. Returns when the menu has closed, its
+/// delegate knows and what was chosen has run. A menu without items does not open.
 void openMenuBeside(const std::shared_ptr<NSMenu>& menu, const QRect& place);
 
 /// Until its delegate hears of the close.
@@ -22,6 +19,8 @@ bool close(const NSMenu& menu);
 
 bool isAnyMenuOpen();
 
-/// The menu as the toolkit shows it. Calls back at each choice.
-using Chosen = std::function<void(const std::shared_ptr<NSMenuItem>&)>;
-std::unique_ptr<QMenu> nativeMenu(const NSMenu& menu, Chosen chosen);
+inline constexpr int menuRadius = 8; ///< Of the corners, in points.
+
+/// How menus look: rounded, with a hairline around them, the keys of an item at its right and the
+/// images in a column of their own.
+QStyle* makeMenuStyle();
