@@ -5,7 +5,6 @@
 #include <algorithm>
 
 NSView::~NSView() {
-    if (m_layer) m_layer->setDelegate(nullptr);
     for (const auto& view : m_subviews)
         view->m_superview = nullptr;
 }
@@ -54,9 +53,10 @@ void NSView::setHidden(bool hidden) {
 
 void NSView::setWantsLayer(bool wantsLayer) {
     if (wantsLayer == (m_layer != nullptr)) return;
-    if (m_layer) m_layer->setDelegate(nullptr);
-    m_layer = wantsLayer ? std::make_shared<CALayer>() : nullptr;
-    if (m_layer) m_layer->setDelegate(this);
+    if (wantsLayer)
+        m_layer = std::make_shared<CALayer>([this] { setNeedsDisplay(true); });
+    else
+        m_layer = nullptr;
     setNeedsDisplay(true);
 }
 

@@ -44,7 +44,7 @@ private:
 
 /// A rectangle in a window: a colour of its own where it has a layer, and the views in front of it.
 /// The content view of a panel draws itself and hears the mouse.
-class NSView : public NSObject, private CALayerDelegate {
+class NSView : public NSObject {
 public:
     NSView() = default;
     explicit NSView(const NSRect& frame) : m_frame(frame) {}
@@ -111,7 +111,6 @@ public:
     void setAccessibilityRole(const NSAccessibilityRole& role) { m_accessibilityRole = role; }
 
 private:
-    void displayLayer(CALayer&) override { setNeedsDisplay(true); }
     void resizeWithOldSuperviewSize(const NSSize& oldSize);
 
     NSRect m_frame;

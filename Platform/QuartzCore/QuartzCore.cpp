@@ -21,7 +21,7 @@ QEasingCurve easeOut() {
 void CALayer::setBackgroundColor(const CGColor& color) {
     if (m_backgroundColor == color) return;
     m_backgroundColor = color;
-    if (m_delegate) m_delegate->displayLayer(*this);
+    m_display();
 }
 
 std::shared_ptr<CAMediaTimingFunction>

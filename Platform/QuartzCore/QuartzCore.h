@@ -5,27 +5,18 @@
 
 #include <string>
 
-class CALayer;
-
-class CALayerDelegate {
-public:
-    virtual ~CALayerDelegate() = default;
-    /// The layer's looks have changed.
-    virtual void displayLayer(CALayer&) {}
-};
-
 /// The colour of a view.
 class CALayer : public NSObject {
 public:
-    /// The delegate is not retained; it owns the layer.
-    void setDelegate(CALayerDelegate* delegate) { m_delegate = delegate; }
+    /// Calls `display` as its looks have changed.
+    explicit CALayer(std::function<void()> display) : m_display(std::move(display)) {}
 
     /// Clear until it is set.
     const CGColor& backgroundColor() const { return m_backgroundColor; }
     void setBackgroundColor(const CGColor& color);
 
 private:
-    CALayerDelegate* m_delegate = nullptr;
+    const std::function<void()> m_display;
     CGColor m_backgroundColor;
 };
 
