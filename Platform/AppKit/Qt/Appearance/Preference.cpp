@@ -3,8 +3,7 @@
 #include "WindowServer/Session.h"
 
 #include <QDBusConnection>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusVariant>
 
 #include <algorithm>
 
@@ -15,8 +14,6 @@ const QString service = "org.freedesktop.portal.Desktop";
 const QString path = "/org/freedesktop/portal/desktop";
 const QString settings = "org.freedesktop.portal.Settings";
 const QString appearance = "org.freedesktop.appearance";
-const QString currentMethod = "ReadOne";
-const QString oldMethod = "Read"; // All that portals before version 2 have.
 
 // What the portal's settings have in common.
 constexpr uint noWish = 0;
@@ -37,24 +34,18 @@ Preference::Preference(QString key, QStringList words)
     QDBusConnection::sessionBus().connect(QString(), path, settings, "SettingChanged", this,
                                           SLOT(settingChanged(QDBusMessage)));
     connect(&m_portalStart, &QDBusServiceWatcher::serviceRegistered, this,
-            [this] { ask(currentMethod); });
-    ask(currentMethod);
+            &Preference::ask);
+    ask();
 }
 
-void Preference::ask(const QString& method) {
-    auto question = QDBusMessage::createMethodCall(service, path, settings, method);
+/// By the one method that portals of every version have.
+void Preference::ask() {
+    auto question = QDBusMessage::createMethodCall(service, path, settings, "Read");
     question << appearance << m_key;
-    auto* watcher =
-        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, method, watcher] {
-        watcher->deleteLater();
-        const QDBusPendingReply<QDBusVariant> reply = *watcher;
-        if (reply.isValid())
-            take(reply.value().variant());
-        else if (method == currentMethod && reply.error().type() == QDBusError::UnknownMethod)
-            ask(oldMethod);
-    });
+    QDBusConnection::sessionBus().callWithCallback(question, this, SLOT(take(QDBusMessage)));
 }
+
+void Preference::take(const QDBusMessage& answer) { take(answer.arguments().value(0)); }
 
 void Preference::settingChanged(const QDBusMessage& signal) {
     const auto arguments = signal.arguments(); // The group, the key and the value.

@@ -21,10 +21,11 @@ public:
     std::function<void()> onChanged;
 
 private slots:
+    void take(const QDBusMessage& answer);
     void settingChanged(const QDBusMessage& signal);
 
 private:
-    void ask(const QString& method);
+    void ask();
     void take(QVariant setting);
     void settle();
 

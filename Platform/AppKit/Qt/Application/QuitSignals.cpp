@@ -3,32 +3,26 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
-#include <cerrno>
 #include <csignal>
 
-#include <fcntl.h>
-#include <unistd.h>
+#include <sys/eventfd.h>
 
 namespace {
 
-int pipeEnds[2];
+int wakes = -1;
 
 // A handler may do next to nothing: it wakes the event loop, which does the rest.
-void wake(int) {
-    const int savedError = errno;
-    [[maybe_unused]] const auto written = ::write(pipeEnds[1], "", 1);
-    errno = savedError;
-}
+void wake(int) { ::eventfd_write(wakes, 1); }
 
 } // namespace
 
 void watchQuitSignals(const std::function<void()>& quit) {
-    if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) return;
-    auto* notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, qApp);
+    wakes = ::eventfd(0, EFD_CLOEXEC);
+    if (wakes < 0) return;
+    auto* notifier = new QSocketNotifier(wakes, QSocketNotifier::Read, qApp);
     QObject::connect(notifier, &QSocketNotifier::activated, qApp, [quit] {
-        char wakes[16];
-        while (::read(pipeEnds[0], wakes, sizeof wakes) > 0) {
-        }
+        eventfd_t count = 0;
+        ::eventfd_read(wakes, &count);
         quit();
     });
 

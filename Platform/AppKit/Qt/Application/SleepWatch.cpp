@@ -3,8 +3,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QDBusUnixFileDescriptor>
 
 #include <cstdlib>
@@ -55,6 +54,10 @@ private slots:
         else
             askForDelay();
     }
+    void take(const QDBusMessage& answer) {
+        const QDBusReply<QDBusUnixFileDescriptor> delay = answer;
+        if (m_wanted && !m_sleeps) m_delay = delay.value();
+    }
 
 private:
     /// The bus library waits for its bus while it connects, so it is let only to one that answers.
@@ -79,28 +82,18 @@ private:
     }
 
     void askForDelay() {
-        if (!m_wanted || m_sleeps || m_isAsking || m_delay.isValid()) return;
-        m_isAsking = true;
+        if (!m_wanted || m_sleeps || m_delay.isValid()) return;
         auto question = QDBusMessage::createMethodCall(service, path, manager, "Inhibit");
         question << "sleep" << QCoreApplication::applicationName()
                  << "The screens are covered before they go dark"
                  << "delay";
         question.setAutoStartService(false);
-        auto* watcher = new QDBusPendingCallWatcher(m_bus->asyncCall(question), this);
-        connect(watcher, &QDBusPendingCallWatcher::finished, this, &SleepWatch::take);
-        connect(watcher, &QDBusPendingCallWatcher::finished, watcher, &QObject::deleteLater);
-    }
-
-    void take(QDBusPendingCallWatcher* answer) {
-        m_isAsking = false;
-        const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *answer;
-        if (reply.isValid() && m_wanted && !m_sleeps) m_delay = reply.value();
+        m_bus->callWithCallback(question, this, SLOT(take(QDBusMessage)));
     }
 
     std::optional<QDBusConnection> m_bus;
     QDBusUnixFileDescriptor m_delay; ///< While it is open, the machine waits.
     bool m_isLooking = false;
-    bool m_isAsking = false;
     bool m_wanted = false;
     bool m_sleeps = false;
 };
