@@ -65,10 +65,10 @@ public:
 
     /// The event that is being handled.
     const std::optional<NSEvent>& currentEvent() const { return m_currentEvent; }
+    /// It is the one while the work runs.
+    void handle(const NSEvent& event, const std::function<void()>& work);
 
 private:
-    friend class CurrentEvent;
-
     NSApplication();
     void reopen();
 

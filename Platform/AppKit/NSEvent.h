@@ -26,8 +26,9 @@ enum NSEventModifierFlags : NSUInteger {
 /// One event of the mouse: what happened, and the modifiers that were held, NSEventModifierFlags.
 class NSEvent {
 public:
-    NSEvent(NSEventType type, NSUInteger modifierFlags)
-        : m_type(type), m_modifierFlags(modifierFlags) {}
+    /// The location is the pointer's on the screen, where that is known.
+    NSEvent(NSEventType type, NSUInteger modifierFlags, std::optional<NSPoint> location = {})
+        : m_type(type), m_modifierFlags(modifierFlags), m_location(location) {}
     NSEventType type() const { return m_type; }
     NSUInteger modifierFlags() const { return m_modifierFlags; }
 
@@ -37,4 +38,5 @@ public:
 private:
     NSEventType m_type;
     NSUInteger m_modifierFlags;
+    std::optional<NSPoint> m_location;
 };

@@ -44,9 +44,8 @@ public:
 
     /// A symbol's; empty for other images.
     const std::string& name() const { return m_name; }
-    const std::optional<std::string>& accessibilityDescription() const {
-        return m_accessibilityDescription;
-    }
+    /// Empty where there is none.
+    const std::string& accessibilityDescription() const { return m_accessibilityDescription; }
 
     /// In points.
     const NSSize& size() const { return m_size; }
@@ -63,7 +62,7 @@ private:
     static std::shared_ptr<NSImage> symbol(const std::string& name, double pointSize);
 
     std::string m_name;
-    std::optional<std::string> m_accessibilityDescription;
+    std::string m_accessibilityDescription;
     NSSize m_size;
     bool m_flipped;
     DrawingHandler m_drawingHandler;

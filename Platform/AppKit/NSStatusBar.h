@@ -27,14 +27,12 @@ public:
     bool isMenuOpen() const;
 
     /// The tray delivers its clicks here.
-    void mouseUp(const NSEvent& event) { sendActionFor(event); }
-    void rightMouseUp(const NSEvent& event) { sendActionFor(event); }
+    void mouseUp(const NSEvent& event);
 
 private:
     friend class NSStatusItem;
 
     void sendAction();
-    void sendActionFor(const NSEvent& event);
 
     std::weak_ptr<NSObject> m_target;
     SEL m_action;
@@ -54,7 +52,6 @@ public:
     const std::shared_ptr<NSStatusBarButton>& button() const { return m_button; }
 
     /// While a menu is attached, a click opens it in place of the action.
-    const std::shared_ptr<NSMenu>& menu() const { return m_button->m_menu; }
     void setMenu(std::shared_ptr<NSMenu> menu) { m_button->m_menu = std::move(menu); }
 
 private:

@@ -1,6 +1,6 @@
 #include "AppKit/NSStatusBar.h"
 
-#include "AppKit/Qt/Application/CurrentEvent.h"
+#include "AppKit/NSApplication.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"
 #include "AppKit/Qt/StatusItem/TrayIcon.h"
 
@@ -31,10 +31,11 @@ void NSStatusBarButton::sendAction() {
     if (const auto target = m_target.lock()) m_action.send(*target, *this);
 }
 
-void NSStatusBarButton::sendActionFor(const NSEvent& event) {
-    const CurrentEvent current(event);
-    if (m_menu)
-        performClick(nullptr);
-    else if (m_actionMask & (1UL << event.type()))
-        sendAction();
+void NSStatusBarButton::mouseUp(const NSEvent& event) {
+    NSApp->handle(event, [&] {
+        if (m_menu)
+            performClick(nullptr);
+        else if (m_actionMask & (1UL << event.type()))
+            sendAction();
+    });
 }

@@ -1,6 +1,5 @@
 #include "AppKit/NSApplication.h"
 #include "AppKit/NSAlert.h"
-#include "AppKit/Qt/Application/CurrentEvent.h"
 #include "AppKit/Qt/Application/Launch.h"
 #include "AppKit/Qt/Panels/PanelWindow.h"
 #include "AppKit/Qt/Windows/ContentWindow.h"
@@ -14,6 +13,7 @@
 #include <QEventLoop>
 #include <QIcon>
 #include <QLoggingCategory>
+#include <QScopedValueRollback>
 #include <QWindow>
 
 #include <algorithm>
@@ -28,8 +28,6 @@ using WindowServer::Session;
 NSApplication* NSApp = nullptr;
 
 namespace {
-
-std::optional<NSPoint> theMouseLocation; ///< Of the event that is being handled.
 
 /// The process holds what stands on the screens: no core file and no debugger may take it away.
 void harden() {
@@ -171,15 +169,12 @@ void NSApplication::stopModalWithCode(NSInteger code) {
     if (m_stopModal) m_stopModal(code);
 }
 
-CurrentEvent::CurrentEvent(const NSEvent& event, std::optional<NSPoint> mouseLocation)
-    : m_previous(std::exchange(NSApp->m_currentEvent, event)),
-      m_previousLocation(std::exchange(theMouseLocation, mouseLocation)) {}
-
-CurrentEvent::~CurrentEvent() {
-    NSApp->m_currentEvent = m_previous;
-    theMouseLocation = m_previousLocation;
+void NSApplication::handle(const NSEvent& event, const std::function<void()>& work) {
+    const QScopedValueRollback current(m_currentEvent, std::optional(event));
+    work();
 }
 
 NSPoint NSEvent::mouseLocation() {
-    return theMouseLocation ? *theMouseLocation : pointFrom(QCursor::pos());
+    const auto& event = NSApp->currentEvent();
+    return event && event->m_location ? *event->m_location : pointFrom(QCursor::pos());
 }

@@ -75,7 +75,7 @@ NSImage::imageWithSystemSymbolName(const std::string& name,
     if (!QFile::exists(symbolFile(name))) return nullptr;
     constexpr double systemFontSize = 13;
     const auto image = symbol(name, systemFontSize);
-    image->m_accessibilityDescription = accessibilityDescription;
+    image->m_accessibilityDescription = accessibilityDescription.value_or("");
     return image;
 }
 

@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Panels/PanelWindow.h"
 
-#include "AppKit/Qt/Application/CurrentEvent.h"
+#include "AppKit/NSApplication.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"
 #include "AppKit/Qt/Panels/PanelPicture.h"
 #include "AppKit/Qt/Windows/Accessible.h"
@@ -24,10 +24,6 @@ namespace {
 
 /// So long the windows behind may take to redraw what has come to light.
 constexpr int lookAfterMilliseconds = 60;
-
-NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers) {
-    return {type, modifiers & Qt::ControlModifier ? NSUInteger{NSEventModifierFlagControl} : 0};
-}
 
 /// The output that holds the middle of the frame.
 std::string outputAt(const NSRect& frame) {
@@ -233,7 +229,7 @@ private:
         const auto self = shared_from_this();
         const NSPoint middle = {CGRectGetMidX(m_window->frame()), CGRectGetMidY(m_window->frame())};
         const auto at = [&](Handler handler, NSEventType type) {
-            if (view()) deliver(handler, *view(), eventOf(type, {}), middle);
+            if (view()) deliver(handler, *view(), eventOf(type, {}, middle));
         };
         at(&NSView::mouseDown, NSEventTypeLeftMouseDown);
         at(&NSView::mouseUp, NSEventTypeLeftMouseUp);
@@ -313,10 +309,10 @@ private:
 
     void send(Handler handler, NSEventType type, const QMouseEvent& event) {
         if (!view()) return;
-        const NSEvent translated = eventOf(type, event.modifiers());
+        const NSEvent translated = eventOf(type, event.modifiers(), pointFrom(m_mouse));
         const bool first = QGuiApplication::applicationState() != Qt::ApplicationActive;
         if (first && !view()->acceptsFirstMouse(translated)) return;
-        deliver(handler, *view(), translated, pointFrom(m_mouse));
+        deliver(handler, *view(), translated);
     }
 
     /// The view is not told while a menu is open: the pointer is the menu's then.
@@ -333,17 +329,15 @@ private:
         const NSEvent event = eventOf(type, QGuiApplication::queryKeyboardModifiers());
         for (const auto& area : std::vector(view()->trackingAreas()))
             if (area->options() & NSTrackingMouseEnteredAndExited)
-                deliver(handler, *area->owner(), event, {});
+                deliver(handler, *area->owner(), event);
     }
 
     /// The handler may end the window, and open a menu that runs the event loop meanwhile.
-    void deliver(Handler handler, NSView& view, const NSEvent& event,
-                 std::optional<NSPoint> location) {
+    void deliver(Handler handler, NSView& view, const NSEvent& event) {
         const auto self = shared_from_this();
         const auto content = m_window->contentView();
-        const CurrentEvent current(event, location);
         ++m_delivering;
-        (view.*handler)(event);
+        NSApp->handle(event, [&] { (view.*handler)(event); });
         --m_delivering;
     }
 

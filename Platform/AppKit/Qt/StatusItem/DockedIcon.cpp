@@ -1,4 +1,3 @@
-#include "AppKit/NSStatusBar.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/Qt/StatusItem/TrayIcon.h"
 #include "AppKit/Qt/Windows/Accessible.h"
@@ -17,13 +16,6 @@ using WindowServer::Snapshot;
 
 namespace {
 
-QImage imageOf(const Snapshot& snapshot) {
-    if (snapshot.pixels.empty()) return {};
-    return QImage(reinterpret_cast<const uchar*>(snapshot.pixels.data()), snapshot.area.width,
-                  snapshot.area.height, QImage::Format_RGB32)
-        .copy();
-}
-
 /// Black or white, whichever stands out more from the ground.
 QColor inkOn(const Snapshot& ground) {
     const auto light = [](int sum, uint32_t pixel) { return sum + qGray(pixel); };
@@ -35,7 +27,7 @@ class DockedIcon : public QWidget, public TrayItem, public Accessible {
 public:
     explicit DockedIcon(NSStatusBarButton& button)
         : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
-          m_button(button), m_look(Session::current().tray().look()),
+          TrayItem(button), m_look(Session::current().tray().look()),
           m_ink(m_look.ink ? QColor(*m_look.ink) : palette().color(QPalette::WindowText)) {
         setAttribute(Qt::WA_TranslucentBackground, m_look.translucent);
         setAttribute(Qt::WA_AlwaysShowToolTips);
@@ -54,9 +46,7 @@ public:
 
     void refresh() override {
         setToolTip(QString::fromStdString(m_button.toolTip()));
-        if (const auto& image = m_button.image())
-            setAccessibleName(
-                QString::fromStdString(image->accessibilityDescription().value_or("")));
+        setAccessibleName(description());
         update();
     }
 
@@ -77,14 +67,15 @@ protected:
             painter.fillRect(rect(), Qt::transparent);
             painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         }
-        if (!m_ground.isNull()) painter.drawImage(rect(), m_ground);
-        if (!m_button.image()) return;
+        const auto& [area, pixels] = m_ground;
+        if (!pixels.empty())
+            painter.drawImage(rect(), QImage(reinterpret_cast<const uchar*>(pixels.data()),
+                                             area.width, area.height, QImage::Format_RGB32));
         const double scale = devicePixelRatioF();
-        const QSize pixels = (QSizeF(size()) * scale).toSize();
-        QImage picture =
-            pictureOf(*m_button.image(), std::min(pixels.width(), pixels.height()), m_ink);
+        const QSize whole = (QSizeF(size()) * scale).toSize();
+        QImage picture = pictureOf(image(), std::min(whole.width(), whole.height()), m_ink);
         picture.setDevicePixelRatio(scale);
-        const QSize rest = (pixels - picture.size()) / 2; // In whole pixels, which keeps it sharp.
+        const QSize rest = (whole - picture.size()) / 2; // In whole pixels, which keeps it sharp.
         painter.drawImage(QPointF(rest.width(), rest.height()) / scale, picture);
     }
 
@@ -115,18 +106,13 @@ private:
         const Snapshot ground = m_look.translucent
                                     ? Session::current().windows().hold(winId())->grabAround(1)
                                     : Session::current().tray().groundOfDocked();
-        if (!m_look.translucent) m_ground = imageOf(ground);
+        if (!m_look.translucent) m_ground = ground;
         if (!m_look.ink && !ground.pixels.empty()) m_ink = inkOn(ground);
         update();
     }
 
-    void click(NSEventType type, Qt::KeyboardModifiers modifiers = {}) {
-        ::click(*this, m_button, type, modifiers);
-    }
-
-    NSStatusBarButton& m_button;
     const WindowServer::TrayLook m_look;
-    QImage m_ground; ///< Empty where the tray's shows through, or is not known.
+    Snapshot m_ground; ///< Empty where the tray's shows through, or is not known.
     QColor m_ink;
     Qt::MouseButton m_pressed = Qt::NoButton;
     QPoint m_corner; ///< On the screen. The tray may move it without telling.

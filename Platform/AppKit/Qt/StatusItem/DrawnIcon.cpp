@@ -1,4 +1,3 @@
-#include "AppKit/NSStatusBar.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/Qt/StatusItem/TrayIcon.h"
 #include "WindowServer/Session.h"
@@ -30,13 +29,12 @@ QRect rectOf(const PixelRect& pixels) {
     return {origin + (corner - origin) / scale, QSize(pixels.width, pixels.height) / scale};
 }
 
-class DrawnIcon : public QObject, public TrayItem {
+class DrawnIcon : public TrayItem {
 public:
-    explicit DrawnIcon(NSStatusBarButton& button) : m_button(button) {
+    explicit DrawnIcon(NSStatusBarButton& button) : TrayItem(button) {
         Session::current().tray().onPressed = [this](const TrayPress& press) {
             m_place = rectOf(press.place);
-            click(*this, m_button,
-                  press.secondary ? NSEventTypeRightMouseUp : NSEventTypeLeftMouseUp,
+            click(press.secondary ? NSEventTypeRightMouseUp : NSEventTypeLeftMouseUp,
                   press.control ? Qt::ControlModifier : Qt::NoModifier);
         };
         refresh();
@@ -47,15 +45,13 @@ public:
     }
 
     void refresh() override {
-        const auto& image = m_button.image();
-        if (!image) return;
-        TrayFace face{.symbol = themeNameOf(*image).toStdString(),
+        TrayFace face{.symbol = themeNameOf(image()).toStdString(),
                       .picture = {},
-                      .description = image->accessibilityDescription().value_or("")};
+                      .description = image().accessibilityDescription()};
         if (face.symbol.empty()) {
             constexpr int side = 64; // The tray scales it down.
             QBuffer png;
-            pictureOf(*image, side, Qt::white).save(&png, "PNG"); // Such panels are dark.
+            pictureOf(image(), side, Qt::white).save(&png, "PNG"); // Such panels are dark.
             face.picture.assign(png.data().begin(), png.data().end());
         }
         Session::current().tray().draw(face);
@@ -64,7 +60,6 @@ public:
     QRect place() const override { return m_place; }
 
 private:
-    NSStatusBarButton& m_button;
     QRect m_place; ///< As of the last press.
 };
 

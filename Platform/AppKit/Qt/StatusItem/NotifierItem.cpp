@@ -1,4 +1,3 @@
-#include "AppKit/NSStatusBar.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/Qt/StatusItem/TrayIcon.h"
 
@@ -79,7 +78,7 @@ class NotifierItem : public QObject, public TrayItem {
 
 public:
     explicit NotifierItem(NSStatusBarButton& button)
-        : m_button(button), m_bus(QDBusConnection::sessionBus()) {
+        : TrayItem(button), m_bus(QDBusConnection::sessionBus()) {
         qDBusRegisterMetaType<NotifierPicture>();
         qDBusRegisterMetaType<NotifierPictures>();
         qDBusRegisterMetaType<NotifierToolTip>();
@@ -116,21 +115,13 @@ public:
     /// What trays read out: the program, and what a click does next.
     QString title() const { return QCoreApplication::applicationName() + ": " + description(); }
 
-    QString description() const {
-        const auto& image = m_button.image();
-        return QString::fromStdString(image ? image->accessibilityDescription().value_or("") : "");
-    }
-
-    QString iconName() const {
-        return m_button.image() ? themeNameOf(*m_button.image()) : QString();
-    }
+    QString iconName() const { return themeNameOf(image()); }
 
     NotifierPictures iconPixmap() const {
         NotifierPictures pictures;
-        if (!m_button.image()) return pictures;
         const QColor ink(0x76, 0x76, 0x76); // Stands out from light grounds and dark ones alike.
         for (const int side : {16, 22, 24, 32, 44, 48, 64}) // The usual ones, and twice those.
-            pictures.append(pictureFrom(pictureOf(*m_button.image(), side, ink)));
+            pictures.append(pictureFrom(pictureOf(image(), side, ink)));
         return pictures;
     }
 
@@ -143,11 +134,11 @@ public slots:
     // which keys were held.
     void Activate(int x, int y) {
         m_clicked = {x, y};
-        click(*this, m_button, NSEventTypeLeftMouseUp, QGuiApplication::queryKeyboardModifiers());
+        click(NSEventTypeLeftMouseUp, QGuiApplication::queryKeyboardModifiers());
     }
     void ContextMenu(int x, int y) {
         m_clicked = {x, y};
-        click(*this, m_button, NSEventTypeRightMouseUp, {});
+        click(NSEventTypeRightMouseUp);
     }
 
 signals:
@@ -156,7 +147,6 @@ signals:
     void NewToolTip();
 
 private:
-    NSStatusBarButton& m_button;
     QPoint m_clicked;
     QDBusConnection m_bus;
 };

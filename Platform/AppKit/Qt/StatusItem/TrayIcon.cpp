@@ -1,13 +1,12 @@
 #include "AppKit/Qt/StatusItem/TrayIcon.h"
 
-#include "AppKit/NSStatusBar.h"
+#include "AppKit/Qt/Windows/Coordinates.h"
 #include "WindowServer/Session.h"
 
 #include <QCursor>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusVariant>
 
 using WindowServer::Session;
 
@@ -21,14 +20,9 @@ bool isServersTrayGoBetween() {
 
 } // namespace
 
-void click(QObject& item, NSStatusBarButton& button, NSEventType type,
-           Qt::KeyboardModifiers modifiers) {
-    const bool control = modifiers & Qt::ControlModifier;
-    const NSEvent event(type, control ? NSUInteger{NSEventModifierFlagControl} : 0);
-    const auto deliver = [&button, event] {
-        event.type() == NSEventTypeLeftMouseUp ? button.mouseUp(event) : button.rightMouseUp(event);
-    };
-    QMetaObject::invokeMethod(&item, deliver, Qt::QueuedConnection);
+void TrayItem::click(NSEventType type, Qt::KeyboardModifiers modifiers) {
+    const auto deliver = [this, event = eventOf(type, modifiers)] { m_button.mouseUp(event); };
+    QMetaObject::invokeMethod(&m_life, deliver, Qt::QueuedConnection);
 }
 
 TrayIcon::TrayIcon(NSStatusBarButton& button)
@@ -60,13 +54,12 @@ void TrayIcon::askForHost() {
                                                    "org.freedesktop.DBus.Properties", "Get");
     question << notifierWatcher << "IsStatusNotifierHostRegistered";
     question.setAutoStartService(false);
-    auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        answer->deleteLater();
-        const QDBusPendingReply<QDBusVariant> hasHost = *answer;
-        m_hasHost = hasHost.isValid() && hasHost.value().variant().toBool();
-        choose();
-    });
+    bus.callWithCallback(question, this, SLOT(take(QDBusMessage)), SLOT(take()));
+}
+
+void TrayIcon::take(const QDBusMessage& answer) {
+    m_hasHost = answer.arguments().value(0).value<QDBusVariant>().variant().toBool();
+    choose();
 }
 
 TrayIcon::Tray TrayIcon::best() const {

@@ -1,22 +1,36 @@
 #pragma once
 
-#include "AppKit/NSEvent.h"
+#include "AppKit/NSStatusBar.h"
 
+#include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QRect>
 
-class NSStatusBarButton;
-
-/// A status bar's button as one kind of tray shows it.
+/// A status bar's button as one kind of tray shows it, while it has an image.
 class TrayItem {
 public:
+    explicit TrayItem(NSStatusBarButton& button) : m_button(button) {}
     virtual ~TrayItem() = default;
 
     /// Shows the button's image and texts as they are now.
     virtual void refresh() = 0;
     /// Where it stands on the screen; the pointer's place where the tray does not tell.
     virtual QRect place() const = 0;
+
+protected:
+    const NSImage& image() const { return *m_button.image(); }
+    QString description() const {
+        return QString::fromStdString(image().accessibilityDescription());
+    }
+    /// Lets the button answer, unless the item is gone then, once the call at hand is done: no tray
+    /// waits for a menu to close.
+    void click(NSEventType type, Qt::KeyboardModifiers modifiers = {});
+
+    NSStatusBarButton& m_button;
+
+private:
+    QObject m_life; ///< Clicks end with it.
 };
 
 /// In a tray on the X server: a window that the tray takes in, and that shows its ground.
@@ -32,11 +46,6 @@ std::unique_ptr<TrayItem> drawnIcon(NSStatusBarButton& button);
 /// Whom an item on the bus makes itself known to.
 inline const QString notifierWatcher = "org.kde.StatusNotifierWatcher";
 inline const QString notifierWatcherPath = "/StatusNotifierWatcher";
-
-/// Lets the button answer to a click, unless the item is gone then, once the call at hand is done:
-/// no tray waits for a menu to close.
-void click(QObject& item, NSStatusBarButton& button, NSEventType type,
-           Qt::KeyboardModifiers modifiers);
 
 /// A status bar's button in the desktop's tray. One on the X server comes first: there clicks, menu
 /// and accessible element are the program's own, where many a tray on the bus draws menus itself,
@@ -54,6 +63,7 @@ public:
 
 private slots:
     void askForHost();
+    void take(const QDBusMessage& answer = {});
 
 private:
     enum class Tray { None, Drawn, OnServer, OnBus };

@@ -35,3 +35,9 @@ NSRect frameOf(const QRect& rect) {
     return CGRectMake(rect.x() - zero.x(), zero.y() - rect.y() - rect.height(), rect.width(),
                       rect.height());
 }
+
+NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers,
+                std::optional<NSPoint> location) {
+    const bool control = modifiers & Qt::ControlModifier;
+    return {type, control ? NSUInteger{NSEventModifierFlagControl} : 0, location};
+}

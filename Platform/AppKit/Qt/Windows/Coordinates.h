@@ -1,11 +1,13 @@
 // Between the platform's coordinates, y up from the lower left of the first screen, and the
-// toolkit's, y down. Both count in points.
+// toolkit's, y down. Both count in points. And between the events of either.
 #pragma once
 
-#include "Foundation/NSObject.h"
+#include "AppKit/NSEvent.h"
 
 #include <QRect>
 
 NSPoint pointFrom(const QPointF& point);
 QRect rectOf(const NSRect& rect);
 NSRect frameOf(const QRect& rect);
+NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers,
+                std::optional<NSPoint> location = {});
