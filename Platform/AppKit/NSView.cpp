@@ -69,12 +69,12 @@ void NSView::viewDidMoveToWindow() {
 
 void NSView::setToolTip(const std::string& toolTip) {
     m_toolTip = toolTip;
-    if (NSWindow* const target = window()) target->viewTextsChanged();
+    if (NSWindow* const target = window()) target->textsChanged();
 }
 
 void NSView::setAccessibilityLabel(const std::string& label) {
     m_accessibilityLabel = label;
-    if (NSWindow* const target = window()) target->viewTextsChanged();
+    if (NSWindow* const target = window()) target->textsChanged();
 }
 
 void NSView::setNeedsDisplay(bool needsDisplay) {

@@ -28,17 +28,16 @@ enum NSTrackingAreaOptions : NSUInteger {
     NSTrackingInVisibleRect = 0x200,
 };
 
-/// Makes a view hear of the pointer. The whole view counts, whatever the rectangle.
+/// Makes a view hear of the pointer as it enters and leaves. The whole view counts, whatever the
+/// rectangle, and whichever application is active.
 class NSTrackingArea : public NSObject {
 public:
     /// The owner hears of the pointer. It is not retained: as a rule the area is its own.
-    NSTrackingArea(const NSRect&, NSUInteger options, NSView* owner, const id& /*userInfo*/)
-        : m_options(options), m_owner(owner) {}
-    NSUInteger options() const { return m_options; }
+    NSTrackingArea(const NSRect&, NSUInteger /*options*/, NSView* owner, const id& /*userInfo*/)
+        : m_owner(owner) {}
     NSView* owner() const { return m_owner; }
 
 private:
-    NSUInteger m_options;
     NSView* m_owner;
 };
 

@@ -73,17 +73,6 @@ NSWindow::windowWithContentViewController(std::shared_ptr<NSViewController> cont
 
 NSInteger NSWindow::windowNumber() const { return m_native->number(); }
 
-void NSWindow::setTitle(const std::string& title) {
-    if (m_title == title) return;
-    m_title = title;
-    m_native->setTitle(title);
-}
-
-void NSWindow::setIdentifier(const std::string& identifier) {
-    m_identifier = identifier;
-    m_native->setIdentifier(identifier);
-}
-
 void NSWindow::setFrame(const NSRect& frame, bool) {
     m_move.reset();
     moveTo(frame);
@@ -160,12 +149,6 @@ void NSWindow::Animator::setAlphaValue(double alpha) {
     });
 }
 
-void NSWindow::setIgnoresMouseEvents(bool ignores) {
-    if (m_ignoresMouseEvents == ignores) return;
-    m_ignoresMouseEvents = ignores;
-    m_native->setIgnoresMouseEvents(ignores);
-}
-
 void NSWindow::setBackgroundColor(const NSColor& color) {
     m_backgroundColor = color;
     setViewsNeedDisplay(true);
@@ -181,14 +164,14 @@ void NSWindow::setContentView(std::shared_ptr<NSView> view) {
     m_contentView->setFrame({{}, m_frame.size});
     m_contentView->viewDidMoveToWindow();
     setViewsNeedDisplay(true);
-    viewTextsChanged();
+    textsChanged();
 }
 
 void NSWindow::setViewsNeedDisplay(bool needDisplay) {
     if (needDisplay) m_native->displayViews();
 }
 
-void NSWindow::viewTextsChanged() { m_native->describeViews(); }
+void NSWindow::textsChanged() { m_native->describe(); }
 
 void NSWindow::orderFrontRegardless() {
     m_visible = true;

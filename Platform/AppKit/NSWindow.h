@@ -90,12 +90,18 @@ public:
     NSInteger windowNumber() const;
 
     const std::string& title() const { return m_title; }
-    void setTitle(const std::string& title);
+    void setTitle(const std::string& title) {
+        m_title = title;
+        textsChanged();
+    }
 
     /// What kind of window it is, before it is first shown: a cover or a panel is known to other
     /// programs by it and its screen's name, "cover:DP-1".
     const std::string& identifier() const { return m_identifier; }
-    void setIdentifier(const std::string& identifier);
+    void setIdentifier(const std::string& identifier) {
+        m_identifier = identifier;
+        textsChanged();
+    }
 
     /// Without the title bar.
     NSRect frame() const { return m_frame; }
@@ -127,7 +133,11 @@ public:
     };
     Animator animator() { return Animator(*this); }
     bool ignoresMouseEvents() const { return m_ignoresMouseEvents; }
-    void setIgnoresMouseEvents(bool ignores);
+    /// To be set before the window is first shown.
+    void setIgnoresMouseEvents(bool ignores) {
+        m_ignoresMouseEvents = ignores;
+        textsChanged();
+    }
 
     NSColor backgroundColor() const { return m_backgroundColor; }
     void setBackgroundColor(const NSColor& color);
@@ -138,7 +148,7 @@ public:
     /// Called by the views as their looks change.
     void setViewsNeedDisplay(bool needDisplay);
     /// Called by the views as what they say of themselves changes.
-    void viewTextsChanged();
+    void textsChanged();
 
     bool isVisible() const { return m_visible; }
     void orderFrontRegardless();

@@ -1,7 +1,6 @@
 #include "AppKit/NSApplication.h"
 #include "AppKit/NSAlert.h"
 #include "AppKit/Qt/Application/Launch.h"
-#include "AppKit/Qt/Panels/PanelWindow.h"
 #include "AppKit/Qt/Windows/ContentWindow.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 #include "Foundation/NSBundle+Private.h"
@@ -114,8 +113,8 @@ NSApplication::NSApplication() {
             NSApplicationDidChangeScreenParametersNotification, nullptr);
     };
     session.windows().onCompositingChanged = [] {
-        renewPanels();
-        ContentWindow::compositingChanged();
+        for (NativeWindow* window : NativeWindow::all())
+            window->checkForm();
     };
     session.surfaces().onCovered =
         watchSleep([](bool sleeps) { Session::current().surfaces().setResting(sleeps); });
@@ -156,7 +155,8 @@ NSInteger NSApplication::runModalForWindow(NSWindow& window) {
         result = code;
         loop.quit();
     });
-    dynamic_cast<ContentWindow&>(*window.m_native).setModal(true);
+    // To the toolkit it is modal to no other window: ModalInput keeps the input from them.
+    dynamic_cast<ContentWindow&>(*window.m_native).setWindowModality(Qt::WindowModal);
     if (!window.isVisible()) window.center();
     window.makeKeyAndOrderFront(nullptr);
     loop.exec();

@@ -2,8 +2,8 @@
 
 #include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/Qt/Panels/PanelPicture.h"
-#include "AppKit/Qt/Panels/PanelWindow.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
+#include "AppKit/Qt/Windows/NativeWindow.h"
 #include "WindowServer/Session.h"
 
 #include <QGuiApplication>
@@ -208,7 +208,9 @@ void run(const std::shared_ptr<NSMenu>& menu,
          const std::function<QPoint(const QSize&)>& cornerFor) {
     if (!menu || menu->itemArray().empty()) return;
     const Item chosen = open(*menu, cornerFor);
-    if (!isAnyMenuOpen()) tellPanelsOfClosedMenu();
+    if (!isAnyMenuOpen())
+        for (NativeWindow* window : NativeWindow::all())
+            window->menuClosed();
     if (const auto delegate = menu->delegate()) delegate->menuDidClose(*menu);
     const auto target = chosen ? chosen->target() : nullptr;
     if (target) chosen->action().send(*target, *chosen);

@@ -1,10 +1,9 @@
-#include "AppKit/Qt/Panels/PanelWindow.h"
-
 #include "AppKit/NSApplication.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"
 #include "AppKit/Qt/Panels/PanelPicture.h"
 #include "AppKit/Qt/Windows/Accessible.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
+#include "AppKit/Qt/Windows/NativeWindow.h"
 #include "WindowServer/Session.h"
 
 #include <QApplication>
@@ -56,47 +55,34 @@ public:
 
     /// Its owner has dropped it.
     static void drop(PanelWindow* panel) {
-        if (panel->m_isShown) panel->leave();
+        if (panel->m_held) panel->leave();
         panel->deleteLater();
     }
 
-    template <class Work> static void forAllShown(Work work) {
-        for (QWidget* widget : QApplication::topLevelWidgets())
-            if (auto* panel = dynamic_cast<PanelWindow*>(widget); panel && panel->m_isShown)
-                work(*panel);
-    }
-
     /// A press that is under way is waited for.
-    void checkForm() {
-        if (m_isShown && !m_pressed &&
-            m_translucent != Session::current().windows().areComposited())
+    void checkForm() override {
+        if (m_held && !m_pressed && m_translucent != Session::current().windows().areComposited())
             comeAnew();
     }
 
     /// The release of a press went to the menu, and the pointer may have left meanwhile.
-    void menuClosed() {
+    void menuClosed() override {
+        if (!m_held) return;
         m_pressed = false;
         m_look.start(); // The menu may have hidden what lies behind.
         tellTrackers();
         checkForm();
     }
 
-    NSInteger number() const override { return m_isShown ? static_cast<NSInteger>(winId()) : 0; }
-    void setTitle(const std::string&) override { describeViews(); }
+    NSInteger number() const override { return m_held ? static_cast<NSInteger>(winId()) : 0; }
 
     /// Past the toolkit, which takes another program's move for the user's, and then drops its own
     /// move to the place where it believes the window to be.
     void setFrame(const NSRect&) override {
-        if (!m_isShown) return;
+        if (!m_held) return;
         if (!m_held->place(frameOf(place()))) setGeometry(place());
         if (!m_look.isActive()) m_look.start();
     }
-
-    void setLevel(NSInteger level) override {
-        if (m_isShown) m_held->setLevel(static_cast<int>(level));
-    }
-
-    void setIgnoresMouseEvents(bool) override { displayViews(); }
 
     void setAlpha(double alpha) override {
         const double before = std::exchange(m_alpha, alpha);
@@ -105,14 +91,14 @@ public:
     }
 
     void displayViews() override {
-        if (!m_isShown) return;
+        if (!m_held) return;
         m_picture = {};
         m_look.start();
         update();
     }
 
-    void describeViews() override {
-        if (!m_isShown) return;
+    void describe() override {
+        if (!m_held) return;
         setWindowTitle(QString::fromStdString(m_window->title()));
         if (!view()) return;
         // A tool tip that is on the screen changes with it.
@@ -123,8 +109,7 @@ public:
     }
 
     void orderFront() override {
-        if (m_isShown) return;
-        m_isShown = true;
+        if (m_held) return;
         m_translucent = Session::current().windows().areComposited();
         m_margin = m_translucent && m_window->hasShadow() ? softShadowMargin : 0;
         m_alpha = m_window->alphaValue();
@@ -132,14 +117,14 @@ public:
         create();
         m_held = Session::current().windows().hold(winId());
         windowHandle()->installEventFilter(this);
-        describeViews();
+        describe();
         setGeometry(place());
         setFrame(m_window->frame());
         m_held->setName(m_window->identifier() + ':' + outputAt(m_window->frame()));
         m_held->onGone = [this] { comeAnew(); };
         if (m_margin > 0)
             m_held->setShadowMargin(static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
-        setLevel(m_window->level());
+        m_held->setLevel(static_cast<int>(m_window->level()));
         draw(devicePixelRatioF());
         lookBehind();
         show();
@@ -147,8 +132,7 @@ public:
     }
 
     void orderOut() override {
-        if (!m_isShown) return;
-        const auto self = shared_from_this();
+        if (!m_held) return;
         NSWindow& window = *m_window;
         leave();
         renew(window);
@@ -176,7 +160,7 @@ protected:
     void closeEvent(QCloseEvent* event) override { event->ignore(); }
 
     void paintEvent(QPaintEvent*) override {
-        if (!m_isShown) return;
+        if (!m_held) return;
         QPainter painter(this);
         const double scale = scaleOf(painter);
         const QSize size(static_cast<int>(std::lround(m_window->frame().size.width * scale)),
@@ -222,11 +206,10 @@ private:
     using Handler = void (NSView::*)(const NSEvent&);
 
     /// Null off the screen.
-    NSView* view() const { return m_isShown ? m_window->contentView().get() : nullptr; }
+    NSView* view() const { return m_held ? m_window->contentView().get() : nullptr; }
 
     void press() {
-        if (!m_isShown) return;
-        const auto self = shared_from_this();
+        if (!m_held) return;
         const NSPoint middle = {CGRectGetMidX(m_window->frame()), CGRectGetMidY(m_window->frame())};
         const auto at = [&](Handler handler, NSEventType type) {
             if (view()) deliver(handler, *view(), eventOf(type, {}, middle));
@@ -237,10 +220,9 @@ private:
 
     /// The new one hears for itself whether the pointer is there.
     void comeAnew() {
-        const auto self = shared_from_this();
         m_hovered = false;
         tellTrackers();
-        if (!m_isShown) return;
+        if (!m_held) return;
         NSWindow& window = *m_window;
         leave();
         renew(window).orderFront();
@@ -249,12 +231,8 @@ private:
     void leave() {
         m_held.reset();
         m_window = nullptr;
-        m_isShown = false;
         m_look.stop();
         hide();
-        // The toolkit would go on with a drag in a window that is only hidden. So it is destroyed
-        // at once, but not in the middle of an event of its own.
-        if (m_delivering == 0) destroy();
     }
 
     /// With the shadow. The toolkit knows whole points alone.
@@ -283,7 +261,7 @@ private:
 
     /// Looks once: what changes later behind a panel that rests does not show through.
     void lookBehind() {
-        if (m_translucent || !m_isShown) return;
+        if (m_translucent || !m_held) return;
         if (m_picture.isNull()) draw(devicePixelRatioF());
         constexpr int rim = 2;
         const QImage behind = estimateBehind(m_picture, m_held->grabAround(rim), hiddenByOurs());
@@ -328,22 +306,18 @@ private:
         const auto type = m_hovered ? NSEventTypeMouseEntered : NSEventTypeMouseExited;
         const NSEvent event = eventOf(type, QGuiApplication::queryKeyboardModifiers());
         for (const auto& area : std::vector(view()->trackingAreas()))
-            if (area->options() & NSTrackingMouseEnteredAndExited)
-                deliver(handler, *area->owner(), event);
+            deliver(handler, *area->owner(), event);
     }
 
     /// The handler may end the window, and open a menu that runs the event loop meanwhile.
     void deliver(Handler handler, NSView& view, const NSEvent& event) {
         const auto self = shared_from_this();
         const auto content = m_window->contentView();
-        ++m_delivering;
         NSApp->handle(event, [&] { (view.*handler)(event); });
-        --m_delivering;
     }
 
     NSWindow* m_window;                                  ///< Null once it has left.
     std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While it is shown.
-    bool m_isShown = false;
     bool m_translucent = false;
     int m_margin = 0;  ///< For the shadow, in points.
     QImage m_picture;  ///< Empty while it is to be drawn anew.
@@ -355,19 +329,10 @@ private:
     bool m_pressed = false; ///< By the left button.
     bool m_hovered = false;
     bool m_toldHovered = false; ///< What the view knows of it.
-    int m_delivering = 0;       ///< So many events are being handled, one within the other.
 };
 
 } // namespace
 
 std::shared_ptr<NativeWindow> makePanelWindow(NSWindow& window) {
     return {new PanelWindow(window), &PanelWindow::drop};
-}
-
-void renewPanels() {
-    PanelWindow::forAllShown([](PanelWindow& panel) { panel.checkForm(); });
-}
-
-void tellPanelsOfClosedMenu() {
-    PanelWindow::forAllShown([](PanelWindow& panel) { panel.menuClosed(); });
 }

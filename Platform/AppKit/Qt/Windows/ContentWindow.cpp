@@ -24,10 +24,12 @@ constexpr int settlingMilliseconds = 200;
 constexpr int usualTitleBar = 32;
 constexpr int usualBorder = 6;
 
-/// All that there are, oldest first. The list outlives every window.
-std::vector<ContentWindow*>& windows() {
-    static auto* const all = new std::vector<ContentWindow*>;
-    return *all;
+/// All that there are, oldest first.
+std::vector<ContentWindow*> windows() {
+    std::vector<ContentWindow*> some;
+    for (NativeWindow* each : NativeWindow::all())
+        if (auto* const window = dynamic_cast<ContentWindow*>(each)) some.push_back(window);
+    return some;
 }
 
 /// Is to take the keyboard at the turn's end. A window that is made key before that ends this: a
@@ -51,7 +53,6 @@ QRect roomAround(const QRect& rect) {
 } // namespace
 
 ContentWindow::ContentWindow(NSWindow& window) : m_window(window) {
-    windows().push_back(this);
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingMilliseconds);
     connect(&m_settling, &QTimer::timeout, this, &ContentWindow::followActivation);
@@ -63,15 +64,7 @@ ContentWindow::ContentWindow(NSWindow& window) : m_window(window) {
     connect(qApp, &QApplication::focusChanged, this, settle);
 }
 
-ContentWindow::~ContentWindow() {
-    ContentWindow::orderOut();
-    std::erase(windows(), this);
-}
-
-void ContentWindow::compositingChanged() {
-    for (ContentWindow* window : windows())
-        if (window->m_content) window->checkForm();
-}
+ContentWindow::~ContentWindow() { ContentWindow::orderOut(); }
 
 void ContentWindow::activate() {
     ContentWindow* front = nullptr;
@@ -98,16 +91,14 @@ NSInteger ContentWindow::number() const {
     return isVisible() ? static_cast<NSInteger>(winId()) : 0;
 }
 
-void ContentWindow::setTitle(const std::string& title) {
-    setWindowTitle(QString::fromStdString(title));
-}
+void ContentWindow::describe() { setWindowTitle(QString::fromStdString(m_window.title())); }
 
 void ContentWindow::setFrame(const NSRect& frame) {
     if (m_content) place(rectOf(frame));
 }
 
 void ContentWindow::setLevel(NSInteger) {
-    if (!m_content && isFloating() != floats(m_window)) renew(m_window);
+    if (!m_content) renew(m_window);
 }
 
 void ContentWindow::makeKey() {
@@ -121,7 +112,7 @@ void ContentWindow::load() {
     box->setSpacing(0);
     box->addWidget(m_content);
     dress();
-    setWindowTitle(QString::fromStdString(m_window.title()));
+    describe();
     NSSize size = m_window.frame().size;
     if (size.width <= 0)
         size = {m_content->sizeHint().width() * 1.0, m_content->sizeHint().height() * 1.0};
@@ -183,8 +174,6 @@ void ContentWindow::orderFront() {
     m_order = ++lastOrder;
     m_away = false;
     if (!m_content) load();
-    // To the toolkit it is modal to no other window: ModalInput keeps the input from them.
-    setWindowModality(m_modal ? Qt::WindowModal : Qt::NonModal);
     if (isPutAway()) {
         orderOut();
         destroy();

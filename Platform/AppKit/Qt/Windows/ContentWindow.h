@@ -18,8 +18,6 @@ public:
     explicit ContentWindow(NSWindow& window);
     ~ContentWindow() override;
 
-    /// A compositor has come or gone: every window takes on the form that suits.
-    static void compositingChanged();
     /// Windows that left for another program come back, and the frontmost takes the keyboard.
     static void activate();
 
@@ -31,12 +29,9 @@ public:
         return window.level() >= NSScreenSaverWindowLevel;
     }
 
-    /// No other window with a frame takes input while this one is on the screen.
-    void setModal(bool modal) { m_modal = modal; }
-
     NSInteger number() const override;
     NSRect frameAround(const NSRect& content) const override;
-    void setTitle(const std::string& title) override;
+    void describe() override;
     void setFrame(const NSRect& frame) override;
     void setLevel(NSInteger level) override;
     void makeKey() override;
@@ -51,9 +46,7 @@ public:
     }
 
 protected:
-    virtual bool isFloating() const { return false; }
     virtual void dress(); ///< Before it first comes on the screen.
-    virtual void checkForm() {}
 
     /// What the window has of its own around its content: a title bar, and a shadow on each side.
     void setChrome(int titleBar, int shadow);
@@ -79,7 +72,6 @@ private:
 
     NSWindow& m_window;
     std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While on the screen.
-    bool m_modal = false;
     QPointer<ViewContent> m_content;
     int m_shadow = 0;
     QMargins m_chrome;         ///< All of ours around the content, its toolbar included.
@@ -89,6 +81,3 @@ private:
     QPoint m_pointer;          ///< Where it was when that was last looked into.
     bool m_away = false;       ///< Not on the screen because the program is not the active one.
 };
-
-/// A window with a frame of its own, above all others.
-std::shared_ptr<NativeWindow> makeFloatingWindow(NSWindow& window);

@@ -118,8 +118,6 @@ class FloatingWindow : public ContentWindow {
 public:
     using ContentWindow::ContentWindow;
 
-    bool isFloating() const override { return true; }
-
     void orderFront() override {
         ContentWindow::orderFront();
         windowHandle()->installEventFilter(this);
@@ -151,7 +149,7 @@ protected:
     }
 
     void checkForm() override {
-        if (m_translucent == isComposited()) return;
+        if (!layout() || m_translucent == isComposited()) return;
         const bool wasShown = isVisible();
         if (wasShown) orderOut();
         destroy();

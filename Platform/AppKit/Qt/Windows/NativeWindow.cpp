@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Windows/NativeWindow.h"
 
-#include "AppKit/Qt/Panels/PanelWindow.h"
+#include "AppKit/Qt/Drawing/Painting.h"
 #include "AppKit/Qt/Windows/ContentWindow.h"
 
 using WindowServer::Look;
@@ -17,10 +17,10 @@ CGColor blend(const CGColor& over, const CGColor& under) {
             alpha};
 }
 
-bool covers(const NSRect& frame, const NSSize& window) {
-    return frame.origin.x <= 0 && frame.origin.y <= 0 &&
-           frame.origin.x + frame.size.width >= window.width &&
-           frame.origin.y + frame.size.height >= window.height;
+/// The list outlives every window.
+std::vector<NativeWindow*>& windows() {
+    static auto* const all = new std::vector<NativeWindow*>;
+    return *all;
 }
 
 /// Lays a view and what stands in front of it over `look`. `origin` is the superview's, in the
@@ -30,7 +30,7 @@ void lay(const NSView& view, NSPoint origin, const NSSize& window, Look& look) {
     NSRect frame = view.frame();
     frame.origin.x += origin.x;
     frame.origin.y += origin.y;
-    if (covers(frame, window)) {
+    if (rectFrom(frame).contains(rectFrom({{}, window}))) {
         if (dynamic_cast<const NSVisualEffectView*>(&view))
             look = {.material = true, .overlay = {}}; // It hides all that lies behind.
         if (view.layer()) look.overlay = blend(view.layer()->backgroundColor(), look.overlay);
@@ -45,13 +45,13 @@ public:
     explicit SurfaceWindow(const NSWindow& window)
         : m_window(window), m_surface(WindowServer::Session::current().surfaces().makeSurface()) {}
     NSInteger number() const override { return m_surface->number(); }
-    void setTitle(const std::string& title) override { m_surface->setTitle(title); }
-    void setIdentifier(const std::string& identifier) override {
-        m_surface->setIdentifier(identifier);
+    void describe() override {
+        m_surface->setTitle(m_window.title());
+        m_surface->setIdentifier(m_window.identifier());
+        m_surface->setIgnoresMouseEvents(m_window.ignoresMouseEvents());
     }
     void setFrame(const NSRect& frame) override { m_surface->setFrame(frame); }
     void setLevel(NSInteger level) override { m_surface->setLevel(static_cast<int>(level)); }
-    void setIgnoresMouseEvents(bool ignores) override { m_surface->setIgnoresMouseEvents(ignores); }
     void setAlpha(double alpha) override { m_surface->setAlpha(alpha); }
 
     void displayViews() override {
@@ -78,6 +78,12 @@ std::shared_ptr<NativeWindow> NativeWindow::make(NSWindow& window) {
     if (window.styleMask() & NSWindowStyleMaskNonactivatingPanel) return makePanelWindow(window);
     return std::make_shared<SurfaceWindow>(window);
 }
+
+std::vector<NativeWindow*> NativeWindow::all() { return windows(); }
+
+NativeWindow::NativeWindow() { windows().push_back(this); }
+
+NativeWindow::~NativeWindow() { std::erase(windows(), this); }
 
 NativeWindow& NativeWindow::renew(NSWindow& window) {
     window.m_native = make(window);

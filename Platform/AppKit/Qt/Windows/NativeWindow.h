@@ -8,25 +8,32 @@ class NativeWindow {
 public:
     /// Of the kind that the window's style and level ask for.
     static std::shared_ptr<NativeWindow> make(NSWindow& window);
+    /// All that there are, oldest first.
+    static std::vector<NativeWindow*> all();
 
-    virtual ~NativeWindow() = default;
+    NativeWindow();
+    virtual ~NativeWindow();
 
     virtual NSInteger number() const = 0;
     /// The content with its title bar and all else that stands around it.
     virtual NSRect frameAround(const NSRect& content) const { return content; }
-    virtual void setTitle(const std::string& title) = 0;
-    virtual void setIdentifier(const std::string&) {}
+    virtual void describe() = 0; ///< It or its views say something else of themselves.
     virtual void setFrame(const NSRect& frame) = 0;
     virtual void setLevel(NSInteger) {}
-    virtual void setIgnoresMouseEvents(bool) {}
     virtual void setAlpha(double) {}
-    virtual void displayViews() {}  ///< The views look different.
-    virtual void describeViews() {} ///< They say something else of themselves.
-    virtual void makeKey() {}       ///< To have the keyboard.
+    virtual void displayViews() {} ///< The views look different.
+    virtual void makeKey() {}      ///< To have the keyboard.
     virtual void orderFront() = 0;
     virtual void orderOut() = 0;
+    virtual void checkForm() {}  ///< A compositor has come or gone.
+    virtual void menuClosed() {} ///< The last open menu of the program's has.
 
 protected:
     /// Puts a new one in the place of the window's own, which may go with it.
     static NativeWindow& renew(NSWindow& window);
 };
+
+/// A window with a frame of its own, above all others.
+std::shared_ptr<NativeWindow> makeFloatingWindow(NSWindow& window);
+/// A panel. One that its owner has dropped leaves, and lives until the event at hand is done.
+std::shared_ptr<NativeWindow> makePanelWindow(NSWindow& window);
