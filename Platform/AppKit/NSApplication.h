@@ -51,6 +51,9 @@ public:
     /// Makes `run` return as soon as the event at hand is done. Before `run`, it is remembered.
     void terminate(const id& sender);
 
+    /// Tells the delegate that the desktop wants the program to show itself.
+    void reopen();
+
     /// The frontmost of the program's open windows, if any, takes the keyboard.
     void activateIgnoringOtherApps(bool flag);
 
@@ -70,7 +73,6 @@ public:
 
 private:
     NSApplication();
-    void reopen();
 
     std::weak_ptr<NSApplicationDelegate> m_delegate;
     std::optional<NSEvent> m_currentEvent;

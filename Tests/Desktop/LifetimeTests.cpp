@@ -78,7 +78,9 @@ TEST_F(Lifetime, EndsForANewerInstanceAlone) {
     const auto newer = join("newer");
     const QDBusReply<QStringList> all = older.interface()->call("ListQueuedOwners", instances);
     ASSERT_EQ(all.value().size(), 3);
-    const auto end = QDBusMessage::createMethodCall(all.value()[1], "/Instance", {}, "Terminate");
+    const auto end = QDBusMessage::createMethodCall(all.value()[1], "/com/vardek/NimbrelLite",
+                                                    "org.freedesktop.Application", "ActivateAction")
+                     << "quit" << QVariantList() << QVariantMap();
     EXPECT_EQ(older.call(end).type(), QDBusMessage::ErrorMessage);
     newer.send(end);
     EXPECT_EQ(agent->process().awaitEnd(), 0);

@@ -25,11 +25,6 @@ std::function<void(bool)> watchSleep(std::function<void(bool)> onSleep);
 /// Calls `quit` from the event loop after a SIGTERM, SIGINT or SIGHUP.
 void watchQuitSignals(const std::function<void()>& quit);
 
-/// Answers under the bundle identifier on the session bus, where desktops ask an application that
-/// runs to show itself; the newest instance does. Waits for nothing. The request that made the bus
-/// start this very process is its launch, and calls nothing.
-void answerReopenRequests(std::function<void()> reopen);
-
 /// Windows look light or dark from now on: as the desktop prefers, else as the toolkit found it.
 void dressWindows();
 

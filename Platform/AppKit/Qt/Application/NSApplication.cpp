@@ -120,7 +120,6 @@ NSApplication::NSApplication() {
         watchSleep([](bool sleeps) { Session::current().surfaces().setResting(sleeps); });
     watchQuitSignals([this] { terminate(nullptr); });
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
-    answerReopenRequests([this] { reopen(); });
 }
 
 void NSApplication::run() {
