@@ -66,16 +66,8 @@ public:
     /// The first one added is selected.
     void addTabViewItem(std::shared_ptr<NSTabViewItem> item);
 
-    /// -1 while there is none.
-    NSInteger selectedTabViewItemIndex() const { return m_selected; }
-    void setSelectedTabViewItemIndex(NSInteger index);
-
     std::unique_ptr<ViewContent> loadView() override;
-
-    /// For the view, once there is one.
-    std::function<void()> selectionChanged;
 
 private:
     std::vector<std::shared_ptr<NSTabViewItem>> m_items;
-    NSInteger m_selected = -1;
 };

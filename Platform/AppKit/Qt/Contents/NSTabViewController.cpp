@@ -42,7 +42,10 @@ public:
         setIcon(icon);
         setCheckable(true);
         setAutoExclusive(true);
-        setFocusPolicy(Qt::TabFocus);
+        // The keyboard enters the row at the chosen tab, whatever chose it.
+        setFocusPolicy(Qt::NoFocus);
+        connect(this, &QAbstractButton::toggled, this,
+                [this](bool on) { setFocusPolicy(on ? Qt::TabFocus : Qt::NoFocus); });
         setAttribute(Qt::WA_Hover);
         QFont small = font();
         small.setPixelSize(labelSize);
@@ -110,7 +113,9 @@ public:
         row->setSpacing(gap);
         row->addStretch();
         for (const auto& item : controller.tabViewItems()) {
-            row->addWidget(buttonFor(*item));
+            auto* const button = buttonFor(*item);
+            row->addWidget(button);
+            if (m_views->count() == 0) button->setChecked(true);
             auto content = item->viewController()->loadView();
             const NSSize& size = item->viewController()->preferredContentSize();
             content->setFixedWidth(static_cast<int>(size.width));
@@ -118,54 +123,31 @@ public:
             m_views->addWidget(content.release());
         }
         row->addStretch();
-        controller.selectionChanged = [this] { showSelected(); };
-        showSelected();
     }
 
-    ~TabContent() override { m_controller.selectionChanged = nullptr; }
     int toolbarHeight() const override { return m_toolbar->sizeHint().height() + hairline; }
 
 private:
-    QWidget* buttonFor(const NSTabViewItem& item) {
-        const auto index = static_cast<NSInteger>(m_buttons.size());
+    TabButton* buttonFor(const NSTabViewItem& item) {
         auto* button = new TabButton(QString::fromStdString(item.label()),
                                      item.image() ? inkIconFrom(*item.image()) : QIcon());
-        connect(button, &QAbstractButton::clicked, this,
-                [this, index] { m_controller.setSelectedTabViewItemIndex(index); });
-        m_buttons.push_back(button);
+        connect(button, &QAbstractButton::clicked, this, [this, &item, index = m_views->count()] {
+            m_views->setCurrentIndex(index);
+            m_controller.setTitle(item.viewController()->title());
+        });
         return button;
-    }
-
-    void showSelected() {
-        const auto selected = static_cast<int>(m_controller.selectedTabViewItemIndex());
-        m_views->setCurrentIndex(selected);
-        // The keyboard enters the row at the chosen tab, whatever chose it.
-        for (TabButton* button : m_buttons)
-            button->setFocusPolicy(Qt::NoFocus);
-        if (selected < 0) return;
-        TabButton* const chosen = m_buttons.at(static_cast<size_t>(selected));
-        chosen->setChecked(true);
-        chosen->setFocusPolicy(Qt::TabFocus);
     }
 
     NSTabViewController& m_controller;
     QWidget* const m_toolbar;
     QStackedWidget* const m_views;
-    std::vector<TabButton*> m_buttons;
 };
 
 } // namespace
 
 void NSTabViewController::addTabViewItem(std::shared_ptr<NSTabViewItem> item) {
+    if (m_items.empty()) setTitle(item->viewController()->title());
     m_items.push_back(std::move(item));
-    if (m_selected < 0) setSelectedTabViewItemIndex(0);
-}
-
-void NSTabViewController::setSelectedTabViewItemIndex(NSInteger index) {
-    if (m_selected == index) return;
-    m_selected = index;
-    setTitle(m_items.at(static_cast<size_t>(index))->viewController()->title());
-    if (selectionChanged) selectionChanged();
 }
 
 std::unique_ptr<ViewContent> NSTabViewController::loadView() {
