@@ -13,51 +13,25 @@ constexpr int systemFontSize = 13; // In points.
 
 struct Tones {
     QRgb window;
-    QRgb base; ///< Of lists and fields.
-    QRgb control;
-    QRgb line;
     QRgb text;
-    QRgb secondaryText; ///< Legible on the window and on the base.
+    QRgb secondaryText; ///< Legible on the window.
     QRgb faintText;
 };
 
-constexpr QRgb onAccent = 0xffffffff;
-constexpr Tones lightTones = {0xfff5f5f7, 0xffffffff, 0xffffffff, 0xffc8c8cc,
-                              0xff1d1d1f, 0xff66666b, 0xff8a8a8e};
-constexpr Tones darkTones = {0xff29292b, 0xff1e1e20, 0xff4a4a4d, 0xff55555a,
-                             0xfff2f2f4, 0xffa8a8ae, 0xff8e8e93};
+constexpr Tones lightTones = {0xfff5f5f7, 0xff1d1d1f, 0xff66666b, 0xff8a8a8e};
+constexpr Tones darkTones = {0xff29292b, 0xfff2f2f4, 0xffa8a8ae, 0xff8e8e93};
 
+/// What the program's own drawing and the toolkit's tool tips look up.
 QPalette paletteOf(const Tones& tones) {
-    const QColor accent(QString::fromStdString(infoOf("NSAccentColorName")));
-    using Role = QPalette::ColorRole;
-    const QColor window(tones.window);
-    const std::pair<Role, QColor> colors[] = {
-        {QPalette::Window, window},
-        {QPalette::WindowText, tones.text},
-        {QPalette::Base, tones.base},
-        {QPalette::AlternateBase, tones.window},
-        {QPalette::Text, tones.text},
-        {QPalette::PlaceholderText, tones.secondaryText},
-        {QPalette::ToolTipBase, tones.window},
-        {QPalette::ToolTipText, tones.text},
-        {QPalette::Button, tones.control},
-        {QPalette::ButtonText, tones.text},
-        {QPalette::BrightText, onAccent},
-        {QPalette::Light, window.lighter(115)},
-        {QPalette::Midlight, window.lighter(107)},
-        {QPalette::Mid, tones.line},
-        {QPalette::Dark, window.darker(150)},
-        {QPalette::Shadow, Qt::black},
-        {QPalette::Highlight, accent},
-        {QPalette::HighlightedText, onAccent},
-        {QPalette::Link, accent},
-        {QPalette::LinkVisited, accent},
-    };
     QPalette palette;
-    for (const auto& [role, color] : colors)
-        palette.setColor(role, color);
-    for (const Role role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, tones.faintText);
+    palette.setColor(QPalette::Window, tones.window);
+    palette.setColor(QPalette::WindowText, tones.text);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, tones.faintText);
+    palette.setColor(QPalette::PlaceholderText, tones.secondaryText);
+    palette.setColor(QPalette::ToolTipBase, tones.window);
+    palette.setColor(QPalette::ToolTipText, tones.text);
+    palette.setColor(QPalette::Highlight, QString::fromStdString(infoOf("NSAccentColorName")));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
     return palette;
 }
 

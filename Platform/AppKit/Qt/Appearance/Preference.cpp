@@ -33,8 +33,7 @@ Preference::Preference(QString key, QStringList words)
     // From any sender: to tie a signal to a named one, Qt would wait for the bus here.
     QDBusConnection::sessionBus().connect(QString(), path, settings, "SettingChanged", this,
                                           SLOT(settingChanged(QDBusMessage)));
-    connect(&m_portalStart, &QDBusServiceWatcher::serviceRegistered, this,
-            &Preference::ask);
+    connect(&m_portalStart, &QDBusServiceWatcher::serviceRegistered, this, &Preference::ask);
     ask();
 }
 

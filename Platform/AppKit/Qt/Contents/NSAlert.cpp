@@ -50,7 +50,7 @@ protected:
                         .hovered = underMouse(),
                         .focused = hasFocus()});
         painter.setPen(
-            palette().color(isDefault() ? QPalette::HighlightedText : QPalette::ButtonText));
+            palette().color(isDefault() ? QPalette::HighlightedText : QPalette::WindowText));
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
     }
 
