@@ -11,20 +11,8 @@ NSView::~NSView() {
 
 void NSView::setFrame(const NSRect& frame) {
     if (CGRectEqualToRect(m_frame, frame)) return;
-    const NSSize oldSize = m_frame.size;
     m_frame = frame;
-    for (const auto& view : m_subviews)
-        view->resizeWithOldSuperviewSize(oldSize);
     setNeedsDisplay(true);
-}
-
-void NSView::resizeWithOldSuperviewSize(const NSSize& oldSize) {
-    const NSSize& newSize = m_superview->m_frame.size;
-    NSRect frame = m_frame;
-    if (m_autoresizingMask & NSViewWidthSizable) frame.size.width += newSize.width - oldSize.width;
-    if (m_autoresizingMask & NSViewHeightSizable)
-        frame.size.height += newSize.height - oldSize.height;
-    setFrame(frame);
 }
 
 void NSView::addSubview(std::shared_ptr<NSView> view) {

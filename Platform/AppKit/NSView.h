@@ -7,7 +7,6 @@ class NSView;
 class NSWindow;
 
 enum NSAutoresizingMaskOptions : NSUInteger {
-    NSViewNotSizable = 0,
     NSViewWidthSizable = 2,
     NSViewHeightSizable = 16,
 };
@@ -55,8 +54,9 @@ public:
     /// The view's own coordinates: the same size, origin 0.
     NSRect bounds() const { return {{}, m_frame.size}; }
 
-    /// How the view follows its superview: it takes up the growth of each sizable dimension.
-    void setAutoresizingMask(NSUInteger mask) { m_autoresizingMask = mask; }
+    /// Without effect: whatever its frame, a view fills a borderless window, and a panel has but
+    /// one.
+    void setAutoresizingMask(NSUInteger) {}
 
     /// Back to front.
     const std::vector<std::shared_ptr<NSView>>& subviews() const { return m_subviews; }
@@ -110,10 +110,7 @@ public:
     void setAccessibilityRole(const NSAccessibilityRole& role) { m_accessibilityRole = role; }
 
 private:
-    void resizeWithOldSuperviewSize(const NSSize& oldSize);
-
     NSRect m_frame;
-    NSUInteger m_autoresizingMask = NSViewNotSizable;
     std::vector<std::shared_ptr<NSView>> m_subviews;
     NSView* m_superview = nullptr;
     NSWindow* m_window = nullptr; ///< Set on a content view alone.

@@ -135,17 +135,16 @@ void NSWindow::fadeTo(double alpha) {
 void NSWindow::Animator::setFrameOrigin(const NSPoint& origin) {
     NSWindow& window = m_window;
     window.m_move = animate([&window, from = window.m_frame.origin, origin](double progress) {
-        const auto between = [progress](double a, double b) { return a + (b - a) * progress; };
-        const NSPoint point =
-            progress < 1 ? NSPoint{between(from.x, origin.x), between(from.y, origin.y)} : origin;
-        window.moveTo({point, window.m_frame.size});
+        window.moveTo(
+            {{std::lerp(from.x, origin.x, progress), std::lerp(from.y, origin.y, progress)},
+             window.m_frame.size});
     });
 }
 
 void NSWindow::Animator::setAlphaValue(double alpha) {
     NSWindow& window = m_window;
     window.m_fade = animate([&window, from = window.m_alphaValue, alpha](double progress) {
-        window.fadeTo(progress < 1 ? from + (alpha - from) * progress : alpha);
+        window.fadeTo(std::lerp(from, alpha, progress));
     });
 }
 

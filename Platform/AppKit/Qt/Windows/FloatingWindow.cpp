@@ -85,8 +85,11 @@ protected:
 bool isComposited() { return Session::current().windows().areComposited(); }
 
 /// A ground with its outline and shadow, in pixels, as small as it can be: a pixel wide and high
-/// between its corners.
+/// between its corners. It is drawn once.
 QPixmap groundOf(double scale, const QColor& fill, const QColor& line) {
+    const QString key = QString("ground %1 %2").arg(scale).arg(fill.name());
+    QPixmap ground;
+    if (QPixmapCache::find(key, &ground)) return ground;
     const double margin = std::lround(softShadowMargin * scale);
     const int side = 2 * static_cast<int>(std::lround(corner * scale + margin)) + 1;
     QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
@@ -99,15 +102,7 @@ QPixmap groundOf(double scale, const QColor& fill, const QColor& line) {
     painter.drawRoundedRect(QRectF(picture.rect()).adjusted(inset, inset, -inset, -inset),
                             corner * scale, corner * scale);
     painter.end();
-    return QPixmap::fromImage(withShadow(picture, scale));
-}
-
-/// The same, drawn once.
-QPixmap cachedGround(double scale, const QColor& fill, const QColor& line) {
-    const QString key = QString("ground %1 %2").arg(scale).arg(fill.name());
-    QPixmap ground;
-    if (QPixmapCache::find(key, &ground)) return ground;
-    ground = groundOf(scale, fill, line);
+    ground = QPixmap::fromImage(withShadow(picture, scale));
     QPixmapCache::insert(key, ground);
     return ground;
 }
@@ -176,7 +171,7 @@ protected:
             return;
         }
         const double scale = scaleOf(painter);
-        const QPixmap ground = cachedGround(scale, fill, faintText(palette(), 0.2));
+        const QPixmap ground = groundOf(scale, fill, faintText(palette(), 0.2));
         painter.scale(1 / scale, 1 / scale);
         qDrawBorderPixmap(&painter, {{}, size() * scale}, QMargins() + ground.width() / 2, ground);
     }

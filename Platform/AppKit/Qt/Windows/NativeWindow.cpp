@@ -1,6 +1,5 @@
 #include "AppKit/Qt/Windows/NativeWindow.h"
 
-#include "AppKit/Qt/Drawing/Painting.h"
 #include "AppKit/Qt/Windows/ContentWindow.h"
 
 using WindowServer::Look;
@@ -23,20 +22,14 @@ std::vector<NativeWindow*>& windows() {
     return *all;
 }
 
-/// Lays a view and what stands in front of it over `look`. `origin` is the superview's, in the
-/// window. A view that leaves part of the window free has no place in the one colour.
-void lay(const NSView& view, NSPoint origin, const NSSize& window, Look& look) {
+/// Lays a view and what stands in front of it over `look`. Each fills the window.
+void lay(const NSView& view, Look& look) {
     if (view.isHidden()) return;
-    NSRect frame = view.frame();
-    frame.origin.x += origin.x;
-    frame.origin.y += origin.y;
-    if (rectFrom(frame).contains(rectFrom({{}, window}))) {
-        if (dynamic_cast<const NSVisualEffectView*>(&view))
-            look = {.material = true, .overlay = {}}; // It hides all that lies behind.
-        if (view.layer()) look.overlay = blend(view.layer()->backgroundColor(), look.overlay);
-    }
+    if (dynamic_cast<const NSVisualEffectView*>(&view))
+        look = {.material = true, .overlay = {}}; // It hides all that lies behind.
+    if (view.layer()) look.overlay = blend(view.layer()->backgroundColor(), look.overlay);
     for (const auto& subview : view.subviews())
-        lay(*subview, frame.origin, window, look);
+        lay(*subview, look);
 }
 
 /// A window that the window server draws: one colour, or one over a blurred picture.
@@ -56,7 +49,7 @@ public:
 
     void displayViews() override {
         Look look{.material = false, .overlay = m_window.backgroundColor().CGColor()};
-        if (m_window.contentView()) lay(*m_window.contentView(), {}, m_window.frame().size, look);
+        if (m_window.contentView()) lay(*m_window.contentView(), look);
         m_surface->setLook(look);
     }
 
