@@ -10,6 +10,28 @@
 #include <QGuiApplication>
 #include <QtEndian>
 
+#include <tuple>
+
+using NotifierPicture = std::tuple<int, int, QByteArray>; ///< Width, height and pixels.
+using NotifierPictures = QList<NotifierPicture>;
+/// An icon's name, or pictures of it; a title and a text.
+using NotifierToolTip = std::tuple<QString, NotifierPictures, QString, QString>;
+
+/// A structure on the bus.
+template <class... Parts>
+static QDBusArgument& operator<<(QDBusArgument& argument, const std::tuple<Parts...>& parts) {
+    argument.beginStructure();
+    std::apply([&](const auto&... each) { (argument << ... << each); }, parts);
+    argument.endStructure();
+    return argument;
+}
+
+// The bus library wants this one too. Nobody sends any here.
+template <class... Parts>
+static const QDBusArgument& operator>>(const QDBusArgument& argument, std::tuple<Parts...>&) {
+    return argument;
+}
+
 namespace {
 
 const QString path = "/StatusNotifierItem";
@@ -18,49 +40,12 @@ QString service() {
     return QString("org.kde.StatusNotifierItem-%1-1").arg(QCoreApplication::applicationPid());
 }
 
-/// A picture as it goes over the bus: 0xAARRGGBB for each pixel, the highest byte first.
-struct NotifierPicture {
-    int width = 0;
-    int height = 0;
-    QByteArray pixels;
-};
-using NotifierPictures = QList<NotifierPicture>;
-
-struct NotifierToolTip {
-    QString icon;
-    NotifierPictures pictures;
-    QString title;
-    QString text;
-};
-
-QDBusArgument& operator<<(QDBusArgument& argument, const NotifierPicture& picture) {
-    argument.beginStructure();
-    argument << picture.width << picture.height << picture.pixels;
-    argument.endStructure();
-    return argument;
-}
-
-QDBusArgument& operator<<(QDBusArgument& argument, const NotifierToolTip& tip) {
-    argument.beginStructure();
-    argument << tip.icon << tip.pictures << tip.title << tip.text;
-    argument.endStructure();
-    return argument;
-}
-
-// The bus library wants them with the others. Nobody sends any of these here.
-const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierPicture&) {
-    return argument;
-}
-const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierToolTip&) {
-    return argument;
-}
-
+/// 0xAARRGGBB for each pixel, the highest byte first.
 NotifierPicture pictureFrom(QImage image) {
     image.convertTo(QImage::Format_ARGB32);
-    NotifierPicture picture{image.width(), image.height(), {}};
-    picture.pixels.resize(image.sizeInBytes());
-    qToBigEndian<quint32>(image.constBits(), image.sizeInBytes() / 4, picture.pixels.data());
-    return picture;
+    QByteArray pixels(image.sizeInBytes(), Qt::Uninitialized);
+    qToBigEndian<quint32>(image.constBits(), image.sizeInBytes() / 4, pixels.data());
+    return {image.width(), image.height(), pixels};
 }
 
 class NotifierItem : public QObject, public TrayItem {
