@@ -31,9 +31,5 @@ void dressWindows();
 /// Puts menus and tool tips above all windows of the program, whichever they belong to.
 void keepPopupsInFront();
 
-/// Keeps input from the program's windows with a frame while another one of them runs modally. The
-/// toolkit's own modality would take in the buttons and the tray's icon, which always work.
-void keepInputForModalWindows();
-
 /// Assistive technology hears what widgets say of themselves (Accessible).
 void offerWidgetsToAssistiveTechnology();

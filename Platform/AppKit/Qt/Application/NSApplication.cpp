@@ -84,7 +84,6 @@ void makeQtApplication() {
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     dressWindows();
     keepPopupsInFront();
-    keepInputForModalWindows();
     offerWidgetsToAssistiveTechnology();
 }
 
@@ -154,7 +153,7 @@ NSInteger NSApplication::runModalForWindow(NSWindow& window) {
         result = code;
         loop.quit();
     });
-    // To the toolkit it is modal to no other window: ModalInput keeps the input from them.
+    // To the toolkit it is modal to no other window: it keeps them from input itself.
     dynamic_cast<ContentWindow&>(*window.m_native).setWindowModality(Qt::WindowModal);
     if (!window.isVisible()) window.center();
     window.makeKeyAndOrderFront(nullptr);

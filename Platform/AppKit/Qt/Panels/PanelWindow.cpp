@@ -24,14 +24,6 @@ namespace {
 /// So long the windows behind may take to redraw what has come to light.
 constexpr int lookAfterMilliseconds = 60;
 
-/// The output that holds the middle of the frame.
-std::string outputAt(const NSRect& frame) {
-    const NSPoint middle{CGRectGetMidX(frame), CGRectGetMidY(frame)};
-    for (const auto& display : Session::current().displays().all())
-        if (CGRectContainsPoint(display.frame, middle)) return display.name;
-    return {};
-}
-
 /// A panel on the screen. The toolkit brings it input, tool tip and assistive technology; its
 /// picture is what the content view draws. Under a compositor it is translucent, with a soft shadow
 /// in a margin of its own. Without one it is opaque and has the shape of what is drawn, and where
@@ -120,7 +112,8 @@ public:
         describe();
         setGeometry(place());
         setFrame(m_window->frame());
-        m_held->setName(m_window->identifier() + ':' + outputAt(m_window->frame()));
+        const auto* const display = Session::current().displays().at(m_window->frame());
+        m_held->setName(m_window->identifier() + ':' + (display ? display->name : ""));
         m_held->onGone = [this] { comeAnew(); };
         if (m_margin > 0)
             m_held->setShadowMargin(static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
@@ -166,11 +159,7 @@ protected:
         const QSize size(static_cast<int>(std::lround(m_window->frame().size.width * scale)),
                          static_cast<int>(std::lround(m_window->frame().size.height * scale)));
         if (m_picture.size() != size) draw(scale);
-        if (m_translucent) {
-            painter.setCompositionMode(QPainter::CompositionMode_Source);
-            painter.fillRect(rect(), Qt::transparent);
-            painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        } else {
+        if (!m_translucent) {
             painter.fillRect(rect(), Qt::black);
             m_behind.setDevicePixelRatio(scale);
             painter.drawImage(0, 0, m_behind);

@@ -62,11 +62,6 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        if (m_look.translucent) {
-            painter.setCompositionMode(QPainter::CompositionMode_Source);
-            painter.fillRect(rect(), Qt::transparent);
-            painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        }
         const auto& [area, pixels] = m_ground;
         if (!pixels.empty())
             painter.drawImage(rect(), QImage(reinterpret_cast<const uchar*>(pixels.data()),

@@ -1,6 +1,5 @@
 #include "AppKit/Qt/Windows/ContentWindow.h"
 
-#include "AppKit/NSScreen.h"
 #include "AppKit/NSViewController.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
@@ -32,6 +31,21 @@ std::vector<ContentWindow*> windows() {
     return some;
 }
 
+constexpr QEvent::Type inputs[] = {
+    QEvent::MouseButtonPress,
+    QEvent::MouseButtonRelease,
+    QEvent::MouseButtonDblClick,
+    QEvent::MouseMove,
+    QEvent::Wheel,
+    QEvent::TouchBegin,
+    QEvent::TouchUpdate,
+    QEvent::TouchEnd,
+    QEvent::KeyPress,
+    QEvent::KeyRelease,
+    QEvent::ShortcutOverride,
+    QEvent::Close,
+};
+
 /// Is to take the keyboard at the turn's end. A window that is made key before that ends this: a
 /// window manager that answers late would take the keyboard from it again.
 QPointer<ContentWindow> toActivate;
@@ -40,14 +54,6 @@ QPointer<ContentWindow> toActivate;
 bool isActiveOffScreen() {
     const QWidget* const active = QApplication::activeWindow();
     return active && active->testAttribute(Qt::WA_DontShowOnScreen);
-}
-
-/// What is free on the screen that the rectangle is mostly on; the rectangle itself where there is
-/// none.
-QRect roomAround(const QRect& rect) {
-    for (const auto& screen : NSScreen::screens())
-        if (rectOf(screen->frame()).contains(rect.center())) return rectOf(screen->visibleFrame());
-    return rect;
 }
 
 } // namespace
@@ -162,7 +168,8 @@ QRect ContentWindow::around(const QRect& content) const {
 /// gives way.
 QRect ContentWindow::keptOnScreen(QRect content) const {
     const QRect whole = around(content);
-    const QRect room = roomAround(whole);
+    const auto* const display = Session::current().displays().at(frameOf(whole));
+    const QRect room = display ? rectOf(display->visibleFrame) : whole;
     const int tooHigh = whole.height() - (room.height() - 1); // May be rounded up to whole pixels.
     content.setHeight(content.height() - std::max(tooHigh, 0));
     content.translate(0, std::max(room.top() - whole.top(), 0));
@@ -181,6 +188,7 @@ void ContentWindow::orderFront() {
     // Window managers put a window that comes back where they like, unless it asks for a place.
     if (!isVisible()) place(rectOf(m_window.frame()));
     m_held = Session::current().windows().hold(winId());
+    windowHandle()->installEventFilter(this);
     m_held->setName(QCoreApplication::arguments().value(0).toStdString());
     show();
     raise();
@@ -231,6 +239,20 @@ void ContentWindow::followActivation() {
     }
     orderOut();
     m_away = true;
+}
+
+/// Keeps input from the window while another one runs modally, which gets the keyboard instead. The
+/// toolkit's own modality would take in the buttons and the tray's icon, which always work.
+bool ContentWindow::eventFilter(QObject* native, QEvent* event) {
+    const auto* const modal = QGuiApplication::modalWindow();
+    if (!modal || modal == native) return false;
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress)
+        if (auto* const front = dynamic_cast<ContentWindow*>(QWidget::find(modal->winId())))
+            QMetaObject::invokeMethod(
+                front, [front] { front->takeKeyboard(); }, Qt::QueuedConnection);
+    const bool isInput = std::ranges::count(inputs, event->type()) > 0;
+    if (isInput) event->ignore();
+    return isInput;
 }
 
 /// The close button is for `close`, which hides the window and keeps its widgets.

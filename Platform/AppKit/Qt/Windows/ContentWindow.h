@@ -57,6 +57,7 @@ protected:
     /// Null off the screen.
     WindowServer::ToolkitWindow* held() const { return m_held.get(); }
 
+    bool eventFilter(QObject* native, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
 

@@ -115,7 +115,6 @@ public:
 
     void orderFront() override {
         ContentWindow::orderFront();
-        windowHandle()->installEventFilter(this);
         held()->setName(hasTitleBar() ? "window" : "alert");
         if (m_translucent)
             held()->setShadowMargin(static_cast<int>(std::lround(shadow() * devicePixelRatioF())));
@@ -156,8 +155,9 @@ protected:
 
     /// A press anywhere in it takes the keyboard, as no window manager sees to that.
     bool eventFilter(QObject* native, QEvent* event) override {
+        if (ContentWindow::eventFilter(native, event)) return true;
         if (event->type() == QEvent::MouseButtonPress) takeKeyboard();
-        return ContentWindow::eventFilter(native, event);
+        return false;
     }
 
     void paintEvent(QPaintEvent*) override {
