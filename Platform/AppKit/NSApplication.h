@@ -76,7 +76,6 @@ private:
 
     std::weak_ptr<NSApplicationDelegate> m_delegate;
     std::optional<NSEvent> m_currentEvent;
-    std::function<void(NSInteger)> m_stopModal; ///< Ends the innermost modal loop.
     std::shared_ptr<NSWindow> m_aboutPanel;
 };
 

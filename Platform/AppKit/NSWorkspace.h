@@ -6,8 +6,6 @@
 inline const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification =
     "NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification";
 
-class Preference;
-
 /// The desktop around the program: its browser, and its user's wishes for contrast.
 class NSWorkspace : public NSObject {
 public:
@@ -23,8 +21,6 @@ public:
 
 private:
     NSWorkspace();
-    ~NSWorkspace() override;
 
     NSNotificationCenter m_notificationCenter;
-    std::unique_ptr<Preference> m_contrast;
 };

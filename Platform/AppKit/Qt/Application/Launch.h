@@ -17,13 +17,13 @@ void probeBus(const std::string& address, std::function<void(bool)> tell);
 /// names, else the user's own. None, if that one takes calls and then does not answer.
 void settleSessionBus();
 
-/// Hears from logind that the machine goes to sleep and has woken. The result is to be told whether
-/// the sleep has to wait for `onSleep`. Goes to the system bus as that is first so, waits for
-/// nothing, and without a bus or logind does nothing.
-std::function<void(bool)> watchSleep(std::function<void(bool)> onSleep);
+/// Lets covers rest while the machine sleeps, and while there are some has its sleep wait for that.
+/// Goes to the system bus for the first of them, waits for nothing, and without a bus or logind
+/// does nothing.
+void watchSleep();
 
-/// Calls `quit` from the event loop after a SIGTERM, SIGINT or SIGHUP.
-void watchQuitSignals(const std::function<void()>& quit);
+/// Ends the application after a SIGTERM, SIGINT or SIGHUP.
+void watchQuitSignals();
 
 /// Windows look light or dark from now on: as the desktop prefers, else as the toolkit found it.
 void dressWindows();

@@ -28,6 +28,8 @@ NSApplication* NSApp = nullptr;
 
 namespace {
 
+QEventLoop* theModalLoop = nullptr; ///< The innermost.
+
 /// The process holds what stands on the screens: no core file and no debugger may take it away.
 void harden() {
     const rlimit none{0, 0};
@@ -115,9 +117,8 @@ NSApplication::NSApplication() {
         for (NativeWindow* window : NativeWindow::all())
             window->checkForm();
     };
-    session.surfaces().onCovered =
-        watchSleep([](bool sleeps) { Session::current().surfaces().setResting(sleeps); });
-    watchQuitSignals([this] { terminate(nullptr); });
+    watchSleep();
+    watchQuitSignals();
     NSRunningApplication::currentApplication(); // From here on other instances see this one.
 }
 
@@ -147,24 +148,19 @@ void NSApplication::activateIgnoringOtherApps(bool flag) {
 }
 
 NSInteger NSApplication::runModalForWindow(NSWindow& window) {
-    NSInteger result = NSModalResponseAbort;
     QEventLoop loop;
-    const auto outer = std::exchange(m_stopModal, [&](NSInteger code) {
-        result = code;
-        loop.quit();
-    });
+    const QScopedValueRollback innermost(theModalLoop, &loop);
     // To the toolkit it is modal to no other window: it keeps them from input itself.
     dynamic_cast<ContentWindow&>(*window.m_native).setWindowModality(Qt::WindowModal);
     if (!window.isVisible()) window.center();
     window.makeKeyAndOrderFront(nullptr);
-    loop.exec();
+    const NSInteger code = loop.exec(); // 0 where the application ends.
     window.orderOut(nullptr);
-    m_stopModal = outer;
-    return result;
+    return code == 0 ? NSModalResponseAbort : code;
 }
 
 void NSApplication::stopModalWithCode(NSInteger code) {
-    if (m_stopModal) m_stopModal(code);
+    if (theModalLoop) theModalLoop->exit(static_cast<int>(code));
 }
 
 void NSApplication::handle(const NSEvent& event, const std::function<void()>& work) {

@@ -16,6 +16,11 @@ QString opener() {
     return {};
 }
 
+Preference& contrast() {
+    static auto* const preference = new Preference("contrast", {"contrast"});
+    return *preference;
+}
+
 } // namespace
 
 NSWorkspace& NSWorkspace::sharedWorkspace() {
@@ -23,15 +28,12 @@ NSWorkspace& NSWorkspace::sharedWorkspace() {
     return *workspace;
 }
 
-NSWorkspace::NSWorkspace()
-    : m_contrast(std::make_unique<Preference>("contrast", QStringList{"contrast"})) {
-    m_contrast->onChanged = [this] {
+NSWorkspace::NSWorkspace() {
+    contrast().onChanged = [this] {
         m_notificationCenter.postNotificationName(
             NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, nullptr);
     };
 }
-
-NSWorkspace::~NSWorkspace() = default;
 
 bool NSWorkspace::openURL(const NSURL& url) {
     QProcess process;
@@ -45,5 +47,5 @@ bool NSWorkspace::openURL(const NSURL& url) {
 }
 
 bool NSWorkspace::accessibilityDisplayShouldReduceTransparency() const {
-    return m_contrast->wish().value_or(false);
+    return contrast().wish().value_or(false);
 }

@@ -1,3 +1,4 @@
+#include "AppKit/NSApplication.h"
 #include "AppKit/Qt/Application/Launch.h"
 
 #include <QCoreApplication>
@@ -16,14 +17,14 @@ void wake(int) { ::eventfd_write(wakes, 1); }
 
 } // namespace
 
-void watchQuitSignals(const std::function<void()>& quit) {
+void watchQuitSignals() {
     wakes = ::eventfd(0, EFD_CLOEXEC);
     if (wakes < 0) return;
     auto* notifier = new QSocketNotifier(wakes, QSocketNotifier::Read, qApp);
-    QObject::connect(notifier, &QSocketNotifier::activated, qApp, [quit] {
+    QObject::connect(notifier, &QSocketNotifier::activated, qApp, [] {
         eventfd_t count = 0;
         ::eventfd_read(wakes, &count);
-        quit();
+        NSApp->terminate(nullptr);
     });
 
     struct sigaction action = {};

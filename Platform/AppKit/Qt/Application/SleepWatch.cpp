@@ -1,4 +1,5 @@
 #include "AppKit/Qt/Application/Launch.h"
+#include "WindowServer/Session.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -8,6 +9,8 @@
 
 #include <cstdlib>
 #include <optional>
+
+using WindowServer::Session;
 
 namespace {
 const QString service = "org.freedesktop.login1";
@@ -23,8 +26,27 @@ class SleepWatch : public QObject {
     Q_OBJECT
 
 public:
-    using QObject::QObject;
+    explicit SleepWatch(QObject* parent) : QObject(parent) {
+        Session::current().surfaces().onCovered = [this](bool covered) { setWanted(covered); };
+    }
 
+private slots:
+    void prepareForSleep(const QDBusMessage& signal) {
+        // The bus library ends the program over a signal that does not fit a slot's own types.
+        if (signal.signature() != "b") return;
+        m_sleeps = signal.arguments().at(0).toBool();
+        Session::current().surfaces().setResting(m_sleeps); // Has come about as this returns.
+        if (m_sleeps)
+            m_delay = {};
+        else
+            askForDelay();
+    }
+    void take(const QDBusMessage& answer) {
+        const QDBusReply<QDBusUnixFileDescriptor> delay = answer;
+        if (m_wanted && !m_sleeps) m_delay = delay.value();
+    }
+
+private:
     /// Whether the machine has to wait. It does so for as long as its own settings say, five
     /// seconds by default.
     void setWanted(bool wanted) {
@@ -38,28 +60,6 @@ public:
             lookForBus();
     }
 
-    /// Called with true before the machine sleeps, which it does no sooner than this has returned
-    /// where it has to wait; with false when it has woken.
-    std::function<void(bool)> onSleep;
-
-private slots:
-    void prepareForSleep(const QDBusMessage& signal) {
-        // The bus library ends the program over a signal that does not fit a slot's own types.
-        if (signal.signature() != "b") return;
-        const bool sleeps = signal.arguments().at(0).toBool();
-        m_sleeps = sleeps;
-        onSleep(sleeps);
-        if (sleeps)
-            m_delay = {};
-        else
-            askForDelay();
-    }
-    void take(const QDBusMessage& answer) {
-        const QDBusReply<QDBusUnixFileDescriptor> delay = answer;
-        if (m_wanted && !m_sleeps) m_delay = delay.value();
-    }
-
-private:
     /// The bus library waits for its bus while it connects, so it is let only to one that answers.
     void lookForBus() {
         if (std::exchange(m_isLooking, true)) return;
@@ -100,10 +100,6 @@ private:
 
 } // namespace
 
-std::function<void(bool)> watchSleep(std::function<void(bool)> onSleep) {
-    auto* const watch = new SleepWatch(qApp);
-    watch->onSleep = std::move(onSleep);
-    return [watch](bool wanted) { watch->setWanted(wanted); };
-}
+void watchSleep() { new SleepWatch(qApp); }
 
 #include "SleepWatch.moc"

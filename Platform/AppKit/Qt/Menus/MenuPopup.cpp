@@ -27,41 +27,26 @@ using Item = std::shared_ptr<NSMenuItem>;
 /// Null for a separator.
 Item itemOf(const QAction& row) { return row.data().value<Item>(); }
 
-struct Modifier {
-    NSUInteger flag;
-    Qt::KeyboardModifier key;
-    const char* sign;
-};
-
-// In the order in which they are shown. Command is the Super key, and Option is Alt.
-constexpr Modifier modifiers[] = {
-    {NSEventModifierFlagControl, Qt::ControlModifier, "⌃"},
-    {NSEventModifierFlagOption, Qt::AltModifier, "⌥"},
-    {NSEventModifierFlagCommand, Qt::MetaModifier, "⌘"},
-};
-
-/// The keys that stand for a press of the key with these modifiers: "⌃⌥⌘N".
-template <class Held> QString keysText(const QString& key, const Held& isHeld) {
-    QString text;
-    for (const Modifier& modifier : modifiers)
-        if (isHeld(modifier)) text += modifier.sign;
-    return text + key;
+QString keysText(bool control, bool option, bool command, const QString& key) {
+    return QString(control ? "⌃" : "") + (option ? "⌥" : "") + (command ? "⌘" : "") + key;
 }
 
-/// Those of the row's item, as they are shown in it. Empty where it has none.
+/// The keys that stand for the row's item, as they are shown in it: "⌃⌥⌘N". Empty where it has
+/// none.
 QString keyEquivalentOf(const QAction& row) {
     const Item item = itemOf(row);
     if (!item || item->keyEquivalent().empty()) return {};
-    return keysText(QString::fromStdString(item->keyEquivalent()).toUpper(),
-                    [&](const Modifier& modifier) {
-                        return bool(item->keyEquivalentModifierMask() & modifier.flag);
-                    });
+    const NSUInteger held = item->keyEquivalentModifierMask();
+    return keysText(held & NSEventModifierFlagControl, held & NSEventModifierFlagOption,
+                    held & NSEventModifierFlagCommand,
+                    QString::fromStdString(item->keyEquivalent()).toUpper());
 }
 
+/// Those of a press. Command is the Super key, and Option is Alt.
 QString keysOf(const QKeyEvent& press) {
-    return keysText(QKeySequence(press.key()).toString(), [&](const Modifier& modifier) {
-        return press.modifiers().testFlag(modifier.key);
-    });
+    const Qt::KeyboardModifiers held = press.modifiers();
+    return keysText(held & Qt::ControlModifier, held & Qt::AltModifier, held & Qt::MetaModifier,
+                    QKeySequence(press.key()).toString());
 }
 
 bool isModifier(int key) {
@@ -72,8 +57,8 @@ bool isModifier(int key) {
 /// With its submenus, which answer as one.
 class NativeMenu : public QMenu {
 public:
-    NativeMenu(const NSMenu& menu, QWidget* parent)
-        : QMenu(parent), m_translucent(Session::current().windows().areComposited()) {
+    NativeMenu(const NSMenu& shown, QWidget* parent)
+        : QMenu(parent), menu(shown), m_translucent(Session::current().windows().areComposited()) {
         setWindowFlag(Qt::NoDropShadowWindowHint);
         setAttribute(Qt::WA_TranslucentBackground, m_translucent);
         setTitle(QString::fromStdString(menu.title()));
@@ -83,6 +68,8 @@ public:
             else
                 add(item);
     }
+
+    const NSMenu& menu;
 
 protected:
     // The keys stand in the row, but not in the item's name, which is read out.
@@ -154,11 +141,7 @@ private:
     std::shared_ptr<ToolkitWindow> m_held; ///< While its corners are cut.
 };
 
-struct Popup {
-    const NSMenu& menu;
-    QMenu& native;
-};
-Popup* theOpen = nullptr;
+NativeMenu* theOpen = nullptr;
 
 /// Below the place, or above where the screen has no room below; always within the screen's sides.
 QPoint cornerBeside(const QRect& place, const QSize& size) {
@@ -195,9 +178,8 @@ Item open(const NSMenu& menu, const std::function<QPoint(const QSize&)>& cornerF
     NativeMenu native(menu, nullptr);
     QObject::connect(&native, &QMenu::triggered,
                      [&](const QAction* row) { chosen = itemOf(*row); });
-    if (theOpen) theOpen->native.close();
-    Popup popup{menu, native};
-    auto* const before = std::exchange(theOpen, &popup);
+    if (theOpen) theOpen->close();
+    auto* const before = std::exchange(theOpen, &native);
     takeInput(native);
     native.exec(cornerFor(native.sizeHint()));
     theOpen = before;
@@ -231,7 +213,7 @@ bool isOpen(const NSMenu& menu) { return theOpen && &theOpen->menu == &menu; }
 
 bool close(const NSMenu& menu) {
     if (!isOpen(menu)) return false;
-    theOpen->native.close();
+    theOpen->close();
     return true;
 }
 

@@ -19,18 +19,15 @@ public:
     using QObject::QObject;
 
     bool eventFilter(QObject* object, QEvent* event) override {
-        const bool shown = event->type() == QEvent::Show;
-        if (!shown && event->type() != QEvent::Hide) return false;
-        auto* widget = qobject_cast<QWidget*>(object);
-        if (!widget) return false;
-        const Qt::WindowType type = widget->windowType();
-        if (type != Qt::Popup && type != Qt::ToolTip) return false;
-        drop(widget);
+        auto* const popup = qobject_cast<QWidget*>(object);
+        if (!popup || (popup->windowType() != Qt::Popup && popup->windowType() != Qt::ToolTip))
+            return false;
+        if (event->type() == QEvent::Hide) drop(popup);
         // A widget that is being shown may yet be given another native window. The call is dropped
         // with the widget where that dies first.
-        if (shown)
+        if (event->type() == QEvent::Show)
             QMetaObject::invokeMethod(
-                widget, [this, widget] { raise(*widget); }, Qt::QueuedConnection);
+                popup, [this, popup] { raise(*popup); }, Qt::QueuedConnection);
         return false;
     }
 

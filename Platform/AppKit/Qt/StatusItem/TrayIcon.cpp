@@ -29,14 +29,14 @@ TrayIcon::TrayIcon(NSStatusBarButton& button)
     : m_button(button), m_watchers(notifierWatcher, QDBusConnection::sessionBus(),
                                    QDBusServiceWatcher::WatchForOwnerChange) {
     connect(&m_watchers, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] {
-        leave(Tray::OnBus); // The new one, if there is one, does not know the item.
+        leave(notifierItem); // The new one, if there is one, does not know the item.
         askForHost();
     });
     QDBusConnection::sessionBus().connect(QString(), notifierWatcherPath, notifierWatcher,
                                           "StatusNotifierHostRegistered", this, SLOT(askForHost()));
     Session::current().tray().onChanged = [this] {
-        leave(Tray::OnServer); // Its window may have died with it.
-        leave(Tray::Drawn);
+        leave(dockedIcon); // Its window may have died with it.
+        leave(drawnIcon);
         choose();
     };
     askForHost();
@@ -62,28 +62,26 @@ void TrayIcon::take(const QDBusMessage& answer) {
     choose();
 }
 
-TrayIcon::Tray TrayIcon::best() const {
-    if (m_button.image() && Session::current().tray().draws()) return Tray::Drawn;
-    if (!m_hasHost || !m_button.image()) return Tray::None;
+TrayIcon::Maker TrayIcon::best() const {
+    if (m_button.image() && Session::current().tray().draws()) return drawnIcon;
+    if (!m_hasHost || !m_button.image()) return nullptr;
     const bool onServer = Session::current().tray().isPresent();
-    if (*m_hasHost && (!onServer || isServersTrayGoBetween())) return Tray::OnBus;
-    return onServer ? Tray::OnServer : Tray::None;
+    if (*m_hasHost && (!onServer || isServersTrayGoBetween())) return notifierItem;
+    return onServer ? dockedIcon : nullptr;
 }
 
-void TrayIcon::leave(Tray tray) {
-    if (m_tray != tray) return;
+void TrayIcon::leave(Maker maker) {
+    if (m_maker != maker) return;
     m_item.reset();
-    m_tray = Tray::None;
+    m_maker = nullptr;
 }
 
 void TrayIcon::choose() {
-    const Tray chosen = best();
-    if (chosen == m_tray) return;
-    leave(m_tray);
-    m_tray = chosen;
-    if (chosen == Tray::Drawn) m_item = drawnIcon(m_button);
-    if (chosen == Tray::OnServer) m_item = dockedIcon(m_button);
-    if (chosen == Tray::OnBus) m_item = notifierItem(m_button);
+    const Maker maker = best();
+    if (maker == m_maker) return;
+    leave(m_maker);
+    m_maker = maker;
+    if (maker) m_item = maker(m_button);
 }
 
 void TrayIcon::update() {

@@ -66,14 +66,15 @@ private slots:
     void take(const QDBusMessage& answer = {});
 
 private:
-    enum class Tray { None, Drawn, OnServer, OnBus };
-    Tray best() const;
-    void leave(Tray tray);
+    /// Of an item; null for none.
+    using Maker = std::unique_ptr<TrayItem> (*)(NSStatusBarButton&);
+    Maker best() const;
+    void leave(Maker maker);
     void choose();
 
     NSStatusBarButton& m_button;
     QDBusServiceWatcher m_watchers;
     std::optional<bool> m_hasHost; ///< Whether there is a tray on the bus, once that is known.
-    Tray m_tray = Tray::None;
+    Maker m_maker = nullptr;
     std::unique_ptr<TrayItem> m_item;
 };
