@@ -1,10 +1,10 @@
 #include "AppKit/NSWindow.h"
 
 #include "AppKit/NSEvent.h"
-#include "AppKit/NSScreen.h"
 #include "AppKit/NSViewController.h"
 #include "AppKit/Qt/Windows/NativeWindow.h"
 #include "QuartzCore/Animation+Private.h"
+#include "WindowServer/Session.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,15 +13,6 @@
 namespace {
 
 NSAnimationContext* theGroup = nullptr;
-
-/// The screen that holds the point, else the main one. Null without any screen.
-std::shared_ptr<NSScreen> screenAt(const NSPoint& point) {
-    const auto screens = NSScreen::screens();
-    const auto holder = std::ranges::find_if(
-        screens, [&](const auto& screen) { return CGRectContainsPoint(screen->frame(), point); });
-    if (holder != screens.end()) return *holder;
-    return screens.empty() ? nullptr : screens.front();
-}
 
 /// As the current group of animations runs.
 std::unique_ptr<Animation> animate(std::function<void(double)> apply) {
@@ -89,9 +80,10 @@ void NSWindow::setContentSize(const NSSize& size) {
 
 void NSWindow::center() {
     constexpr double above = 2.0 / 5; // of the height that is left
-    const auto screen = screenAt(NSEvent::mouseLocation());
-    if (!screen) return;
-    const NSRect& room = screen->visibleFrame();
+    const auto& displays = WindowServer::Session::current().displays();
+    if (displays.all().empty()) return;
+    const auto* const here = displays.at({NSEvent::mouseLocation(), {}});
+    const NSRect& room = here ? here->visibleFrame : displays.all().front().visibleFrame;
     const NSRect whole = m_native->frameAround(m_frame);
     const double left = (room.size.width - whole.size.width) / 2;
     const double under = (room.size.height - whole.size.height) * (1 - above);

@@ -10,6 +10,12 @@ QColor thinned(QColor color, double opacity) {
     return color;
 }
 
+QColor mixed(const QColor& one, const QColor& other, double share) {
+    const auto mix = [share](float a, float b) { return static_cast<float>(b + (a - b) * share); };
+    return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
+                            mix(one.blueF(), other.blueF()));
+}
+
 QColor faintText(const QPalette& palette, double opacity) {
     return thinned(palette.color(QPalette::WindowText), opacity);
 }

@@ -7,6 +7,8 @@
 bool isDark(const QPalette& palette);
 /// Seen through by so much more: 0 is invisible.
 QColor thinned(QColor color, double opacity);
+/// So large a share of the one, and the rest of the other.
+QColor mixed(const QColor& one, const QColor& other, double share);
 /// The text's colour, thinned.
 QColor faintText(const QPalette& palette, double opacity);
 

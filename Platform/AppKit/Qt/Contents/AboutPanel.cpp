@@ -1,7 +1,7 @@
 #include "AppKit/NSApplication.h"
 #include "AppKit/NSWindow.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
-#include "AppKit/Qt/Drawing/Painting.h"
+#include "AppKit/Qt/Windows/Coordinates.h"
 #include "Foundation/NSBundle+Private.h"
 
 #include <QEvent>

@@ -18,14 +18,6 @@ constexpr int edge = 20;
 constexpr int iconGap = 16;
 constexpr int leastTextWidth = 340;
 
-QLabel* paragraph(const QString& text, QFont::Weight weight, int width) {
-    constexpr int letters = 13;
-    auto* label = labelOf(text, letters, weight);
-    label->setWordWrap(true);
-    label->setFixedWidth(width);
-    return label;
-}
-
 /// Leaves the arrow keys to the row that it stands in.
 class AlertButton : public QPushButton {
 public:
@@ -66,12 +58,13 @@ public:
     explicit AlertContent(const NSAlert* alert)
         : m_message(QString::fromStdString(alert->messageText())),
           m_information(QString::fromStdString(alert->informativeText())) {
-        auto* const row = rowOf(alert->buttons());
-        const int width = std::max(leastTextWidth, row->sizeHint().width() - iconSize - iconGap);
+        constexpr int letters = 13;
+        QLabel* const paragraphs[] = {labelOf(m_message, letters, QFont::Bold),
+                                      labelOf(m_information, letters, QFont::Normal)};
         auto* texts = new QVBoxLayout;
         texts->setSpacing(6);
-        texts->addWidget(paragraph(m_message, QFont::Bold, width));
-        texts->addWidget(paragraph(m_information, QFont::Normal, width));
+        for (QLabel* paragraph : paragraphs)
+            texts->addWidget(paragraph);
         texts->addStretch();
 
         auto* top = new QHBoxLayout;
@@ -83,12 +76,14 @@ public:
         all->setContentsMargins(edge, edge, edge, edge);
         all->setSpacing(edge);
         all->addLayout(top);
+        // Last, so to assistive technology too the buttons follow the texts.
+        auto* const row = rowOf(alert->buttons());
         all->addLayout(row);
-        for (size_t i = 1; i < m_buttons.size(); ++i)
-            setTabOrder(m_buttons[i - 1], m_buttons[i]);
-        // To assistive technology they come after the texts.
-        for (QPushButton* button : m_buttons)
-            button->raise();
+        for (QLabel* paragraph : paragraphs) {
+            paragraph->setWordWrap(true);
+            paragraph->setFixedWidth(
+                std::max(leastTextWidth, row->sizeHint().width() - iconSize - iconGap));
+        }
     }
 
 protected:

@@ -22,16 +22,6 @@ constexpr int barEdge = 6;
 constexpr int gap = 4;
 constexpr int hairline = 1;
 
-/// The accent with enough of the text's colour to read small print by on the chosen tab's ground.
-QColor deepAccent(const QPalette& palette) {
-    constexpr float share = 0.4F;
-    const QColor accent = palette.color(QPalette::Highlight);
-    const QColor text = palette.color(QPalette::WindowText);
-    const auto mix = [](float a, float b) { return a + (b - a) * share; };
-    return QColor::fromRgbF(mix(accent.redF(), text.redF()), mix(accent.greenF(), text.greenF()),
-                            mix(accent.blueF(), text.blueF()));
-}
-
 /// A symbol above its label, in the accent colour while it is the chosen one.
 class TabButton : public QAbstractButton, public Accessible {
 public:
@@ -71,28 +61,25 @@ protected:
                                                                          : 0));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), corner, corner);
 
-        painter.setPen(isChecked() ? deepAccent(palette()) : palette().color(QPalette::WindowText));
+        // Enough of the text's colour to read small print by on the chosen tab's ground.
+        const QColor text = palette().color(QPalette::WindowText);
+        painter.setPen(isChecked() ? mixed(text, accent, 0.4) : text);
         icon().paint(&painter,
                      QRect((width() - symbolSize) / 2, upperEdge, symbolSize, symbolSize));
         painter.drawText(rect().adjusted(0, 0, 0, -upperEdge), Qt::AlignHCenter | Qt::AlignBottom,
-                         text());
+                         QAbstractButton::text());
     }
 };
 
-/// The tabs of one toolbar.
+/// The tabs of one toolbar, and the line that parts them from what is below.
 class TabRow : public QWidget, public Accessible {
 public:
     QAccessible::Role accessibleRole() const override { return QAccessible::PageTabList; }
-};
-
-/// Parts the toolbar from what is below.
-class Hairline : public QWidget {
-public:
-    Hairline() { setFixedHeight(hairline); }
 
 protected:
     void paintEvent(QPaintEvent*) override {
-        QPainter(this).fillRect(rect(), faintText(palette(), 0.15));
+        const QRect line = rect().adjusted(0, height() - hairline, 0, 0);
+        QPainter(this).fillRect(line, faintText(palette(), 0.15));
     }
 };
 
@@ -106,10 +93,9 @@ public:
         layout->setContentsMargins(0, 0, 0, 0);
         layout->setSpacing(0);
         layout->addWidget(m_toolbar);
-        layout->addWidget(new Hairline);
         layout->addWidget(m_views);
         auto* row = new QHBoxLayout(m_toolbar);
-        row->setContentsMargins(barEdge, barEdge, barEdge, barEdge);
+        row->setContentsMargins(barEdge, barEdge, barEdge, barEdge + hairline);
         row->setSpacing(gap);
         row->addStretch();
         for (const auto& item : controller.tabViewItems()) {
@@ -125,7 +111,7 @@ public:
         row->addStretch();
     }
 
-    int toolbarHeight() const override { return m_toolbar->sizeHint().height() + hairline; }
+    int toolbarHeight() const override { return m_toolbar->sizeHint().height(); }
 
 private:
     TabButton* buttonFor(const NSTabViewItem& item) {

@@ -2,6 +2,7 @@
 
 #include "AppKit/NSViewController.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QWidget>
 
@@ -32,6 +33,20 @@ private:
 };
 
 /// A text of so many pixels' height.
-QLabel* labelOf(const QString& text, int pixels, QFont::Weight weight);
+inline QLabel* labelOf(const QString& text, int pixels, QFont::Weight weight) {
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    QFont font = label->font();
+    font.setPixelSize(pixels);
+    font.setWeight(weight);
+    label->setFont(font);
+    return label;
+}
+
 /// The program's icon, of so many points each way.
-QLabel* iconLabel(int side);
+inline QLabel* iconLabel(int side) {
+    auto* icon = new QLabel;
+    icon->setPixmap(QApplication::windowIcon().pixmap(side));
+    icon->setAccessibleName(QApplication::applicationName());
+    return icon;
+}

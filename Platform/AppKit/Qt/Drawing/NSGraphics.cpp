@@ -1,6 +1,7 @@
 #include "AppKit/NSGraphics.h"
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
-#include "AppKit/Qt/Drawing/Painting.h"
+#include "AppKit/Qt/Drawing/Symbol.h"
+#include "AppKit/Qt/Windows/Coordinates.h"
 
 #include <QGuiApplication>
 #include <QPainterPath>
@@ -57,13 +58,4 @@ void NSRectFillUsingOperation(const NSRect& rect, NSCompositingOperation) {
     thePainter->setCompositionMode(QPainter::CompositionMode_SourceAtop);
     thePainter->fillRect(rectFrom(rect), thePainter->brush());
     thePainter->setCompositionMode(QPainter::CompositionMode_SourceOver);
-}
-
-QColor colorFrom(const CGColor& color) {
-    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                            static_cast<float>(color.blue), static_cast<float>(color.alpha));
-}
-
-QRectF rectFrom(const NSRect& rect) {
-    return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
 }

@@ -1,5 +1,5 @@
-#include "AppKit/Qt/Drawing/Painting.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
+#include "AppKit/Qt/Windows/Coordinates.h"
 
 #include <QFile>
 #include <QGuiApplication>
@@ -7,8 +7,6 @@
 #include <QScopedValueRollback>
 #include <QStandardPaths>
 #include <QSvgRenderer>
-
-#include <algorithm>
 
 namespace {
 
@@ -34,9 +32,9 @@ QString traySymbolName(const std::string& name) {
 
 /// Its drawing for a square of so many pixels each way: small ones are drawn for themselves.
 QString traySymbolFile(const std::string& name, int side) {
-    constexpr int sides[] = {32, 24, 22, 16};
-    const auto* const fits = std::ranges::find_if(sides, [side](int each) { return each <= side; });
-    const int drawn = fits == std::end(sides) ? 16 : *fits;
+    int drawn = 16;
+    for (const int each : {22, 24, 32})
+        if (each <= side) drawn = each;
     return QString(":/Icons/status/%1/%2.svg").arg(drawn).arg(traySymbolName(name));
 }
 

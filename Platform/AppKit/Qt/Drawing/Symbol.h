@@ -5,6 +5,10 @@
 #include <QIcon>
 #include <QPainter>
 
+/// What `NSColor`, `NSBezierPath` and `NSImage` draw with. Its coordinates are the view's, its pen
+/// and its brush the colours that were set. Null where nothing is being drawn.
+extern QPainter* thePainter;
+
 /// The file that a symbol is drawn in, all in black, whether or not there is one.
 QString symbolFile(const std::string& name);
 

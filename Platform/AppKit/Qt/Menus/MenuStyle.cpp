@@ -1,3 +1,4 @@
+#include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"
 
 #include <QPainterPath>
@@ -29,19 +30,10 @@ struct Row {
     int imageColumn; ///< Its width; titles stand in a line whether or not a row has an image.
 };
 
-/// The text's colour mixed into the ground's.
-QColor hairline(const QPalette& palette, double share) {
-    const QColor text = palette.color(QPalette::WindowText);
-    const QColor ground = palette.color(QPalette::Window);
-    const auto mix = [&](int a, int b) { return static_cast<int>(a * share + b * (1 - share)); };
-    return {mix(text.red(), ground.red()), mix(text.green(), ground.green()),
-            mix(text.blue(), ground.blue())};
-}
-
 void drawSeparator(const QStyleOptionMenuItem& option, QPainter& painter) {
     const QRect line(option.rect.x() + rowPadding, option.rect.center().y(),
                      option.rect.width() - 2 * rowPadding, 1);
-    painter.fillRect(line, hairline(option.palette, 0.14));
+    painter.fillRect(line, faintText(option.palette, 0.14));
 }
 
 void drawChevron(const QRect& content, QPainter& painter, const QColor& colour) {
@@ -97,7 +89,8 @@ QSize sizeOf(const QStyleOptionMenuItem& option) {
 /// Without translucency the corners are cut elsewhere.
 void drawPanel(const QStyleOption& option, QPainter& painter, bool translucent) {
     const QRectF outline = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
-    const QColor edge = hairline(option.palette, 0.2);
+    const QColor edge = mixed(option.palette.color(QPalette::WindowText),
+                              option.palette.color(QPalette::Window), 0.2);
     // Corners that are cut along the pixels end in the edge's colour.
     if (!translucent) painter.fillRect(option.rect, edge);
     painter.setRenderHint(QPainter::Antialiasing);

@@ -1,6 +1,6 @@
 #include "AppKit/Qt/Panels/PanelPicture.h"
 
-#include "AppKit/Qt/Drawing/Painting.h"
+#include "AppKit/Qt/Drawing/Symbol.h"
 #include "WindowServer/GaussianBlur.h"
 
 #include <QScopedValueRollback>
@@ -20,15 +20,18 @@ constexpr double shadowDarkness = 0.4; ///< Where it is deepest.
 
 } // namespace
 
-QImage pictureOf(NSView& view, const NSSize& size, double scale) {
+QImage pictureOf(NSView& view, const NSSize& size, int margin, double scale) {
     const auto pixels = [scale](double points) {
         return static_cast<int>(std::lround(points * scale));
     };
-    QImage picture(pixels(size.width), pixels(size.height), QImage::Format_ARGB32_Premultiplied);
+    const int border = pixels(margin);
+    const QSize inner(pixels(size.width), pixels(size.height));
+    QImage picture(inner + 2 * QSize(border, border), QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(picture.width() / size.width, picture.height() / size.height);
+    painter.translate(border, border);
+    painter.scale(inner.width() / size.width, inner.height() / size.height);
     if (!view.isFlipped()) {
         painter.translate(0, size.height);
         painter.scale(1, -1);
@@ -54,11 +57,10 @@ std::vector<PixelRect> inkOf(const QImage& picture) {
 }
 
 QImage withShadow(const QImage& picture, double scale) {
-    const int border = static_cast<int>(std::lround(softShadowMargin * scale));
-    QImage result(picture.size() + 2 * QSize(border, border), QImage::Format_ARGB32_Premultiplied);
+    QImage result(picture.size(), QImage::Format_ARGB32_Premultiplied);
     result.fill(Qt::transparent);
     QPainter painter(&result);
-    painter.drawImage(QPointF(border, border + shadowDrop * scale), picture);
+    painter.drawImage(QPointF(0, shadowDrop * scale), picture);
     painter.end();
 
     WindowServer::SmallImage opacity(result.width(), result.height());
@@ -75,9 +77,9 @@ QImage withShadow(const QImage& picture, double scale) {
     // The shadow lies around the picture, not under it.
     painter.begin(&result);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    painter.drawImage(border, border, picture);
+    painter.drawImage(0, 0, picture);
     painter.setCompositionMode(QPainter::CompositionMode_Plus);
-    painter.drawImage(border, border, picture);
+    painter.drawImage(0, 0, picture);
     return result;
 }
 

@@ -156,16 +156,14 @@ protected:
         if (!m_held) return;
         QPainter painter(this);
         const double scale = scaleOf(painter);
-        const QSize size(static_cast<int>(std::lround(m_window->frame().size.width * scale)),
-                         static_cast<int>(std::lround(m_window->frame().size.height * scale)));
-        if (m_picture.size() != size) draw(scale);
+        if (m_picture.isNull() || m_picture.devicePixelRatio() != scale) draw(scale);
         if (!m_translucent) {
             painter.fillRect(rect(), Qt::black);
             m_behind.setDevicePixelRatio(scale);
             painter.drawImage(0, 0, m_behind);
         }
         painter.setOpacity(m_alpha);
-        painter.drawImage(0, 0, m_shadowed);
+        painter.drawImage(0, 0, m_picture);
     }
 
     void mousePressEvent(QMouseEvent* event) override {
@@ -200,11 +198,10 @@ private:
     void press() {
         if (!m_held) return;
         const NSPoint middle = {CGRectGetMidX(m_window->frame()), CGRectGetMidY(m_window->frame())};
-        const auto at = [&](Handler handler, NSEventType type) {
+        for (const auto& [handler, type] :
+             {std::pair<Handler, NSEventType>{&NSView::mouseDown, NSEventTypeLeftMouseDown},
+              {&NSView::mouseUp, NSEventTypeLeftMouseUp}})
             if (view()) deliver(handler, *view(), eventOf(type, {}, middle));
-        };
-        at(&NSView::mouseDown, NSEventTypeLeftMouseDown);
-        at(&NSView::mouseUp, NSEventTypeLeftMouseUp);
     }
 
     /// The new one hears for itself whether the pointer is there.
@@ -227,25 +224,16 @@ private:
     /// With the shadow. The toolkit knows whole points alone.
     QRect place() const { return rectOf(CGRectInset(m_window->frame(), -m_margin, -m_margin)); }
 
+    /// What the drawing leaves clear neither hides anything nor takes input.
     void draw(double scale) {
         m_picture = {};
-        if (view()) m_picture = pictureOf(*view(), m_window->frame().size, scale);
-        m_shadowed = m_margin > 0 ? withShadow(m_picture, scale) : m_picture;
-        m_shadowed.setDevicePixelRatio(scale);
-        setShapes(scale);
-    }
-
-    /// What the drawing leaves clear neither hides anything nor takes input.
-    void setShapes(double scale) {
-        const int margin = static_cast<int>(std::lround(m_margin * scale));
+        if (view()) m_picture = pictureOf(*view(), m_window->frame().size, m_margin, scale);
         auto ink = inkOf(m_picture);
-        for (auto& run : ink) {
-            run.x += margin;
-            run.y += margin;
-        }
         if (!m_translucent) m_held->setShape(ToolkitWindow::Region::Bounding, ink);
         if (m_window->ignoresMouseEvents()) ink.clear();
         m_held->setShape(ToolkitWindow::Region::Input, ink);
+        if (m_margin > 0) m_picture = withShadow(m_picture, scale);
+        m_picture.setDevicePixelRatio(scale);
     }
 
     /// Looks once: what changes later behind a panel that rests does not show through.
@@ -308,10 +296,9 @@ private:
     NSWindow* m_window;                                  ///< Null once it has left.
     std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While it is shown.
     bool m_translucent = false;
-    int m_margin = 0;  ///< For the shadow, in points.
-    QImage m_picture;  ///< Empty while it is to be drawn anew.
-    QImage m_shadowed; ///< The same with its shadow, where it has one.
-    QImage m_behind;   ///< Empty where nothing is known.
+    int m_margin = 0; ///< For the shadow, in points.
+    QImage m_picture; ///< Empty while it is to be drawn anew.
+    QImage m_behind;  ///< Empty where nothing is known.
     QTimer m_look;
     double m_alpha = 1;
     QPointF m_mouse;

@@ -40,12 +40,6 @@ public:
     QAccessibleInterface* child(int index) const override {
         return m_told.isOneElement() ? nullptr : QAccessibleWidget::child(index);
     }
-    QAccessibleInterface* childAt(int x, int y) const override {
-        return m_told.isOneElement() ? nullptr : QAccessibleWidget::childAt(x, y);
-    }
-    int indexOfChild(const QAccessibleInterface* child) const override {
-        return m_told.isOneElement() ? -1 : QAccessibleWidget::indexOfChild(child);
-    }
 
 private:
     Accessible::Actions actions() const {

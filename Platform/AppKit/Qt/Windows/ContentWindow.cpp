@@ -31,21 +31,6 @@ std::vector<ContentWindow*> windows() {
     return some;
 }
 
-constexpr QEvent::Type inputs[] = {
-    QEvent::MouseButtonPress,
-    QEvent::MouseButtonRelease,
-    QEvent::MouseButtonDblClick,
-    QEvent::MouseMove,
-    QEvent::Wheel,
-    QEvent::TouchBegin,
-    QEvent::TouchUpdate,
-    QEvent::TouchEnd,
-    QEvent::KeyPress,
-    QEvent::KeyRelease,
-    QEvent::ShortcutOverride,
-    QEvent::Close,
-};
-
 /// Is to take the keyboard at the turn's end. A window that is made key before that ends this: a
 /// window manager that answers late would take the keyboard from it again.
 QPointer<ContentWindow> toActivate;
@@ -214,7 +199,7 @@ void ContentWindow::orderOut() {
 }
 
 void ContentWindow::takeKeyboard() {
-    if (Session::current().windows().hasManager())
+    if (isManaged())
         activateWindow();
     else if (m_held)
         m_held->takeKeyboard();
@@ -241,18 +226,24 @@ void ContentWindow::followActivation() {
     m_away = true;
 }
 
-/// Keeps input from the window while another one runs modally, which gets the keyboard instead. The
-/// toolkit's own modality would take in the buttons and the tray's icon, which always work.
+/// A press anywhere takes the keyboard, where no window manager sees to that. While another window
+/// runs modally, that one gets it, and this one no input at all: the toolkit's own modality would
+/// take in the buttons and the tray's icon, which always work.
 bool ContentWindow::eventFilter(QObject* native, QEvent* event) {
+    const bool isPress = event->type() == QEvent::MouseButtonPress;
     const auto* const modal = QGuiApplication::modalWindow();
-    if (!modal || modal == native) return false;
-    if (event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress)
+    if (!modal || modal == native) {
+        if (isPress && !isManaged()) takeKeyboard();
+        return false;
+    }
+    if (isPress || event->type() == QEvent::FocusIn)
         if (auto* const front = dynamic_cast<ContentWindow*>(QWidget::find(modal->winId())))
             QMetaObject::invokeMethod(
                 front, [front] { front->takeKeyboard(); }, Qt::QueuedConnection);
-    const bool isInput = std::ranges::count(inputs, event->type()) > 0;
-    if (isInput) event->ignore();
-    return isInput;
+    const bool isKept =
+        (event->isInputEvent() && event->type() != QEvent::Enter) || event->type() == QEvent::Close;
+    if (isKept) event->ignore();
+    return isKept;
 }
 
 /// The close button is for `close`, which hides the window and keeps its widgets.

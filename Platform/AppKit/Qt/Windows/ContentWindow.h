@@ -38,7 +38,7 @@ public:
     void orderFront() override;
     void orderOut() override;
 
-    virtual void takeKeyboard();
+    void takeKeyboard();
 
     /// A window without a title is an alert.
     QAccessible::Role accessibleRole() const override {
@@ -51,15 +51,15 @@ protected:
     /// What the window has of its own around its content: a title bar, and a shadow on each side.
     void setChrome(int titleBar, int shadow);
 
-    NSWindow& window() const { return m_window; }
     bool hasStyle(NSUInteger style) const { return m_window.styleMask() & style; }
-    int shadow() const { return m_shadow; }
-    /// Null off the screen.
-    WindowServer::ToolkitWindow* held() const { return m_held.get(); }
 
     bool eventFilter(QObject* native, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
+
+    NSWindow& m_window;
+    std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While on the screen.
+    int m_shadow = 0;
 
 private:
     void load();
@@ -71,10 +71,7 @@ private:
     void comeBack();
     void followActivation();
 
-    NSWindow& m_window;
-    std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While on the screen.
     QPointer<ViewContent> m_content;
-    int m_shadow = 0;
     QMargins m_chrome;         ///< All of ours around the content, its toolbar included.
     unsigned m_order = 0;      ///< Counts up with each window that comes to the front.
     bool m_isEntering = false; ///< It has come in this turn of the event loop.

@@ -91,14 +91,14 @@ QPixmap groundOf(double scale, const QColor& fill, const QColor& line) {
     QPixmap ground;
     if (QPixmapCache::find(key, &ground)) return ground;
     const double margin = std::lround(softShadowMargin * scale);
-    const int side = 2 * static_cast<int>(std::lround(corner * scale + margin)) + 1;
+    const int side = 2 * static_cast<int>(std::lround(corner * scale + 2 * margin)) + 1;
     QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(line, scale));
     painter.setBrush(fill);
-    const double inset = scale / 2;
+    const double inset = margin + scale / 2;
     painter.drawRoundedRect(QRectF(picture.rect()).adjusted(inset, inset, -inset, -inset),
                             corner * scale, corner * scale);
     painter.end();
@@ -115,20 +115,11 @@ public:
 
     void orderFront() override {
         ContentWindow::orderFront();
-        held()->setName(hasTitleBar() ? "window" : "alert");
+        m_held->setName(hasTitleBar() ? "window" : "alert");
         if (m_translucent)
-            held()->setShadowMargin(static_cast<int>(std::lround(shadow() * devicePixelRatioF())));
-        held()->setLevel(static_cast<int>(window().level()));
-        held()->onGone = [this] {
-            orderOut();
-            destroy();
-            orderFront();
-            takeKeyboard();
-        };
-    }
-
-    void takeKeyboard() override {
-        if (held()) held()->takeKeyboard();
+            m_held->setShadowMargin(static_cast<int>(std::lround(m_shadow * devicePixelRatioF())));
+        m_held->setLevel(static_cast<int>(m_window.level()));
+        m_held->onGone = [this] { comeAnew(); };
     }
 
 protected:
@@ -143,21 +134,7 @@ protected:
     }
 
     void checkForm() override {
-        if (!layout() || m_translucent == isComposited()) return;
-        const bool wasShown = isVisible();
-        if (wasShown) orderOut();
-        destroy();
-        takeForm();
-        if (!wasShown) return;
-        orderFront();
-        makeKey();
-    }
-
-    /// A press anywhere in it takes the keyboard, as no window manager sees to that.
-    bool eventFilter(QObject* native, QEvent* event) override {
-        if (ContentWindow::eventFilter(native, event)) return true;
-        if (event->type() == QEvent::MouseButtonPress) takeKeyboard();
-        return false;
+        if (layout() && m_translucent != isComposited()) comeAnew();
     }
 
     void paintEvent(QPaintEvent*) override {
@@ -200,9 +177,19 @@ protected:
 
 private:
     /// Without the shadow.
-    QRect body() const { return rect().marginsRemoved(QMargins() + shadow()); }
+    QRect body() const { return rect().marginsRemoved(QMargins() + m_shadow); }
     bool hasTitleBar() const {
-        return !window().title().empty() || hasStyle(NSWindowStyleMaskClosable);
+        return !m_window.title().empty() || hasStyle(NSWindowStyleMaskClosable);
+    }
+
+    void comeAnew() {
+        const bool wasShown = isVisible();
+        orderOut();
+        destroy();
+        takeForm();
+        if (!wasShown) return;
+        orderFront();
+        takeKeyboard();
     }
 
     void takeForm() {
