@@ -2,6 +2,7 @@
 #include "Harness/Agent.h"
 #include "Harness/Await.h"
 #include "Harness/ScreenReader.h"
+#include "Harness/ShortcutPortal.h"
 #include "Harness/WaylandDesk.h"
 
 #include <algorithm>
@@ -181,7 +182,25 @@ TEST_P(Wayland, BlursBothOutputsAndLetsInputThrough) {
         EXPECT_FOR(1s, isHidden());
         desk.setBlur(true);
         EXPECT_SOON(isCovered());
+        return;
     }
+    std::optional<ShortcutPortal> portal(desk.bus()); // It asks, so the settings are opened first.
+    hand.click(buttons().at(0), 3);
+    ASSERT_SOON(bright(left).height > 100);
+    EXPECT_EQ(portal->bound(), 0u);
+    hand.strike(downKey, 5);
+    hand.strike(returnKey);
+    ASSERT_SOON(portal->bound() == 1);
+    portal->press();
+    EXPECT_SOON(isClear());
+    endCleanly(*program);
+    ASSERT_NO_FATAL_FAILURE(start());
+    EXPECT_SOON(portal->bound() == 2);
+    portal.reset();
+    portal.emplace(desk.bus());
+    EXPECT_SOON(portal->bound() == 1);
+    portal->press();
+    EXPECT_SOON(isCovered());
 }
 
 TEST_P(Wayland, OpensMenusAndAlertsAndGivesTheKeyboardBack) {
@@ -266,7 +285,7 @@ TEST_P(Wayland, ComesBackWithTheCompositor) {
     ASSERT_NO_FATAL_FAILURE(start());
     const Area home = buttons().at(0);
     for (const bool covered : {true, false}) {
-        hand.click(buttons().at(0));
+        isKWin() && !covered ? hand.strikeChord() : hand.click(buttons().at(0));
         EXPECT_SOON(covered ? isCovered() : isClear());
         desk.restartCompositor();
         ++lostCompositors;

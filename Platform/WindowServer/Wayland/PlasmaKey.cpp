@@ -37,10 +37,14 @@ QDBusMessage call(const QString& method) {
 
 } // namespace
 
+bool PlasmaKey::isOffered() {
+    const auto* const bus = QDBusConnection::sessionBus().interface();
+    return bus && bus->isServiceRegistered(service);
+}
+
 bool PlasmaKey::take(const KeyChord& chord) {
     auto bus = QDBusConnection::sessionBus();
-    if (m_isTaken || !bus.isConnected() || !bus.interface()->isServiceRegistered(service))
-        return false;
+    if (m_isTaken) return false;
     const auto plain = m_keymap.plainKeyOf(static_cast<uint32_t>(chord.kernelCode));
     if (!plain) return false;
     int key = *plain;

@@ -7,12 +7,13 @@
 
 namespace WindowServer::Wayland {
 
-/// The chord by way of Plasma's own service for shortcuts. A compositor of another kind has none
-/// that could be asked without asking the user.
+/// The chord by way of Plasma's own service for shortcuts, which grants it without asking the user.
 class PlasmaKey : public QObject, public GlobalKey {
     Q_OBJECT
 
 public:
+    static bool isOffered();
+
     explicit PlasmaKey(const Keymap& keymap) : m_keymap(keymap) {}
 
     bool take(const KeyChord& chord) override;

@@ -1,6 +1,8 @@
 #include "WindowServer/Wayland/WaylandSession.h"
 
 #include "WindowServer/Wayland/Comeback.h"
+#include "WindowServer/Wayland/PlasmaKey.h"
+#include "WindowServer/Wayland/PortalKey.h"
 
 namespace WindowServer::Wayland {
 
@@ -13,8 +15,7 @@ std::unique_ptr<WaylandSession> WaylandSession::connect() {
 WaylandSession::WaylandSession(std::unique_ptr<Connection> connection)
     : m_connection(std::move(connection)), m_outputs(*m_connection),
       m_stages(*m_connection, m_outputs), m_windows(*m_connection, m_stages),
-      m_covers(*m_connection, m_stages, m_windows), m_seat(*m_connection, m_stages, m_windows),
-      m_key(m_seat.keyboard().keymap()) {
+      m_covers(*m_connection, m_stages, m_windows), m_seat(*m_connection, m_stages, m_windows) {
     m_connection->settle(); // What the seat has,
     m_connection->settle(); // and how its keyboard is laid out.
 }
@@ -33,6 +34,11 @@ void WaylandSession::attach() {
     m_windows.onMoved = [this] { m_seat.pointer().look(); };
     m_windows.attach();
     m_covers.attach();
+    const Keymap& keymap = m_seat.keyboard().keymap();
+    if (PlasmaKey::isOffered())
+        m_key = std::make_unique<PlasmaKey>(keymap);
+    else
+        m_key = std::make_unique<PortalKey>(keymap);
     m_connection->onTurnEnd = [this] { finishTurn(); };
     m_connection->attach();
 }
@@ -40,7 +46,7 @@ void WaylandSession::attach() {
 /// Outputs first, for the stages stand on them, and the windows on those. All that comes of one
 /// turn of the event loop reaches the screen together.
 void WaylandSession::finishTurn() {
-    if (Comeback::shared().takeUpCover() && m_key.onPressed) m_key.onPressed();
+    if (m_key->onPressed && Comeback::shared().takeUpCover()) m_key->onPressed();
     m_outputs.refreshIfStale();
     m_stages.refreshIfStale();
     m_covers.commit();

@@ -3,7 +3,6 @@
 #include "WindowServer/Session.h"
 #include "WindowServer/Wayland/Covers.h"
 #include "WindowServer/Wayland/Outputs.h"
-#include "WindowServer/Wayland/PlasmaKey.h"
 #include "WindowServer/Wayland/Seat.h"
 #include "WindowServer/Wayland/StagedWindows.h"
 #include "WindowServer/Wayland/Stages.h"
@@ -21,7 +20,7 @@ public:
     Displays& displays() override { return m_outputs; }
     Surfaces& surfaces() override { return m_covers; }
     ToolkitWindows& windows() override { return m_windows; }
-    GlobalKey& key() override { return m_key; }
+    GlobalKey& key() override { return *m_key; }
     Settings& settings() override { return m_settings; }
     Tray& tray() override { return m_tray; }
 
@@ -36,7 +35,7 @@ private:
     StagedWindows m_windows;
     Covers m_covers;
     Seat m_seat;
-    PlasmaKey m_key;
+    std::unique_ptr<GlobalKey> m_key;
     Settings m_settings;
     Tray m_tray;
 };
