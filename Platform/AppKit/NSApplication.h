@@ -13,7 +13,8 @@ inline const NSNotificationName NSApplicationDidFinishLaunchingNotification =
 
 enum NSApplicationActivationPolicy : NSInteger { NSApplicationActivationPolicyAccessory = 1 };
 
-/// Credits, an NSAttributedString.
+/// Credits, an NSAttributedString. The size of its font counts, and whether its colour is that of
+/// secondary labels.
 inline const std::string NSAboutPanelOptionCredits = "Credits";
 
 class NSApplication;

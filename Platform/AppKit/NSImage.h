@@ -12,16 +12,15 @@ public:
     /// The point size is that of the text which the symbol would stand in.
     static std::shared_ptr<NSImageSymbolConfiguration> configurationWithPointSize(double pointSize,
                                                                                   NSFontWeight) {
-        return std::shared_ptr<NSImageSymbolConfiguration>(
-            new NSImageSymbolConfiguration(pointSize));
+        const auto configuration = std::make_shared<NSImageSymbolConfiguration>();
+        configuration->m_pointSize = pointSize;
+        return configuration;
     }
 
     double pointSize() const { return m_pointSize; }
 
 private:
-    explicit NSImageSymbolConfiguration(double pointSize) : m_pointSize(pointSize) {}
-
-    double m_pointSize;
+    double m_pointSize = 0;
 };
 
 /// A picture that is drawn anew wherever it is shown: a symbol of the platform's, or what a handler

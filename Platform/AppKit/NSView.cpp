@@ -55,13 +55,7 @@ void NSView::viewDidMoveToWindow() {
         view->viewDidMoveToWindow();
 }
 
-void NSView::setToolTip(const std::string& toolTip) {
-    m_toolTip = toolTip;
-    if (NSWindow* const target = window()) target->textsChanged();
-}
-
-void NSView::setAccessibilityLabel(const std::string& label) {
-    m_accessibilityLabel = label;
+void NSView::textsChanged() const {
     if (NSWindow* const target = window()) target->textsChanged();
 }
 

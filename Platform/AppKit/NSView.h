@@ -103,13 +103,21 @@ public:
     }
 
     const std::string& toolTip() const { return m_toolTip; }
-    void setToolTip(const std::string& toolTip);
+    void setToolTip(const std::string& toolTip) {
+        m_toolTip = toolTip;
+        textsChanged();
+    }
     const std::string& accessibilityLabel() const { return m_accessibilityLabel; }
-    void setAccessibilityLabel(const std::string& label);
+    void setAccessibilityLabel(const std::string& label) {
+        m_accessibilityLabel = label;
+        textsChanged();
+    }
     const NSAccessibilityRole& accessibilityRole() const { return m_accessibilityRole; }
     void setAccessibilityRole(const NSAccessibilityRole& role) { m_accessibilityRole = role; }
 
 private:
+    void textsChanged() const;
+
     NSRect m_frame;
     std::vector<std::shared_ptr<NSView>> m_subviews;
     NSView* m_superview = nullptr;

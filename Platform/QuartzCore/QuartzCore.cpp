@@ -26,8 +26,8 @@ void CALayer::setBackgroundColor(const CGColor& color) {
 
 std::shared_ptr<CAMediaTimingFunction>
 CAMediaTimingFunction::functionWithName(const CAMediaTimingFunctionName& name) {
-    if (name != kCAMediaTimingFunctionEaseOut) return nullptr;
-    return std::shared_ptr<CAMediaTimingFunction>(new CAMediaTimingFunction);
+    return name == kCAMediaTimingFunctionEaseOut ? std::make_shared<CAMediaTimingFunction>()
+                                                 : nullptr;
 }
 
 double CAMediaTimingFunction::progressAt(double time) const {

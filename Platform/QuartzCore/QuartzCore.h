@@ -34,7 +34,4 @@ public:
 
     /// The progress, from 0 to 1, at a part of the time, from 0 to 1.
     double progressAt(double time) const;
-
-private:
-    CAMediaTimingFunction() = default;
 };

@@ -1,10 +1,8 @@
 #include "AppKit/NSApplication.h"
 #include "AppKit/NSWindow.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
-#include "AppKit/Qt/Windows/Coordinates.h"
 #include "Foundation/NSBundle+Private.h"
 
-#include <QEvent>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -16,6 +14,7 @@ using Credits = std::shared_ptr<NSAttributedString>; ///< Null for none.
 constexpr int iconSize = 96;
 constexpr int sideEdge = 36;
 constexpr int lowerEdge = 28;
+constexpr int usualSize = 11;
 
 QString information(const char* key) { return QString::fromStdString(infoOf(key)); }
 
@@ -25,11 +24,24 @@ QLabel* line(const QString& text, int pixels, QFont::Weight weight) {
     return label;
 }
 
+QLabel* lineOf(const NSAttributedString& credits) {
+    const auto& attributes = credits.attributes();
+    const auto font = attributes.find(NSFontAttributeName);
+    const double size =
+        font == attributes.end() ? usualSize : std::any_cast<NSFont>(font->second).pointSize();
+    auto* label =
+        line(QString::fromStdString(credits.string()), static_cast<int>(size), QFont::Normal);
+    const auto color = attributes.find(NSForegroundColorAttributeName);
+    if (color != attributes.end() &&
+        std::any_cast<NSColor>(color->second) == NSColor::secondaryLabelColor())
+        label->setForegroundRole(QPalette::PlaceholderText);
+    return label;
+}
+
 /// The bundle's icon, name and version, and the credits.
 class AboutContent : public ViewContent {
 public:
-    explicit AboutContent(const Credits& credits)
-        : m_credits(credits), m_line(line({}, 11, QFont::Normal)) {
+    explicit AboutContent(const Credits& credits) {
         auto* all = new QVBoxLayout(this);
         all->setContentsMargins(sideEdge, 12, sideEdge, lowerEdge);
         all->setSpacing(4);
@@ -37,39 +49,11 @@ public:
         all->addSpacing(8);
         all->addWidget(line(information("CFBundleName"), 15, QFont::Bold));
         all->addWidget(
-            line("Version " + information("CFBundleShortVersionString"), 11, QFont::Normal));
+            line("Version " + information("CFBundleShortVersionString"), usualSize, QFont::Normal));
         all->addSpacing(10);
-        all->addWidget(m_line);
+        if (credits) all->addWidget(lineOf(*credits));
         new QShortcut(Qt::Key_Escape, this, [this] { window()->close(); });
-        showCredits();
     }
-
-protected:
-    void changeEvent(QEvent* event) override {
-        if (event->type() == QEvent::PaletteChange) showCredits();
-        ViewContent::changeEvent(event);
-    }
-
-private:
-    void showCredits() {
-        if (!m_credits) return;
-        m_line->setText(QString::fromStdString(m_credits->string()));
-        const auto& attributes = m_credits->attributes();
-        if (const auto found = attributes.find(NSFontAttributeName); found != attributes.end()) {
-            QFont font = m_line->font();
-            font.setPixelSize(static_cast<int>(std::any_cast<NSFont>(found->second).pointSize()));
-            m_line->setFont(font);
-        }
-        const auto color = attributes.find(NSForegroundColorAttributeName);
-        if (color == attributes.end()) return;
-        const QColor ink = colorFrom(std::any_cast<NSColor>(color->second).CGColor());
-        QPalette palette = m_line->palette();
-        palette.setColor(QPalette::WindowText, ink);
-        m_line->setPalette(palette);
-    }
-
-    const Credits m_credits;
-    QLabel* const m_line;
 };
 
 } // namespace

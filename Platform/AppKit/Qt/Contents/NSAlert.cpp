@@ -24,10 +24,11 @@ public:
     using QPushButton::QPushButton;
 
     QSize sizeHint() const override {
+        constexpr QSize least(84, 26);
         constexpr int sidePadding = 14;
-        const int label = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
         constexpr int rings = 2 * focusRingMargin;
-        return {std::max(label + 2 * sidePadding, 84) + rings, 26 + rings};
+        const int label = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+        return QSize(label + 2 * sidePadding, 0).expandedTo(least) + QSize(rings, rings);
     }
 
 protected:

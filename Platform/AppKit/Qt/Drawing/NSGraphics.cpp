@@ -1,5 +1,4 @@
 #include "AppKit/NSGraphics.h"
-#include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 
@@ -7,10 +6,6 @@
 #include <QPainterPath>
 
 namespace {
-
-// Contrasts of 5.9 to 1 and 7.6 to 1 with the windows' own light and dark.
-constexpr ::CGColor darkSecondary = {0, 0, 0, 0.6};
-constexpr ::CGColor lightSecondary = {1, 1, 1, 0.6};
 
 QPainterPath pathOf(const NSRect& oval) {
     QPainterPath path;
@@ -24,7 +19,8 @@ QPainter* thePainter = nullptr;
 
 ::CGColor NSColor::CGColor() const {
     if (!m_secondaryLabel) return m_color;
-    return isDark(QGuiApplication::palette()) ? lightSecondary : darkSecondary;
+    const QColor color = QGuiApplication::palette().color(QPalette::PlaceholderText);
+    return {color.redF(), color.greenF(), color.blueF(), color.alphaF()};
 }
 
 void NSColor::setFill() const {

@@ -1,7 +1,7 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"
 
-#include <QPainterPath>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QStyleOptionMenuItem>
 
@@ -40,11 +40,8 @@ void drawChevron(const QRect& content, QPainter& painter, const QColor& colour) 
     const QPointF tip(content.x() + content.width(), content.y() + content.height() / 2.0);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(colour, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(Qt::NoBrush);
-    QPainterPath path(tip - QPointF(chevronWidth - 1, 4));
-    path.lineTo(tip - QPointF(1, 0));
-    path.lineTo(tip - QPointF(chevronWidth - 1, -4));
-    painter.drawPath(path);
+    painter.drawPolyline(QPolygonF({tip - QPointF(chevronWidth - 1, 4), tip - QPointF(1, 0),
+                                    tip - QPointF(chevronWidth - 1, -4)}));
 }
 
 void drawItem(const QStyleOptionMenuItem& option, QPainter& painter) {

@@ -115,8 +115,7 @@ public:
         const auto* const display = Session::current().displays().at(m_window->frame());
         m_held->setName(m_window->identifier() + ':' + (display ? display->name : ""));
         m_held->onGone = [this] { comeAnew(); };
-        if (m_margin > 0)
-            m_held->setShadowMargin(static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
+        m_held->setShadowMargin(static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
         m_held->setLevel(static_cast<int>(m_window->level()));
         draw(devicePixelRatioF());
         lookBehind();

@@ -116,8 +116,7 @@ public:
     void orderFront() override {
         ContentWindow::orderFront();
         m_held->setName(hasTitleBar() ? "window" : "alert");
-        if (m_translucent)
-            m_held->setShadowMargin(static_cast<int>(std::lround(m_shadow * devicePixelRatioF())));
+        m_held->setShadowMargin(static_cast<int>(std::lround(m_shadow * devicePixelRatioF())));
         m_held->setLevel(static_cast<int>(m_window.level()));
         m_held->onGone = [this] { comeAnew(); };
     }
