@@ -31,9 +31,7 @@ std::unique_ptr<Buffer> Buffer::make(const Connection& connection, QSize size, i
             wl_shm_create_pool(connection.globals().shm, file, static_cast<int>(length)));
         result->m_buffer.reset(
             wl_shm_pool_create_buffer(pool.get(), 0, size.width(), size.height(), stride, format));
-        static const wl_buffer_listener listener = {.release = [](void* self, wl_buffer*) {
-            static_cast<Buffer*>(self)->m_isBusy = false;
-        }};
+        static const wl_buffer_listener listener = {.release = Tell<&Buffer::release>()};
         wl_buffer_add_listener(result->m_buffer.get(), &listener, result.get());
     }
     ::close(file);

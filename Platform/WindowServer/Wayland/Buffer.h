@@ -30,6 +30,7 @@ public:
 
 private:
     Buffer() = default;
+    void release() { m_isBusy = false; }
 
     Owned<wl_buffer> m_buffer;
     uchar* m_bytes = nullptr;

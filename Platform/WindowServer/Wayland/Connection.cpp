@@ -68,13 +68,8 @@ std::unique_ptr<Connection> Connection::join() {
 
 Connection::Connection(wl_display* display) : m_display(display) {
     m_registry = wl_display_get_registry(display);
-    static const wl_registry_listener listener = {
-        .global =
-            [](void* self, wl_registry*, uint32_t name, const char* interface, uint32_t version) {
-                static_cast<Connection*>(self)->announce(name, interface, version);
-            },
-        .global_remove = [](void* self, wl_registry*,
-                            uint32_t name) { static_cast<Connection*>(self)->withdraw(name); }};
+    static const wl_registry_listener listener = {.global = Tell<&Connection::announce>(),
+                                                  .global_remove = Tell<&Connection::withdraw>()};
     wl_registry_add_listener(m_registry, &listener, this);
     wl_display_roundtrip(display);
 }

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "WindowServer/Wayland/Owned.h"
+#include "WindowServer/Wayland/Tell.h"
 
 #include <QObject>
+#include <QPointF>
 #include <QRegion>
 
 #include <functional>
@@ -75,6 +77,10 @@ private:
     uint32_t m_seatName = 0;
     QSocketNotifier* m_writable = nullptr;
 };
+
+inline QPointF pointFrom(wl_fixed_t x, wl_fixed_t y) {
+    return {wl_fixed_to_double(x), wl_fixed_to_double(y)};
+}
 
 /// The same in the compositor's words.
 Owned<wl_region> regionOf(const Connection& connection, const QRegion& region);

@@ -19,37 +19,32 @@ Keyboard::Keyboard(const Connection& connection, const Stages& stages, StagedWin
 
 void Keyboard::connectTo(wl_seat* seat) {
     m_keyboard.reset(wl_seat_get_keyboard(seat));
-    static const wl_keyboard_listener listener = {
-        .keymap =
-            [](void* self, wl_keyboard*, uint32_t, int file, uint32_t length) {
-                static_cast<Keyboard*>(self)->m_keymap.load(file, length);
-            },
-        .enter = [](void* self, wl_keyboard*, uint32_t, wl_surface* surface,
-                    wl_array*) { static_cast<Keyboard*>(self)->m_focus = surface; },
-        .leave =
-            [](void* data, wl_keyboard*, uint32_t, wl_surface*) {
-                auto* const self = static_cast<Keyboard*>(data);
-                self->m_focus = nullptr;
-                self->m_keymap.update(0, 0, 0, 0); // Nobody tells what is let go meanwhile.
-            },
-        .key =
-            [](void* data, wl_keyboard*, uint32_t, uint32_t, uint32_t code, uint32_t state) {
-                auto* const self = static_cast<Keyboard*>(data);
-                state == WL_KEYBOARD_KEY_STATE_PRESSED ? self->press(code) : self->release(code);
-            },
-        .modifiers =
-            [](void* self, wl_keyboard*, uint32_t, uint32_t depressed, uint32_t latched,
-               uint32_t locked, uint32_t layout) {
-                static_cast<Keyboard*>(self)->m_keymap.update(depressed, latched, locked, layout);
-            },
-        .repeat_info =
-            [](void* data, wl_keyboard*, int perSecond, int delay) {
-                auto* const self = static_cast<Keyboard*>(data);
-                self->m_repeatDelay = std::chrono::milliseconds(delay);
-                self->m_repeatPause =
-                    std::chrono::milliseconds(perSecond > 0 ? 1000 / perSecond : 0);
-            }};
+    static const wl_keyboard_listener listener = {.keymap = Tell<&Keyboard::load>(),
+                                                  .enter = Tell<&Keyboard::enter>(),
+                                                  .leave = Tell<&Keyboard::leave>(),
+                                                  .key = Tell<&Keyboard::key>(),
+                                                  .modifiers = Tell<&Keyboard::update>(),
+                                                  .repeat_info = Tell<&Keyboard::setRepeat>()};
     wl_keyboard_add_listener(m_keyboard.get(), &listener, this);
+}
+
+void Keyboard::load(uint32_t, int file, uint32_t length) { m_keymap.load(file, length); }
+
+void Keyboard::enter(uint32_t, wl_surface* surface, wl_array*) { m_focus = surface; }
+
+void Keyboard::leave(uint32_t, wl_surface*) {
+    m_focus = nullptr;
+    m_keymap.update(0, 0, 0, 0); // Nobody tells what is let go meanwhile.
+}
+
+void Keyboard::update(uint32_t, uint32_t depressed, uint32_t latched, uint32_t locked,
+                      uint32_t layout) {
+    m_keymap.update(depressed, latched, locked, layout);
+}
+
+void Keyboard::setRepeat(int perSecond, int delay) {
+    m_repeatDelay = std::chrono::milliseconds(delay);
+    m_repeatPause = std::chrono::milliseconds(perSecond > 0 ? 1000 / perSecond : 0);
 }
 
 QWidget* Keyboard::popup() const {
@@ -112,18 +107,14 @@ void Keyboard::deactivate() {
     if (m_windows.has(QApplication::activeWindow())) QApplication::setActiveWindow(nullptr);
 }
 
-void Keyboard::press(uint32_t code) {
-    m_repeat.stop();
-    if (m_keymap.repeats(code) && m_repeatPause.count() > 0) {
+void Keyboard::key(uint32_t, uint32_t, uint32_t code, uint32_t state) {
+    const bool isPressed = state == WL_KEYBOARD_KEY_STATE_PRESSED;
+    if (isPressed || code == m_repeated) m_repeat.stop();
+    if (isPressed && m_keymap.repeats(code) && m_repeatPause.count() > 0) {
         m_repeated = code;
         m_repeat.start(m_repeatDelay);
     }
-    send(QEvent::KeyPress, code, false);
-}
-
-void Keyboard::release(uint32_t code) {
-    if (code == m_repeated) m_repeat.stop();
-    send(QEvent::KeyRelease, code, false);
+    send(isPressed ? QEvent::KeyPress : QEvent::KeyRelease, code, false);
 }
 
 void Keyboard::send(QEvent::Type type, uint32_t code, bool isRepeated) {

@@ -27,8 +27,14 @@ public:
     void follow();
 
 private:
-    void press(uint32_t code);
-    void release(uint32_t code);
+    // What the compositor tells. Serials come first.
+    void load(uint32_t format, int file, uint32_t length);
+    void enter(uint32_t, wl_surface* surface, wl_array* keys);
+    void leave(uint32_t, wl_surface* surface);
+    void key(uint32_t, uint32_t time, uint32_t code, uint32_t state);
+    void update(uint32_t, uint32_t depressed, uint32_t latched, uint32_t locked, uint32_t layout);
+    void setRepeat(int perSecond, int delay);
+
     void send(QEvent::Type type, uint32_t code, bool isRepeated);
     bool hasKeys() const { return m_holder && m_focus == m_holder->surface(); }
     bool isWanted() const;

@@ -16,23 +16,19 @@ KeyboardHolder::KeyboardHolder(const Connection& connection, const Output& outpu
     zwlr_layer_surface_v1_set_size(m_layer.get(), 1, 1);
     zwlr_layer_surface_v1_set_keyboard_interactivity(m_layer.get(), exclusive);
     static const zwlr_layer_surface_v1_listener listener = {
-        .configure =
-            [](void* data, zwlr_layer_surface_v1* layer, uint32_t serial, uint32_t, uint32_t) {
-                auto* const self = static_cast<KeyboardHolder*>(data);
-                zwlr_layer_surface_v1_ack_configure(layer, serial);
-                if (std::exchange(self->m_isShown, true)) return;
-                Buffer* const buffer = self->m_buffers.take({1, 1});
-                if (!buffer) return;
-                Buffers::imageOf(*buffer).fill(Qt::transparent);
-                buffer->attach(self->m_surface.get());
-                wl_surface_commit(self->m_surface.get());
-            },
-        .closed =
-            [](void* self, zwlr_layer_surface_v1*) {
-                static_cast<KeyboardHolder*>(self)->m_isClosed = true;
-            }};
+        .configure = Tell<&KeyboardHolder::show>(), .closed = Tell<&KeyboardHolder::close>()};
     zwlr_layer_surface_v1_add_listener(m_layer.get(), &listener, this);
     connection.setInput(m_surface.get(), {});
+    wl_surface_commit(m_surface.get());
+}
+
+void KeyboardHolder::show(uint32_t serial, uint32_t, uint32_t) {
+    zwlr_layer_surface_v1_ack_configure(m_layer.get(), serial);
+    if (std::exchange(m_isShown, true)) return;
+    Buffer* const buffer = m_buffers.take({1, 1});
+    if (!buffer) return;
+    Buffers::imageOf(*buffer).fill(Qt::transparent);
+    buffer->attach(m_surface.get());
     wl_surface_commit(m_surface.get());
 }
 

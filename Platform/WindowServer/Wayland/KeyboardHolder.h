@@ -16,6 +16,9 @@ public:
     bool isClosed() const { return m_isClosed; }
 
 private:
+    void show(uint32_t serial, uint32_t width, uint32_t height);
+    void close() { m_isClosed = true; }
+
     Owned<wl_surface> m_surface;
     Owned<zwlr_layer_surface_v1> m_layer;
     Buffers m_buffers;

@@ -33,60 +33,47 @@ Output::Output(const Connection& connection, uint32_t global)
 }
 
 void Output::listen() {
-    static const wl_output_listener listener = {
-        .geometry =
-            [](void* self, wl_output*, int x, int y, int, int, int, const char*, const char*,
-               int transform) {
-                static_cast<Output*>(self)->m_corner = {x, y};
-                static_cast<Output*>(self)->m_transform =
-                    static_cast<wl_output_transform>(transform);
-            },
-        .mode =
-            [](void* self, wl_output*, uint32_t flags, int width, int height, int) {
-                if (flags & WL_OUTPUT_MODE_CURRENT)
-                    static_cast<Output*>(self)->m_mode = {width, height};
-            },
-        .done =
-            [](void* data, wl_output*) {
-                auto* const self = static_cast<Output*>(data);
-                self->m_isTold = true;
-                if (self->onChanged) self->onChanged();
-            },
-        .scale = [](void* self, wl_output*,
-                    int scale) { static_cast<Output*>(self)->m_wholeScale = scale; },
-        .name = [](void* self, wl_output*,
-                   const char* name) { static_cast<Output*>(self)->m_name = name; },
-        .description = [](void*, wl_output*, const char*) {}};
+    static const wl_output_listener listener = {.geometry = Tell<&Output::setGeometry>(),
+                                                .mode = Tell<&Output::setMode>(),
+                                                .done = Tell<&Output::finish>(),
+                                                .scale = Tell<&Output::m_wholeScale>(),
+                                                .name = Tell<&Output::m_name>(),
+                                                .description = Ignored()};
     wl_output_add_listener(get(), &listener, this);
 }
 
 /// Where points are no whole number of pixels, nobody else tells the size in points.
 void Output::listenToLayout(zxdg_output_manager_v1* manager) {
     m_layout.reset(zxdg_output_manager_v1_get_xdg_output(manager, get()));
-    static const zxdg_output_v1_listener listener = {
-        .logical_position = [](void* self, zxdg_output_v1*, int x,
-                               int y) { static_cast<Output*>(self)->m_place.moveTo(x, y); },
-        .logical_size =
-            [](void* self, zxdg_output_v1*, int width, int height) {
-                static_cast<Output*>(self)->m_place.setSize({width, height});
-            },
-        .done =
-            [](void* data, zxdg_output_v1*) {
-                auto* const self = static_cast<Output*>(data);
-                if (self->m_isTold && self->onChanged) self->onChanged();
-            },
-        .name =
-            [](void* data, zxdg_output_v1*, const char* name) {
-                auto* const self = static_cast<Output*>(data);
-                if (self->m_name.empty()) self->m_name = name;
-            },
-        .description = [](void*, zxdg_output_v1*, const char*) {}};
+    static const zxdg_output_v1_listener listener = {.logical_position = Tell<&Output::moveTo>(),
+                                                     .logical_size = Tell<&Output::resizeTo>(),
+                                                     .done = Tell<&Output::finishLayout>(),
+                                                     .name = Tell<&Output::m_oldName>(),
+                                                     .description = Ignored()};
     zxdg_output_v1_add_listener(m_layout.get(), &listener, this);
 }
 
+void Output::setGeometry(int x, int y, int, int, int, const char*, const char*, int transform) {
+    m_corner = {x, y};
+    m_transform = static_cast<wl_output_transform>(transform);
+}
+
+void Output::setMode(uint32_t flags, int width, int height, int) {
+    if (flags & WL_OUTPUT_MODE_CURRENT) m_mode = {width, height};
+}
+
+void Output::finish() {
+    m_isTold = true;
+    finishLayout();
+}
+
+void Output::finishLayout() {
+    if (m_isTold && onChanged) onChanged();
+}
+
 std::string Output::identity() const {
-    const std::string identity = DisplayNumbers::identityOf(edidAt(m_name));
-    return identity.empty() ? m_name : identity;
+    const std::string identity = DisplayNumbers::identityOf(edidAt(name()));
+    return identity.empty() ? name() : identity;
 }
 
 QSize Output::pixels() const {

@@ -10,17 +10,15 @@ PanelProbe::PanelProbe(const Connection& connection, const Output& output)
     : m_output(output), m_surface(connection.makeSurface()),
       m_layer(makeLayer(connection, m_surface.get(), output, "probe", Zone::KeepsClear)) {
     static const zwlr_layer_surface_v1_listener listener = {
-        .configure =
-            [](void* data, zwlr_layer_surface_v1* layer, uint32_t serial, uint32_t width,
-               uint32_t height) {
-                auto* const self = static_cast<PanelProbe*>(data);
-                zwlr_layer_surface_v1_ack_configure(layer, serial);
-                const QSize room(static_cast<int>(width), static_cast<int>(height));
-                if (std::exchange(self->m_room, room) != room && self->onChanged) self->onChanged();
-            },
-        .closed = [](void*, zwlr_layer_surface_v1*) {}};
+        .configure = Tell<&PanelProbe::configure>(), .closed = Ignored()};
     zwlr_layer_surface_v1_add_listener(m_layer.get(), &listener, this);
     wl_surface_commit(m_surface.get());
+}
+
+void PanelProbe::configure(uint32_t serial, uint32_t width, uint32_t height) {
+    zwlr_layer_surface_v1_ack_configure(m_layer.get(), serial);
+    const QSize room(static_cast<int>(width), static_cast<int>(height));
+    if (std::exchange(m_room, room) != room && onChanged) onChanged();
 }
 
 QRect PanelProbe::free() const {

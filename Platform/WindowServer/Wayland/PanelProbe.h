@@ -22,6 +22,8 @@ public:
     std::function<void()> onChanged;
 
 private:
+    void configure(uint32_t serial, uint32_t width, uint32_t height);
+
     const Output& m_output;
     Owned<wl_surface> m_surface;
     Owned<zwlr_layer_surface_v1> m_layer;

@@ -45,46 +45,34 @@ Pointer::Pointer(const Connection& connection, const Stages& stages, const Stage
 
 void Pointer::connectTo(wl_seat* seat) {
     m_pointer.reset(wl_seat_get_pointer(seat));
-    static const wl_pointer_listener listener = {
-        .enter =
-            [](void* self, wl_pointer*, uint32_t serial, wl_surface* surface, wl_fixed_t x,
-               wl_fixed_t y) {
-                static_cast<Pointer*>(self)->enter(serial, surface,
-                                                   {wl_fixed_to_double(x), wl_fixed_to_double(y)});
-            },
-        .leave = [](void* self, wl_pointer*, uint32_t,
-                    wl_surface*) { static_cast<Pointer*>(self)->leave(); },
-        .motion =
-            [](void* data, wl_pointer*, uint32_t time, wl_fixed_t x, wl_fixed_t y) {
-                auto* const self = static_cast<Pointer*>(data);
-                self->move(time,
-                           self->m_corner + QPointF(wl_fixed_to_double(x), wl_fixed_to_double(y)));
-            },
-        .button =
-            [](void* self, wl_pointer*, uint32_t, uint32_t time, uint32_t code, uint32_t state) {
-                static_cast<Pointer*>(self)->button(time, code,
-                                                    state == WL_POINTER_BUTTON_STATE_PRESSED);
-            },
-        .axis =
-            [](void* self, wl_pointer*, uint32_t, uint32_t axis, wl_fixed_t points) {
-                static_cast<Pointer*>(self)->scroll(axis, wl_fixed_to_double(points));
-            },
-        .frame = [](void*, wl_pointer*) {},
-        .axis_source = [](void*, wl_pointer*, uint32_t) {},
-        .axis_stop = [](void*, wl_pointer*, uint32_t, uint32_t) {},
-        .axis_discrete = [](void* self, wl_pointer*, uint32_t,
-                            int steps) { static_cast<Pointer*>(self)->m_steps = steps; },
-        .axis_value120 = [](void*, wl_pointer*, uint32_t, int) {}};
+    static const wl_pointer_listener listener = {.enter = Tell<&Pointer::entered>(),
+                                                 .leave = Tell<&Pointer::left>(),
+                                                 .motion = Tell<&Pointer::moved>(),
+                                                 .button = Tell<&Pointer::clicked>(),
+                                                 .axis = Tell<&Pointer::scrolled>(),
+                                                 .frame = Ignored(),
+                                                 .axis_source = Ignored(),
+                                                 .axis_stop = Ignored(),
+                                                 .axis_discrete = Tell<&Pointer::stepped>(),
+                                                 .axis_value120 = Ignored()};
     wl_pointer_add_listener(m_pointer.get(), &listener, this);
 }
 
-void Pointer::enter(uint32_t serial, const wl_surface* surface, QPointF point) {
+void Pointer::entered(uint32_t serial, wl_surface* surface, wl_fixed_t x, wl_fixed_t y) {
     const Stage* const stage = m_stages.of(surface);
     if (!stage) return;
     m_serial = serial;
     m_shape.reset();
     m_corner = stage->place().topLeft();
-    move(m_time, m_corner + point);
+    moved(m_time, x, y);
+}
+
+void Pointer::moved(uint32_t time, wl_fixed_t x, wl_fixed_t y) {
+    move(time, m_corner + pointFrom(x, y));
+}
+
+void Pointer::clicked(uint32_t, uint32_t time, uint32_t code, uint32_t state) {
+    button(time, code, state == WL_POINTER_BUTTON_STATE_PRESSED);
 }
 
 void Pointer::leave() {
@@ -162,7 +150,8 @@ void Pointer::button(uint32_t time, uint32_t code, bool isPressed) {
         send(to, QEvent::MouseButtonDblClick, button, time);
 }
 
-void Pointer::scroll(uint32_t axis, double points) {
+void Pointer::scrolled(uint32_t, uint32_t axis, wl_fixed_t distance) {
+    const double points = wl_fixed_to_double(distance);
     const int steps = std::exchange(m_steps, 0);
     QWidget* const to = target();
     if (!m_place || !to || !to->windowHandle()) return;

@@ -33,8 +33,13 @@ public:
     void leave();
 
 private:
-    void enter(uint32_t serial, const wl_surface* surface, QPointF point);
-    void scroll(uint32_t axis, double points);
+    // What the compositor tells. Serials come first.
+    void entered(uint32_t serial, wl_surface* surface, wl_fixed_t x, wl_fixed_t y);
+    void left(uint32_t, wl_surface*) { leave(); }
+    void moved(uint32_t time, wl_fixed_t x, wl_fixed_t y);
+    void clicked(uint32_t, uint32_t time, uint32_t code, uint32_t state);
+    void scrolled(uint32_t time, uint32_t axis, wl_fixed_t distance);
+    void stepped(uint32_t, int steps) { m_steps = steps; }
 
     QWidget* target() const;
     void send(QWidget* to, QEvent::Type type, Qt::MouseButton button, uint32_t time) const;

@@ -43,47 +43,38 @@ Screencopy::Screencopy(const Connection& connection, const Output& output, Taken
     m_frame.reset(zwlr_screencopy_manager_v1_capture_output(connection.globals().screencopy,
                                                             withoutPointer, output.get()));
     static const zwlr_screencopy_frame_v1_listener listener = {
-        .buffer =
-            [](void* self, zwlr_screencopy_frame_v1*, uint32_t format, uint32_t width,
-               uint32_t height, uint32_t stride) {
-                static_cast<Screencopy*>(self)->prepare(
-                    format, QSize(static_cast<int>(width), static_cast<int>(height)),
-                    static_cast<int>(stride));
-            },
-        .flags =
-            [](void* self, zwlr_screencopy_frame_v1*, uint32_t flags) {
-                static_cast<Screencopy*>(self)->m_isUpsideDown =
-                    flags & ZWLR_SCREENCOPY_FRAME_V1_FLAGS_Y_INVERT;
-            },
-        .ready = [](void* self, zwlr_screencopy_frame_v1*, uint32_t, uint32_t,
-                    uint32_t) { static_cast<Screencopy*>(self)->finish(true); },
-        .failed = [](void* self,
-                     zwlr_screencopy_frame_v1*) { static_cast<Screencopy*>(self)->finish(false); },
-        .damage = [](void*, zwlr_screencopy_frame_v1*, uint32_t, uint32_t, uint32_t, uint32_t) {},
-        .linux_dmabuf = [](void*, zwlr_screencopy_frame_v1*, uint32_t, uint32_t, uint32_t) {},
-        .buffer_done = [](void*, zwlr_screencopy_frame_v1*) {}};
+        .buffer = Tell<&Screencopy::prepare>(),
+        .flags = Tell<&Screencopy::m_flags>(),
+        .ready = Tell<&Screencopy::finish>(),
+        .failed = Tell<&Screencopy::fail>(),
+        .damage = Ignored(),
+        .linux_dmabuf = Ignored(),
+        .buffer_done = Ignored()};
     zwlr_screencopy_frame_v1_add_listener(m_frame.get(), &listener, this);
 }
 
-void Screencopy::prepare(uint32_t format, QSize size, int stride) {
+void Screencopy::prepare(uint32_t format, uint32_t width, uint32_t height, uint32_t stride) {
     m_format = formatFrom(format);
-    m_stride = stride;
+    m_stride = static_cast<int>(stride);
+    const QSize size(static_cast<int>(width), static_cast<int>(height));
     if (m_format != QImage::Format_Invalid)
-        m_buffer = Buffer::make(m_connection, size, stride, static_cast<wl_shm_format>(format));
+        m_buffer = Buffer::make(m_connection, size, m_stride, static_cast<wl_shm_format>(format));
     if (m_buffer)
         zwlr_screencopy_frame_v1_copy(m_frame.get(), m_buffer->get());
     else
-        finish(false);
+        fail();
 }
 
-void Screencopy::finish(bool isGood) {
+void Screencopy::fail() { std::exchange(m_taken, {})({}); }
+
+void Screencopy::finish(uint32_t, uint32_t, uint32_t) {
     const auto taken = std::move(m_taken);
     const auto buffer = std::move(m_buffer);
-    if (!isGood || !buffer) return taken({});
     const QImage raw(buffer->bytes(), buffer->size().width(), buffer->size().height(), m_stride,
                      m_format);
     const QImage plain = raw.convertToFormat(QImage::Format_RGB32);
-    taken(upright(m_isUpsideDown ? plain.mirrored() : plain, m_transform));
+    const bool isUpsideDown = m_flags & ZWLR_SCREENCOPY_FRAME_V1_FLAGS_Y_INVERT;
+    taken(upright(isUpsideDown ? plain.mirrored() : plain, m_transform));
     // This may be gone by now.
     std::memset(buffer->bytes(), 0, static_cast<size_t>(raw.sizeInBytes()));
 }

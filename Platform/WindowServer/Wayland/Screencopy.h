@@ -21,8 +21,9 @@ public:
     Screencopy(const Connection& connection, const Output& output, Taken taken);
 
 private:
-    void prepare(uint32_t format, QSize size, int stride);
-    void finish(bool isGood);
+    void prepare(uint32_t format, uint32_t width, uint32_t height, uint32_t stride);
+    void finish(uint32_t, uint32_t, uint32_t time);
+    void fail();
 
     const Connection& m_connection;
     const wl_output_transform m_transform;
@@ -31,7 +32,7 @@ private:
     std::unique_ptr<Buffer> m_buffer;
     QImage::Format m_format = QImage::Format_Invalid;
     int m_stride = 0;
-    bool m_isUpsideDown = false;
+    uint32_t m_flags = 0;
 };
 
 } // namespace WindowServer::Wayland

@@ -8,18 +8,16 @@ Seat::Seat(const Connection& connection, const Stages& stages, StagedWindows& wi
     : m_seat(connection.bindSeat()), m_keyboard(connection, stages, windows),
       m_pointer(connection, stages, windows, m_keyboard.keymap()), m_touch(stages, m_pointer) {
     if (!m_seat) return;
-    static const wl_seat_listener listener = {
-        .capabilities =
-            [](void* data, wl_seat* seat, uint32_t capabilities) {
-                auto* const self = static_cast<Seat*>(data);
-                const uint32_t come =
-                    capabilities & ~std::exchange(self->m_capabilities, capabilities);
-                if (come & WL_SEAT_CAPABILITY_POINTER) self->m_pointer.connectTo(seat);
-                if (come & WL_SEAT_CAPABILITY_TOUCH) self->m_touch.connectTo(seat);
-                if (come & WL_SEAT_CAPABILITY_KEYBOARD) self->m_keyboard.connectTo(seat);
-            },
-        .name = [](void*, wl_seat*, const char*) {}};
+    static const wl_seat_listener listener = {.capabilities = Tell<&Seat::equip>(),
+                                              .name = Ignored()};
     wl_seat_add_listener(m_seat.get(), &listener, this);
+}
+
+void Seat::equip(uint32_t capabilities) {
+    const uint32_t come = capabilities & ~std::exchange(m_capabilities, capabilities);
+    if (come & WL_SEAT_CAPABILITY_POINTER) m_pointer.connectTo(m_seat.get());
+    if (come & WL_SEAT_CAPABILITY_TOUCH) m_touch.connectTo(m_seat.get());
+    if (come & WL_SEAT_CAPABILITY_KEYBOARD) m_keyboard.connectTo(m_seat.get());
 }
 
 } // namespace WindowServer::Wayland

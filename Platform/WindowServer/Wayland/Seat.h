@@ -15,6 +15,8 @@ public:
     Pointer& pointer() { return m_pointer; }
 
 private:
+    void equip(uint32_t capabilities);
+
     Owned<wl_seat> m_seat;
     Keyboard m_keyboard;
     Pointer m_pointer;

@@ -23,41 +23,37 @@ Stage::Stage(const Connection& connection, const Output& output)
       m_layer(makeLayer(connection, surface(), output, kind, Zone::IgnoresPanels)),
       m_buffers(connection) {
     listen();
-    if (connection.globals().fractions) listenToScale();
     connection.setInput(surface(), {});
     wl_surface_commit(surface());
 }
 
 void Stage::listen() {
-    static const zwlr_layer_surface_v1_listener listener = {
-        .configure =
-            [](void* data, zwlr_layer_surface_v1* layer, uint32_t serial, uint32_t width,
-               uint32_t height) {
-                auto* const self = static_cast<Stage*>(data);
-                zwlr_layer_surface_v1_ack_configure(layer, serial);
-                self->m_isContentStale = true;
-                const QSize size(static_cast<int>(width), static_cast<int>(height));
-                if (std::exchange(self->m_size, size) != size && self->onChanged) self->onChanged();
-            },
-        .closed =
-            [](void* data, zwlr_layer_surface_v1*) {
-                auto* const self = static_cast<Stage*>(data);
-                self->m_isClosed = true;
-                if (self->onChanged) self->onChanged();
-            }};
+    static const zwlr_layer_surface_v1_listener listener = {.configure = Tell<&Stage::configure>(),
+                                                            .closed = Tell<&Stage::close>()};
     zwlr_layer_surface_v1_add_listener(m_layer.get(), &listener, this);
+    auto* const fractions = m_connection.globals().fractions;
+    if (!fractions) return;
+    m_fraction.reset(wp_fractional_scale_manager_v1_get_fractional_scale(fractions, surface()));
+    static const wp_fractional_scale_v1_listener onScale = {.preferred_scale =
+                                                                Tell<&Stage::setScale>()};
+    wp_fractional_scale_v1_add_listener(m_fraction.get(), &onScale, this);
 }
 
-void Stage::listenToScale() {
-    m_fraction.reset(wp_fractional_scale_manager_v1_get_fractional_scale(
-        m_connection.globals().fractions, surface()));
-    static const wp_fractional_scale_v1_listener listener = {
-        .preferred_scale = [](void* data, wp_fractional_scale_v1*, uint32_t parts) {
-            auto* const self = static_cast<Stage*>(data);
-            self->m_toldScale = parts / scaleUnit;
-            if (self->onChanged) self->onChanged();
-        }};
-    wp_fractional_scale_v1_add_listener(m_fraction.get(), &listener, this);
+void Stage::configure(uint32_t serial, uint32_t width, uint32_t height) {
+    zwlr_layer_surface_v1_ack_configure(m_layer.get(), serial);
+    m_isContentStale = true;
+    const QSize size(static_cast<int>(width), static_cast<int>(height));
+    if (std::exchange(m_size, size) != size && onChanged) onChanged();
+}
+
+void Stage::close() {
+    m_isClosed = true;
+    if (onChanged) onChanged();
+}
+
+void Stage::setScale(uint32_t parts) {
+    m_toldScale = parts / scaleUnit;
+    if (onChanged) onChanged();
 }
 
 double Stage::scale() const { return m_toldScale > 0 ? m_toldScale : m_output.scale(); }

@@ -41,7 +41,9 @@ public:
 
 private:
     void listen();
-    void listenToScale();
+    void configure(uint32_t serial, uint32_t width, uint32_t height);
+    void close();
+    void setScale(uint32_t parts);
     bool attachContent();
     void setBlur(bool blurs);
 

@@ -84,9 +84,7 @@ void StagedWindow::paint(Part& part) {
     wp_viewport_set_destination(part.viewport.get(), part.area.width(), part.area.height());
     buffer->attach(surface);
     part.frame.reset(wl_surface_frame(surface));
-    static const wl_callback_listener listener = {.done = [](void* data, wl_callback*, uint32_t) {
-        static_cast<Part*>(data)->frame.reset();
-    }};
+    static const wl_callback_listener listener = {.done = Tell<&Part::drawn>()};
     wl_callback_add_listener(part.frame.get(), &listener, &part);
     wl_surface_commit(surface);
 }

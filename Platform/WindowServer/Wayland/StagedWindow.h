@@ -35,6 +35,7 @@ public:
 private:
     struct Part {
         Part(const Connection& connection, Stage& on);
+        void drawn(uint32_t) { frame.reset(); }
 
         Stage& stage;
         Owned<wl_surface> surface;

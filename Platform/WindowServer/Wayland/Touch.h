@@ -19,9 +19,9 @@ public:
     void connectTo(wl_seat* seat);
 
 private:
-    void down(uint32_t time, const wl_surface* surface, int finger, QPointF point);
-    void move(uint32_t time, int finger, QPointF point);
-    void up(uint32_t time, int finger);
+    void down(uint32_t, uint32_t time, wl_surface* surface, int finger, wl_fixed_t x, wl_fixed_t y);
+    void move(uint32_t time, int finger, wl_fixed_t x, wl_fixed_t y);
+    void up(uint32_t, uint32_t time, int finger);
     void cancel();
 
     const Stages& m_stages;
