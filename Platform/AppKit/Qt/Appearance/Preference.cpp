@@ -14,10 +14,6 @@ const QString service = "org.freedesktop.portal.Desktop";
 const QString path = "/org/freedesktop/portal/desktop";
 const QString settings = "org.freedesktop.portal.Settings";
 const QString appearance = "org.freedesktop.appearance";
-
-// What the portal's settings have in common.
-constexpr uint noWish = 0;
-constexpr uint wished = 1;
 } // namespace
 
 Preference::Preference(QString key, QStringList words)
@@ -61,8 +57,8 @@ void Preference::take(QVariant setting) {
 void Preference::settle() {
     const auto former = std::exchange(m_wish, std::nullopt);
     const auto theme = QString::fromStdString(Session::current().settings().themeName());
-    if (m_setting != noWish)
-        m_wish = m_setting == wished;
+    if (m_setting != 0)
+        m_wish = m_setting == 1;
     else if (!theme.isEmpty())
         m_wish = std::ranges::any_of(m_words, [&](const QString& word) {
             return theme.contains(word, Qt::CaseInsensitive);

@@ -32,6 +32,6 @@ private:
     const QString m_key;
     const QStringList m_words;
     QDBusServiceWatcher m_portalStart;
-    uint m_setting = 0; ///< The portal's: 0 while it has told of no wish.
+    uint m_setting = 0; ///< The portal's: 1 for the wish, 0 while it has told of none.
     std::optional<bool> m_wish;
 };

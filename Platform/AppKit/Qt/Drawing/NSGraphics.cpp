@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QPainterPath>
+#include <QPalette>
 
 namespace {
 

@@ -3,10 +3,6 @@
 #include "WindowServer/Session.h"
 
 #include <QBuffer>
-#include <QGuiApplication>
-#include <QScreen>
-
-#include <algorithm>
 
 using WindowServer::PixelRect;
 using WindowServer::Session;
@@ -15,25 +11,25 @@ using WindowServer::TrayPress;
 
 namespace {
 
+QRect rectOf(const PixelRect& pixels) { return {pixels.x, pixels.y, pixels.width, pixels.height}; }
+
 /// Of screens the toolkit knows the corner in pixels and the size in points.
-QRect rectOf(const PixelRect& pixels) {
-    const QPoint corner(pixels.x, pixels.y);
-    const auto screens = QGuiApplication::screens();
-    const auto on = std::ranges::find_if(screens, [&](const QScreen* screen) {
-        return QRect(screen->geometry().topLeft(), screen->size() * screen->devicePixelRatio())
-            .contains(corner);
-    });
-    if (on == screens.end()) return {corner, QSize(1, 1)};
-    const QPoint origin = (*on)->geometry().topLeft();
-    const double scale = (*on)->devicePixelRatio();
-    return {origin + (corner - origin) / scale, QSize(pixels.width, pixels.height) / scale};
+QRect inPoints(const QRect& pixels) {
+    for (const auto& display : Session::current().displays().all()) {
+        const QRect screen = rectOf(display.pixels);
+        if (!screen.contains(pixels.topLeft())) continue;
+        const QPoint corner = screen.topLeft();
+        return {corner + (pixels.topLeft() - corner) / display.scale,
+                pixels.size() / display.scale};
+    }
+    return {pixels.topLeft(), QSize(1, 1)};
 }
 
 class DrawnIcon : public TrayItem {
 public:
     explicit DrawnIcon(NSStatusBarButton& button) : TrayItem(button) {
         Session::current().tray().onPressed = [this](const TrayPress& press) {
-            m_place = rectOf(press.place);
+            m_place = inPoints(rectOf(press.place));
             click(press.secondary ? NSEventTypeRightMouseUp : NSEventTypeLeftMouseUp,
                   press.control ? Qt::ControlModifier : Qt::NoModifier);
         };
