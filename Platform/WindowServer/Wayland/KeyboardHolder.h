@@ -1,7 +1,7 @@
 #pragma once
 
 #include "WindowServer/Wayland/Buffer.h"
-#include "WindowServer/Wayland/Output.h"
+#include "WindowServer/Wayland/LayerSurface.h"
 
 namespace WindowServer::Wayland {
 
@@ -11,19 +11,14 @@ class KeyboardHolder {
 public:
     KeyboardHolder(const Connection& connection, const Output& output);
 
-    const wl_surface* surface() const { return m_surface.get(); }
+    const wl_surface* surface() const { return m_layer.get(); }
     /// Whether the compositor has taken it away, with its output.
-    bool isClosed() const { return m_isClosed; }
+    bool isClosed() const { return m_layer.isClosed(); }
 
 private:
-    void show(uint32_t serial, uint32_t width, uint32_t height);
-    void close() { m_isClosed = true; }
-
-    Owned<wl_surface> m_surface;
-    Owned<zwlr_layer_surface_v1> m_layer;
+    LayerSurface m_layer;
     Buffers m_buffers;
     bool m_isShown = false;
-    bool m_isClosed = false;
 };
 
 } // namespace WindowServer::Wayland

@@ -7,6 +7,19 @@
 
 namespace WindowServer::Wayland {
 
+namespace {
+
+/// What panels leave of a place. It is told how much and not where, so as much is left free at the
+/// opposite side.
+QRect freeOf(const QRect& place, const QSize& room) {
+    if (room.isEmpty()) return place;
+    const int aside = std::max(place.width() - room.width(), 0);
+    const int above = std::max(place.height() - room.height(), 0);
+    return place.adjusted(aside, above, -aside, -above);
+}
+
+} // namespace
+
 Outputs::Outputs(Connection& connection) : m_connection(connection) {
     globalsChanged();
     m_connection.settle(); // What the outputs tell of themselves.
@@ -57,8 +70,10 @@ void Outputs::refresh() {
     m_entries.erase(gone, m_entries.end());
     for (Entry& entry : m_entries) {
         if (entry.probe || !entry.output->isKnown()) continue;
-        entry.probe = std::make_unique<PanelProbe>(m_connection, *entry.output);
-        entry.probe->onChanged = [this] { m_isStale = true; };
+        entry.probe =
+            std::make_unique<LayerSurface>(m_connection, *entry.output, "probe", Zone::KeepsClear);
+        entry.probe->onTold = [this] { m_isStale = true; };
+        wl_surface_commit(entry.probe->get());
     }
     std::ranges::sort(m_entries, {}, [](const Entry& entry) {
         const QPoint corner = entry.output->place().topLeft();
@@ -83,7 +98,7 @@ void Outputs::refresh() {
         m_shown.push_back(entry.output.get());
         displays.push_back(displayOf(entry));
         displays.back().frame = flip(place);
-        displays.back().visibleFrame = flip(entry.probe->free());
+        displays.back().visibleFrame = flip(freeOf(place, entry.probe->size()));
     }
     if (displays == m_displays && shown == m_shown) return;
     const bool isNews = std::exchange(m_displays, displays) != displays;

@@ -2,8 +2,7 @@
 
 #include "WindowServer/DisplayNumbers.h"
 #include "WindowServer/Displays.h"
-#include "WindowServer/Wayland/Output.h"
-#include "WindowServer/Wayland/PanelProbe.h"
+#include "WindowServer/Wayland/LayerSurface.h"
 
 #include <memory>
 #include <vector>
@@ -31,7 +30,8 @@ public:
 private:
     struct Entry {
         std::unique_ptr<Output> output;
-        std::unique_ptr<PanelProbe> probe;
+        /// Shows nothing, and is kept clear of the panels: so it is told what they leave.
+        std::unique_ptr<LayerSurface> probe;
     };
 
     Display displayOf(const Entry& entry);

@@ -1,7 +1,5 @@
 #include "WindowServer/Wayland/Stage.h"
 
-#include "WindowServer/Wayland/Layer.h"
-
 #include <cstring>
 #include <utility>
 
@@ -18,37 +16,21 @@ constexpr double scaleUnit = 120; ///< Fractions are told in so many parts.
 } // namespace
 
 Stage::Stage(const Connection& connection, const Output& output)
-    : m_connection(connection), m_output(output), m_surface(connection.makeSurface()),
+    : m_connection(connection), m_output(output),
+      m_layer(connection, output, kind, Zone::IgnoresPanels),
       m_viewport(wp_viewporter_get_viewport(connection.globals().viewporter, surface())),
-      m_layer(makeLayer(connection, surface(), output, kind, Zone::IgnoresPanels)),
       m_buffers(connection) {
-    listen();
-    connection.setInput(surface(), {});
+    m_layer.onTold = [this] {
+        m_isContentStale = true;
+        if (onChanged) onChanged();
+    };
+    if (auto* const fractions = connection.globals().fractions) {
+        m_fraction.reset(wp_fractional_scale_manager_v1_get_fractional_scale(fractions, surface()));
+        static const wp_fractional_scale_v1_listener listener = {.preferred_scale =
+                                                                     Tell<&Stage::setScale>()};
+        wp_fractional_scale_v1_add_listener(m_fraction.get(), &listener, this);
+    }
     wl_surface_commit(surface());
-}
-
-void Stage::listen() {
-    static const zwlr_layer_surface_v1_listener listener = {.configure = Tell<&Stage::configure>(),
-                                                            .closed = Tell<&Stage::close>()};
-    zwlr_layer_surface_v1_add_listener(m_layer.get(), &listener, this);
-    auto* const fractions = m_connection.globals().fractions;
-    if (!fractions) return;
-    m_fraction.reset(wp_fractional_scale_manager_v1_get_fractional_scale(fractions, surface()));
-    static const wp_fractional_scale_v1_listener onScale = {.preferred_scale =
-                                                                Tell<&Stage::setScale>()};
-    wp_fractional_scale_v1_add_listener(m_fraction.get(), &onScale, this);
-}
-
-void Stage::configure(uint32_t serial, uint32_t width, uint32_t height) {
-    zwlr_layer_surface_v1_ack_configure(m_layer.get(), serial);
-    m_isContentStale = true;
-    const QSize size(static_cast<int>(width), static_cast<int>(height));
-    if (std::exchange(m_size, size) != size && onChanged) onChanged();
-}
-
-void Stage::close() {
-    m_isClosed = true;
-    if (onChanged) onChanged();
 }
 
 void Stage::setScale(uint32_t parts) {
@@ -71,7 +53,7 @@ void Stage::setInput(const QRegion& region) {
 }
 
 void Stage::commit() {
-    if (!isUp() || !m_content || m_isClosed || !(m_isStale || m_isContentStale)) return;
+    if (!isUp() || !m_content || isClosed() || !(m_isStale || m_isContentStale)) return;
     if (m_isContentStale && !attachContent()) return;
     wl_surface_commit(surface());
     m_isStale = false;
@@ -93,10 +75,10 @@ bool Stage::attachContent() {
         std::memcpy(image.scanLine(y), picture.constScanLine(y),
                     static_cast<size_t>(picture.width()) * 4);
     buffer->attach(surface());
-    wp_viewport_set_destination(m_viewport.get(), m_size.width(), m_size.height());
+    wp_viewport_set_destination(m_viewport.get(), m_layer.size().width(), m_layer.size().height());
     const bool isOpaque = qAlpha(picture.pixel(0, 0)) == 255;
     wl_surface_set_opaque_region(
-        surface(), regionOf(m_connection, isOpaque ? QRect({}, m_size) : QRect()).get());
+        surface(), regionOf(m_connection, isOpaque ? QRect({}, m_layer.size()) : QRect()).get());
     setBlur(m_content->blursBehind);
     return true;
 }

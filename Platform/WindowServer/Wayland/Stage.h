@@ -1,7 +1,7 @@
 #pragma once
 
 #include "WindowServer/Wayland/Buffer.h"
-#include "WindowServer/Wayland/Output.h"
+#include "WindowServer/Wayland/LayerSurface.h"
 
 #include <functional>
 #include <optional>
@@ -16,12 +16,12 @@ public:
     Stage(const Connection& connection, const Output& output);
 
     const Output& output() const { return m_output; }
-    wl_surface* surface() const { return m_surface.get(); }
-    QRect place() const { return {m_output.place().topLeft(), m_size}; }
+    wl_surface* surface() const { return m_layer.get(); }
+    QRect place() const { return {m_output.place().topLeft(), m_layer.size()}; }
     double scale() const;
     /// Whether it has a place, so that windows can be parts of it.
-    bool isUp() const { return !m_size.isEmpty(); }
-    bool isClosed() const { return m_isClosed; }
+    bool isUp() const { return !m_layer.size().isEmpty(); }
+    bool isClosed() const { return m_layer.isClosed(); }
 
     struct Content {
         QImage picture; ///< Stretched over the output.
@@ -40,24 +40,18 @@ public:
     std::function<void()> onChanged;
 
 private:
-    void listen();
-    void configure(uint32_t serial, uint32_t width, uint32_t height);
-    void close();
     void setScale(uint32_t parts);
     bool attachContent();
     void setBlur(bool blurs);
 
     const Connection& m_connection;
     const Output& m_output;
-    Owned<wl_surface> m_surface;
+    LayerSurface m_layer;
     Owned<wp_viewport> m_viewport;
     Owned<wp_fractional_scale_v1> m_fraction;
-    Owned<zwlr_layer_surface_v1> m_layer;
     Owned<org_kde_kwin_blur> m_blur;
     Buffers m_buffers;
-    QSize m_size;
     double m_toldScale = 0; ///< 0 where it is not told.
-    bool m_isClosed = false;
     std::optional<Content> m_content;
     QRegion m_input;
     bool m_isContentStale = false;
