@@ -24,38 +24,24 @@ CGColor plain(const CGColor& colour) {
 
 } // namespace
 
-ShellSurface::ShellSurface(ShellSurfaces& surfaces)
-    : m_surfaces(surfaces), m_number(surfaces.add(*this)) {}
-
-ShellSurface::~ShellSurface() { m_surfaces.remove(*this); }
-
-template <typename Value> void ShellSurface::set(Value& member, const Value& value) {
-    if (member == value) return;
-    member = value;
-    m_surfaces.scheduleCommit();
-}
-
 ShellSurfaces::ShellSurfaces(ShellLink& link) : m_link(link) {
     m_commit.setSingleShot(true);
     QObject::connect(&m_commit, &QTimer::timeout, &m_commit, [this] { commit(); });
 }
 
 std::unique_ptr<Surface> ShellSurfaces::makeSurface() {
-    return std::make_unique<ShellSurface>(*this);
-}
-
-int ShellSurfaces::add(ShellSurface& surface) {
-    m_surfaces.push_back(&surface);
-    return ++m_lastNumber;
-}
-
-void ShellSurfaces::remove(ShellSurface& surface) {
-    std::erase(m_surfaces, &surface);
-    scheduleCommit();
+    auto surface = std::make_unique<StoredSurface>(
+        ++m_lastNumber, [this] { m_commit.start(0); },
+        [this](const StoredSurface& gone) {
+            std::erase(m_surfaces, &gone);
+            m_commit.start(0);
+        });
+    m_surfaces.push_back(surface.get());
+    return surface;
 }
 
 int ShellSurfaces::setBackgroundBlurRadius(int surfaceNumber, int radius) {
-    const auto found = std::ranges::find(m_surfaces, surfaceNumber, &ShellSurface::number);
+    const auto found = std::ranges::find(m_surfaces, surfaceNumber, &StoredSurface::number);
     if (found == m_surfaces.end()) return illegalArgument;
     (*found)->setRadius(radius);
     return 0;
@@ -74,9 +60,9 @@ void ShellSurfaces::attached() {
 }
 
 std::optional<ShellSurfaces::Cover> ShellSurfaces::wanted() const {
-    const auto seen = std::ranges::find_if(m_surfaces, &ShellSurface::isSeen);
+    const auto seen = std::ranges::find_if(m_surfaces, &StoredSurface::wantsToShow);
     if (seen == m_surfaces.end()) return std::nullopt;
-    const ShellSurface& surface = **seen;
+    const StoredSurface& surface = **seen;
     if (m_rests) return Cover{0, plain(surface.look().overlay)};
     return Cover{surface.radius() > 1 ? surface.radius() / 2.0 : 0, surface.look().overlay};
 }
