@@ -3,7 +3,7 @@
 #include "AppKit/NSEvent.h"
 #include "AppKit/NSViewController.h"
 #include "AppKit/Qt/Windows/NativeWindow.h"
-#include "QuartzCore/Animation+Private.h"
+#include "Foundation/Timeline+Private.h"
 #include "WindowServer/Session.h"
 
 #include <algorithm>
@@ -13,13 +13,6 @@
 namespace {
 
 NSAnimationContext* theGroup = nullptr;
-
-/// As the current group of animations runs.
-std::unique_ptr<Animation> animate(std::function<void(double)> apply) {
-    const auto& context = NSAnimationContext::currentContext();
-    return std::make_unique<Animation>(context.duration(), context.timingFunction(),
-                                       std::move(apply));
-}
 
 } // namespace
 
@@ -35,6 +28,34 @@ void NSAnimationContext::runAnimationGroup(
     changes(context);
     theGroup = outer;
 }
+
+/// One change that takes its time, as the current group has it. It stops where it is when it is
+/// dropped.
+class Animation {
+public:
+    /// Calls `apply` with a progress from 0 to 1, the last time with just 1.
+    explicit Animation(std::function<void(double)> apply) : m_apply(std::move(apply)) {
+        m_nextFrame = Timeline::current().schedule(0, [this] { step(); });
+    }
+
+private:
+    void step() {
+        constexpr double frameSeconds = 1.0 / 60;
+        m_nextFrame.reset();
+        const double elapsed = Timeline::current().now() - m_start;
+        if (elapsed >= m_duration) return m_apply(1);
+        m_nextFrame = Timeline::current().schedule(frameSeconds, [this] { step(); });
+        const double time = elapsed / m_duration;
+        m_apply(m_pace ? m_pace->progressAt(time) : time);
+    }
+
+    const std::function<void(double)> m_apply;
+    const double m_duration = NSAnimationContext::currentContext().duration();
+    const std::shared_ptr<CAMediaTimingFunction> m_pace =
+        NSAnimationContext::currentContext().timingFunction();
+    const double m_start = Timeline::current().now();
+    std::shared_ptr<void> m_nextFrame;
+};
 
 NSWindow::NSWindow(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType, bool)
     : m_styleMask(styleMask), m_frame(contentRect), m_native(NativeWindow::make(*this)) {
@@ -126,18 +147,20 @@ void NSWindow::fadeTo(double alpha) {
 
 void NSWindow::Animator::setFrameOrigin(const NSPoint& origin) {
     NSWindow& window = m_window;
-    window.m_move = animate([&window, from = window.m_frame.origin, origin](double progress) {
-        window.moveTo(
-            {{std::lerp(from.x, origin.x, progress), std::lerp(from.y, origin.y, progress)},
-             window.m_frame.size});
-    });
+    window.m_move = std::make_unique<Animation>(
+        [&window, from = window.m_frame.origin, origin](double progress) {
+            window.moveTo(
+                {{std::lerp(from.x, origin.x, progress), std::lerp(from.y, origin.y, progress)},
+                 window.m_frame.size});
+        });
 }
 
 void NSWindow::Animator::setAlphaValue(double alpha) {
     NSWindow& window = m_window;
-    window.m_fade = animate([&window, from = window.m_alphaValue, alpha](double progress) {
-        window.fadeTo(std::lerp(from, alpha, progress));
-    });
+    window.m_fade =
+        std::make_unique<Animation>([&window, from = window.m_alphaValue, alpha](double progress) {
+            window.fadeTo(std::lerp(from, alpha, progress));
+        });
 }
 
 void NSWindow::setBackgroundColor(const NSColor& color) {
