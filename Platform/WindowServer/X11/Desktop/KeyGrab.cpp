@@ -2,7 +2,6 @@
 
 #include "Foundation/NSBundle+Private.h"
 #include "WindowServer/X11/Connection.h"
-#include "WindowServer/X11/Desktop/Xkb.h"
 #include "WindowServer/X11/Event.h"
 
 #include <QCoreApplication>
@@ -11,6 +10,12 @@
 #include <algorithm>
 #include <chrono>
 #include <thread>
+
+#include <xkbcommon/xkbcommon-x11.h>
+
+#define explicit explicit_ // A member of this C header has that name.
+#include <xcb/xkb.h>
+#undef explicit
 
 namespace WindowServer {
 
@@ -34,12 +39,10 @@ bool KeyGrab::take(const KeyChord& chord) {
 /// Asks for changes of the layout, and that a key kept down repeats its press alone.
 void KeyGrab::listenToKeyboard() {
     xcb_connection_t* const xcb = m_connection.xcb();
-    const auto* extension = xcb_get_extension_data(xcb, &xcb_xkb_id);
-    if (!extension || !extension->present) return;
-    const auto agreed =
-        m_connection.reply(xcb_xkb_use_extension_reply, xcb_xkb_use_extension(xcb, 1, 0));
-    if (!agreed || !agreed->supported) return;
-    m_xkbEvent = extension->first_event;
+    if (!xkb_x11_setup_xkb_extension(
+            xcb, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+            XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &m_xkbEvent, nullptr))
+        return;
     constexpr uint16_t events =
         XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     constexpr uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;

@@ -1,94 +1,32 @@
 #include "WindowServer/X11/Desktop/Keymap.h"
 
 #include "WindowServer/X11/Connection.h"
-#include "WindowServer/X11/Desktop/Xkb.h"
 
 #include <algorithm>
-#include <span>
-#include <string_view>
+
+#include <xkbcommon/xkbcommon-x11.h>
 
 namespace WindowServer {
 
 namespace {
 
-// Keysyms, as the protocol numbers them.
-constexpr xcb_keysym_t numLock = 0xff7f;
-constexpr xcb_keysym_t scrollLock = 0xff14;
-constexpr xcb_keysym_t altLeft = 0xffe9;
-constexpr xcb_keysym_t altRight = 0xffea;
-constexpr xcb_keysym_t superLeft = 0xffeb;
-constexpr xcb_keysym_t superRight = 0xffec;
-
-constexpr int modifierCount = 8;
 constexpr uint16_t allModifiers = 0xff;
 
-/// The key at a place, by the names that the server's keyboard description gives to places.
-xcb_keycode_t keyAt(const std::string& place, const Connection& connection) {
-    const auto reply = connection.reply(xcb_xkb_get_names_reply,
-                                        xcb_xkb_get_names(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD,
-                                                          XCB_XKB_NAME_DETAIL_KEY_NAMES));
-    if (!reply) return 0;
-    xcb_xkb_get_names_value_list_t lists = {};
-    xcb_xkb_get_names_value_list_unpack(xcb_xkb_get_names_value_list(reply.get()), reply->nTypes,
-                                        reply->indicators, reply->virtualMods, reply->groupNames,
-                                        reply->nKeys, reply->nKeyAliases, reply->nRadioGroups,
-                                        reply->which, &lists);
-    for (int i = 0; i < reply->nKeys; ++i) {
-        const std::string_view name(lists.keyNames[i].name, sizeof lists.keyNames[i].name);
-        if (name.substr(0, name.find('\0')) == place)
-            return static_cast<xcb_keycode_t>(reply->firstKey + i);
+template <class Object> using Held = std::unique_ptr<Object, void (*)(Object*)>;
+
+/// What pressing keys with one of the symbols makes of the modifiers.
+uint16_t modifiersOf(xkb_keymap* keymap, std::initializer_list<xkb_keysym_t> symbols,
+                     xkb_state_component kind) {
+    xkb_mod_mask_t all = 0;
+    for (auto key = xkb_keymap_min_keycode(keymap); key <= xkb_keymap_max_keycode(keymap); ++key) {
+        const Held<xkb_state> state(xkb_state_new(keymap), xkb_state_unref);
+        const xkb_keysym_t symbol = xkb_state_key_get_one_sym(state.get(), key);
+        if (std::ranges::find(symbols, symbol) == symbols.end()) continue;
+        xkb_state_update_key(state.get(), key, XKB_KEY_DOWN);
+        all |= xkb_state_serialize_mods(state.get(), kind);
     }
-    return 0;
+    return all & allModifiers;
 }
-
-/// The modifiers that are locked now. One stays locked for good where its key is remapped.
-uint16_t locked(const Connection& connection) {
-    const auto state = connection.reply(
-        xcb_xkb_get_state_reply, xcb_xkb_get_state(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD));
-    return state ? state->lockedMods : 0;
-}
-
-/// The keyboard's modifier map and the symbols of its keys.
-class Modifiers {
-public:
-    explicit Modifiers(const Connection& connection)
-        : m_firstKey(xcb_get_setup(connection.xcb())->min_keycode) {
-        const auto lastKey = xcb_get_setup(connection.xcb())->max_keycode;
-        const auto modifiers = xcb_get_modifier_mapping(connection.xcb());
-        const auto symbols = xcb_get_keyboard_mapping(
-            connection.xcb(), m_firstKey, static_cast<uint8_t>(lastKey - m_firstKey + 1));
-        m_modifiers = connection.reply(xcb_get_modifier_mapping_reply, modifiers);
-        m_symbols = connection.reply(xcb_get_keyboard_mapping_reply, symbols);
-    }
-
-    /// The modifiers that keys with one of the symbols are.
-    uint16_t with(std::initializer_list<xcb_keysym_t> symbols) const {
-        uint16_t masks = 0;
-        if (!m_modifiers || !m_symbols) return masks;
-        const int keys = m_modifiers->keycodes_per_modifier;
-        const auto* key = xcb_get_modifier_mapping_keycodes(m_modifiers.get());
-        for (int modifier = 0; modifier < modifierCount; ++modifier, key += keys)
-            if (std::any_of(key, key + keys, [&](auto each) { return bears(each, symbols); }))
-                masks |= static_cast<uint16_t>(1 << modifier);
-        return masks;
-    }
-
-private:
-    bool bears(xcb_keycode_t key, std::initializer_list<xcb_keysym_t> wanted) const {
-        const size_t width = m_symbols->keysyms_per_keycode;
-        const std::span all(
-            xcb_get_keyboard_mapping_keysyms(m_symbols.get()),
-            static_cast<size_t>(xcb_get_keyboard_mapping_keysyms_length(m_symbols.get())));
-        const size_t start = (key - m_firstKey) * width;
-        if (key < m_firstKey || start + width > all.size()) return false; // Rows are padded with 0.
-        const auto symbols = all.subspan(start, width);
-        return std::ranges::find_first_of(symbols, wanted) != symbols.end();
-    }
-
-    const xcb_keycode_t m_firstKey;
-    Owned<xcb_get_modifier_mapping_reply_t> m_modifiers;
-    Owned<xcb_get_keyboard_mapping_reply_t> m_symbols;
-};
 
 uint16_t lowestOr(uint16_t masks, uint16_t usual) {
     return masks == 0 ? usual : static_cast<uint16_t>(masks & -masks);
@@ -109,16 +47,36 @@ bool ChordCode::matches(uint16_t state) const {
 }
 
 ChordCode codeOf(const KeyChord& chord, const Connection& connection, bool hasXkb) {
-    ChordCode code;
-    code.key = hasXkb ? keyAt(chord.place, connection)
-                      : static_cast<xcb_keycode_t>(chord.kernelCode + firstKeycode);
-    const Modifiers modifiers(connection);
+    xcb_connection_t* const xcb = connection.xcb();
+    ChordCode code{.key = static_cast<xcb_keycode_t>(chord.kernelCode + firstKeycode),
+                   .locks = XCB_MOD_MASK_LOCK};
+    uint16_t alt = 0;
+    uint16_t super = 0;
+    const Held<xkb_context> context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES),
+                                    xkb_context_unref);
+    const int32_t keyboard = hasXkb ? xkb_x11_get_core_keyboard_device_id(xcb) : -1;
+    const Held<xkb_keymap> keymap(keyboard < 0
+                                      ? nullptr
+                                      : xkb_x11_keymap_new_from_device(context.get(), xcb, keyboard,
+                                                                       XKB_KEYMAP_COMPILE_NO_FLAGS),
+                                  xkb_keymap_unref);
+    if (keymap) {
+        const auto key = xkb_keymap_key_by_name(keymap.get(), chord.place.c_str());
+        code.key = key == XKB_KEYCODE_INVALID ? 0 : static_cast<xcb_keycode_t>(key);
+        alt = modifiersOf(keymap.get(), {XKB_KEY_Alt_L, XKB_KEY_Alt_R}, XKB_STATE_MODS_DEPRESSED);
+        super =
+            modifiersOf(keymap.get(), {XKB_KEY_Super_L, XKB_KEY_Super_R}, XKB_STATE_MODS_DEPRESSED);
+        code.locks |= modifiersOf(keymap.get(), {XKB_KEY_Num_Lock, XKB_KEY_Scroll_Lock},
+                                  XKB_STATE_MODS_LOCKED);
+        // One stays locked for good where its key is remapped.
+        const Held<xkb_state> now(xkb_x11_state_new_from_device(keymap.get(), xcb, keyboard),
+                                  xkb_state_unref);
+        if (now)
+            code.locks |= xkb_state_serialize_mods(now.get(), XKB_STATE_MODS_LOCKED) & allModifiers;
+    }
     if (chord.control) code.modifiers |= XCB_MOD_MASK_CONTROL;
-    if (chord.alt) code.modifiers |= lowestOr(modifiers.with({altLeft, altRight}), XCB_MOD_MASK_1);
-    if (chord.super)
-        code.modifiers |= lowestOr(modifiers.with({superLeft, superRight}), XCB_MOD_MASK_4);
-    code.locks = XCB_MOD_MASK_LOCK | modifiers.with({numLock, scrollLock});
-    if (hasXkb) code.locks |= locked(connection);
+    if (chord.alt) code.modifiers |= lowestOr(alt, XCB_MOD_MASK_1);
+    if (chord.super) code.modifiers |= lowestOr(super, XCB_MOD_MASK_4);
     code.locks &= static_cast<uint16_t>(~code.modifiers);
     return code;
 }
