@@ -39,7 +39,8 @@ public:
 
     static NSNotificationCenter& defaultCenter();
 
-    /// Runs `block` at every post of `name`, from `object` alone unless it is nil, for good.
+    /// Runs `block` at every post of `name`, for good. The object is nil: posts of one name come
+    /// from one object here.
     id addObserverForName(const NSNotificationName& name, const id& object, NSOperationQueue& queue,
                           Block block);
 
@@ -49,7 +50,6 @@ public:
 private:
     struct Observer {
         NSNotificationName name;
-        const void* object; ///< Compared, never used.
         Block block;
     };
     std::vector<std::shared_ptr<Observer>> m_observers;

@@ -14,7 +14,11 @@ namespace {
 /// A view tree on the screen.
 class HostView : public ViewContent {
 public:
-    explicit HostView(View root) : m_root(std::move(root)) { draw(); }
+    explicit HostView(View root) : m_root(std::move(root)) {
+        m_redraw.setSingleShot(true); // At the next turn.
+        connect(&m_redraw, &QTimer::timeout, this, [this] { draw(); });
+        draw();
+    }
 
     QSize sizeHint() const override {
         const QSizeF ideal = m_element->sizeThatFits({});
@@ -26,7 +30,7 @@ protected:
     void changeEvent(QEvent* event) override {
         ViewContent::changeEvent(event);
         if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
-            drawAtNextTurn();
+            m_redraw.start();
     }
 
     void resizeEvent(QResizeEvent*) override { place(); }
@@ -41,7 +45,6 @@ protected:
 
 private:
     void draw() {
-        m_drawsAtNextTurn = false;
         Environment environment;
         environment.parent = this;
         environment.pool = &m_pool;
@@ -57,15 +60,9 @@ private:
         m_pool.end();
         readObjects = nullptr;
         m_observations.clear();
-        for (const auto& object : objects)
-            m_observations.push_back(object->objectWillChange.sink([this] { drawAtNextTurn(); }));
+        for (const auto& object : objects) // It has not stored the change yet.
+            m_observations.push_back(object->objectWillChange.sink([this] { m_redraw.start(); }));
         place();
-    }
-
-    // What announces a change has not stored it yet.
-    void drawAtNextTurn() {
-        if (std::exchange(m_drawsAtNextTurn, true)) return;
-        QTimer::singleShot(0, this, [this] { draw(); });
     }
 
     // The window of a small screen may be lower than the tree asks for.
@@ -81,7 +78,7 @@ private:
     std::shared_ptr<Element> m_element;
     std::vector<std::function<void()>> m_appearActions;
     std::vector<AnyCancellable> m_observations;
-    bool m_drawsAtNextTurn = false;
+    QTimer m_redraw;
 };
 
 } // namespace

@@ -13,18 +13,12 @@ namespace {
 /// A narrow bar that says how far the content is scrolled, and can be dragged.
 class ScrollIndicator : public QScrollBar {
 public:
-    using QScrollBar::QScrollBar;
+    explicit ScrollIndicator(QWidget* area) : QScrollBar(area), m_area(*area) {}
 
     static constexpr int width = 12;
 
     void setTint(const QColor& tint) {
         m_tint = tint;
-        update();
-    }
-
-    /// In the tint while the keyboard scrolls the content.
-    void setMarked(bool marked) {
-        m_marked = marked;
         update();
     }
 
@@ -36,7 +30,8 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         const bool grasped = isSliderDown() || underMouse();
-        painter.setBrush(m_marked ? m_tint : faintText(palette(), grasped ? 0.45 : 0.3));
+        const bool scrolls = m_area.hasFocus(); // By the keyboard.
+        painter.setBrush(scrolls ? m_tint : faintText(palette(), grasped ? 0.45 : 0.3));
         const QRectF bar = knob().adjusted(3, 2, -3, -2);
         painter.drawRoundedRect(bar, bar.width() / 2, bar.width() / 2);
     }
@@ -70,8 +65,8 @@ private:
         return {0, share * (height() - length), double(QWidget::width()), length};
     }
 
+    const QWidget& m_area;
     QColor m_tint;
-    bool m_marked = false;
     double m_grabbedAt = 0; ///< Below the knob's top.
 };
 
@@ -105,8 +100,8 @@ public:
     QAccessible::Role accessibleRole() const override { return QAccessible::Pane; }
 
 protected:
-    void focusInEvent(QFocusEvent*) override { m_indicator.setMarked(true); }
-    void focusOutEvent(QFocusEvent*) override { m_indicator.setMarked(false); }
+    void focusInEvent(QFocusEvent*) override { m_indicator.update(); }
+    void focusOutEvent(QFocusEvent*) override { m_indicator.update(); }
 
 private:
     /// Scrolls to the widget that gets the keyboard, which the toolkit does only where the keyboard

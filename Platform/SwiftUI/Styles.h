@@ -78,12 +78,7 @@ public:
         std::optional<Design> design = std::nullopt;
     };
 
-    static constexpr Font system(const System& system) {
-        Font font;
-        font.m_size = system.size;
-        font.m_weight = system.weight;
-        return font;
-    }
+    static constexpr Font system(const System& system) { return {system.size, system.weight}; }
 
     static const Font body;
     static const Font headline;
@@ -92,11 +87,7 @@ public:
     static const Font callout;
     static const Font caption;
 
-    constexpr Font bold() const {
-        Font font = *this;
-        font.m_weight = Weight::bold;
-        return font;
-    }
+    constexpr Font bold() const { return {m_size, Weight::bold}; }
 
     /// The desktop's digits are all of one width as they are.
     constexpr Font monospacedDigit() const { return *this; }
@@ -104,11 +95,10 @@ public:
     Weight weight() const { return m_weight; }
 
 private:
-    constexpr Font() = default;
     constexpr Font(double size, Weight weight) : m_size(size), m_weight(weight) {}
 
-    double m_size = 13;
-    Weight m_weight = Weight::regular;
+    double m_size;
+    Weight m_weight;
 };
 
 inline constexpr Font Font::body{13, Font::Weight::regular};

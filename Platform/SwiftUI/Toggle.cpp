@@ -24,8 +24,7 @@ public:
     void setToggle(const std::string& title, const Binding<bool>& isOn,
                    const Environment& environment) {
         m_isOn = isOn;
-        m_tint = tintOf(environment);
-        m_textColor = foregroundOf(environment);
+        m_environment = environment;
         setFont(fontOf(environment));
         setText(QString::fromStdString(title).replace('&', "&&"));
         setChecked(isOn.wrappedValue());
@@ -38,13 +37,13 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(m_textColor);
+        painter.setPen(foregroundOf(m_environment));
         painter.drawText(area(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextShowMnemonic, text());
         const QRectF track(area().right() - switchSize.width(),
                            area().center().y() - switchSize.height() / 2, switchSize.width(),
                            switchSize.height());
         paintSwitch(painter, track);
-        if (hasFocus()) drawFocusRing(painter, track, track.height() / 2, m_tint);
+        if (hasFocus()) drawFocusRing(painter, track, track.height() / 2, tintOf(m_environment));
     }
 
 private:
@@ -55,7 +54,7 @@ private:
 
     void paintSwitch(QPainter& painter, const QRectF& track) const {
         const QColor off = faintText(palette(), isDown() ? 0.34 : underMouse() ? 0.29 : 0.24);
-        const QColor on = m_tint.darker(isDown() ? 115 : underMouse() ? 106 : 100);
+        const QColor on = tintOf(m_environment).darker(isDown() ? 115 : underMouse() ? 106 : 100);
         painter.setPen(Qt::NoPen);
         painter.setBrush(isChecked() ? on : off);
         painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
@@ -69,8 +68,7 @@ private:
     }
 
     std::optional<Binding<bool>> m_isOn;
-    QColor m_tint;
-    QColor m_textColor;
+    Environment m_environment;
 };
 
 /// The widget stands around the element by the ring's margin.

@@ -55,15 +55,6 @@ std::unique_ptr<Connection> Connection::open() {
 Connection::Connection(xcb_connection_t* connection, int screenNumber)
     : m_xcb(connection), m_screenNumber(screenNumber),
       m_screen(screenAt(connection, screenNumber)) {
-    findExtensions();
-}
-
-Connection::~Connection() {
-    xcb_render_util_disconnect(m_xcb);
-    xcb_disconnect(m_xcb);
-}
-
-void Connection::findExtensions() {
     for (auto* extension : {&xcb_composite_id, &xcb_damage_id, &xcb_render_id, &xcb_xfixes_id,
                             &xcb_randr_id, &xcb_shape_id})
         xcb_prefetch_extension_data(m_xcb, extension);
@@ -108,6 +99,11 @@ void Connection::findExtensions() {
     addMissing(missing, "the whole screen counts as one monitor", {{"RandR", randr.present}});
     addMissing(missing, "no click goes through the cover", {{"Shape", shape.present}});
     if (!missing.empty()) NSLog("X11: " + missing + ".");
+}
+
+Connection::~Connection() {
+    xcb_render_util_disconnect(m_xcb);
+    xcb_disconnect(m_xcb);
 }
 
 bool Connection::hasPlainPixels() const {

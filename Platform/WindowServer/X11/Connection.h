@@ -97,7 +97,6 @@ public:
 private:
     Connection(xcb_connection_t* connection, int screenNumber);
 
-    void findExtensions();
     void dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*));
     Owned<xcb_generic_event_t> nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const;
     bool isRace(const xcb_generic_error_t& error) const;
