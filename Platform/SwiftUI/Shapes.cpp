@@ -30,27 +30,26 @@ private:
 
 class PaintedElement : public Element {
 public:
-    PaintedElement(const Environment& environment, const Painting& painting,
-                   std::optional<double> height)
-        : m_height(height) {
+    PaintedElement(const Environment& environment, const Painting& painting, const OwnSize& own)
+        : m_own(own(environment)) {
         take<PaintedWidget>(environment).setPainting(painting, environment);
     }
 
 protected:
     QSizeF measure(const Proposal& proposal) const override {
         constexpr double ideal = 10; // Where it may choose.
-        return {proposal.width.value_or(ideal),
-                m_height ? *m_height : proposal.height.value_or(ideal)};
+        return {m_own.width.value_or(proposal.width.value_or(ideal)),
+                m_own.height.value_or(proposal.height.value_or(ideal))};
     }
 
 private:
-    const std::optional<double> m_height;
+    const Proposal m_own;
 };
 
 } // namespace
 
-View painted(const Painting& painting, std::optional<double> height) {
-    return makeView<PaintedElement>(painting, height);
+View painted(const Painting& painting, const OwnSize& own) {
+    return makeView<PaintedElement>(painting, own);
 }
 
 QPainterPath continuousCorners(const QRectF& rect, double radius) {
@@ -91,4 +90,6 @@ Divider::Divider()
           [](QPainter& painter, const QRectF& rect, const Environment& environment) {
               painter.fillRect(rect, faintText(environment.palette, 0.12));
           },
-          1)) {}
+          [](const Environment&) -> Proposal {
+              return {std::nullopt, 1};
+          })) {}

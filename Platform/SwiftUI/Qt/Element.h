@@ -155,8 +155,12 @@ View within(const View& view, std::function<void(Environment&)> change);
 
 using Painting = std::function<void(QPainter&, const QRectF&, const Environment&)>;
 
-/// A view that is nothing but what is painted. It fills its room, but for a height of its own.
-View painted(const Painting& painting, std::optional<double> height = std::nullopt);
+/// The lengths that a view has whatever its room.
+using OwnSize = std::function<Proposal(const Environment&)>;
+
+/// A view that is nothing but what is painted. It fills its room, but for lengths of its own.
+View painted(
+    const Painting& painting, const OwnSize& own = [](const Environment&) { return Proposal(); });
 
 /// A rectangle whose corners bend gradually: each begins a little before a circle of that radius
 /// would, and passes through the middle of that circle's arc.
