@@ -97,7 +97,8 @@ TEST_F(Alerts, StandInTheUpperMiddleOfThePointersMonitorAndOutliveIt) {
         EXPECT_LT(alert.y, monitor.y + monitor.height / 2);
         if (which == 1) continue;
         // A press on one of its buttons is no drag.
-        desktop.input.drag({alert.right() - 80, alert.bottom() - 33, 1, 1}, {{alert.x, alert.y}});
+        desktop.input.drag({alert.right() - 80, alert.bottom() - 33, 1, 1},
+                           {{alert.x, alert.y}, {alert.x + 50, alert.y + 50}});
         EXPECT_FOR(200ms, panels().at(0).area == alert);
         close();
     }
