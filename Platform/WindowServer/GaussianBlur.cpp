@@ -8,7 +8,7 @@ namespace WindowServer {
 namespace {
 
 constexpr int channels = 4;
-constexpr double narrowest = 4.0; ///< Small deviations below this would show the enlarged pixels.
+constexpr double narrowest = 4.0; ///< With a smaller deviation the enlarged pixels would show.
 constexpr int mostHalvings = 6;
 
 /// Adds what lies equally far on either side, in a loop that the compiler vectorises.

@@ -50,7 +50,7 @@ private:
     void blurRow(const float* from, float* to, int width, const PixelRect& part);
     void blurColumns(int y, float* to, const PixelRect& part) const;
 
-    std::vector<float> m_kernel; ///< From the centre outwards, which counts twice.
+    std::vector<float> m_kernel; ///< From the centre, which is added twice, outwards.
     std::vector<float> m_paddedRow;
     SmallImage m_rows; ///< The image blurred along its rows alone.
 };

@@ -53,8 +53,8 @@ std::vector<Backdrop*> LiveBlur::receive(const std::vector<Pending>& pending) co
     return received;
 }
 
-// Automatic leaves the drawing to the server, so it lives beside a compositor's manual redirection
-// and outlives it.
+// Automatic: the server goes on drawing the windows. A compositor's manual redirection may come and
+// go meanwhile.
 void LiveBlur::hold() {
     if (std::exchange(m_holds, true)) return;
     xcb_composite_redirect_subwindows(m_connection.xcb(), m_connection.root(),
@@ -65,8 +65,8 @@ LiveBlur::~LiveBlur() {
     if (!m_holds) return;
     xcb_composite_unredirect_subwindows(m_connection.xcb(), m_connection.root(),
                                         XCB_COMPOSITE_REDIRECT_AUTOMATIC);
-    // With the scene goes the windows' memory, which takes the server a while: the screen is clear
-    // before that.
+    // Freeing the windows' memory, as the scene goes, takes the server a while. The screen is clear
+    // before that begins.
     m_connection.settle();
 }
 

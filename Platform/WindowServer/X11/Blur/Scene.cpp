@@ -56,8 +56,8 @@ xcb_void_cookie_t Scene::createRootPicture(xcb_pixmap_t pixmap) const {
         m_connection.formatOf(m_connection.screen().root_visual), XCB_RENDER_CP_REPEAT, &repeat);
 }
 
-/// A root without a published pixmap counts as plain. A window beyond the screen that has its
-/// background tells the colour, and its picture outlives it.
+/// A root without a published pixmap counts as plain. A window beyond the screen takes on the
+/// root's background, and its picture is the colour.
 xcb_pixmap_t Scene::rootColor() const {
     xcb_connection_t* const xcb = m_connection.xcb();
     const xcb_window_t window = m_connection.newId();

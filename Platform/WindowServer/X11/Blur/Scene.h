@@ -18,8 +18,7 @@ class Connection;
 /// picture.
 class Scene : public Drawable {
 public:
-    /// `shows` tells the windows that are part of the picture. The windows of the screen are
-    /// redirected already.
+    /// `shows` tells the windows that are part of the picture. To be made once they are redirected.
     Scene(Connection& connection, std::function<bool(xcb_window_t)> shows);
     ~Scene() override;
     Scene(const Scene&) = delete;

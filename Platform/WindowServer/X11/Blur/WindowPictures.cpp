@@ -232,7 +232,7 @@ void WindowPictures::namePixmaps(const std::vector<xcb_window_t>& ids) {
                 xcb_damage_create(xcb, window.damage, naming.id, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
                 if (m_connection.hasShape()) xcb_shape_select_input(xcb, naming.id, true);
             }
-            // The whole window counts as drawn already.
+            // All of the window is drawn anew in any case, so earlier damage is no news.
             window.damageEpoch =
                 xcb_damage_subtract(xcb, window.damage, XCB_NONE, XCB_NONE).sequence;
             window.damaged = false;

@@ -54,7 +54,7 @@ private:
         bool opaque = true;
         xcb_render_picture_t picture = 0;
         xcb_damage_damage_t damage = 0;
-        uint32_t damageEpoch = 0; ///< Damage events before this request are of the window's birth.
+        uint32_t damageEpoch = 0; ///< Damage told before this request is no news.
         std::optional<std::vector<PixelRect>> shape; ///< Within the border; unset if plain.
     };
     struct Queries;
