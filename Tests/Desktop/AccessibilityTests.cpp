@@ -59,19 +59,6 @@ std::string labels(int count) {
 
 } // namespace
 
-TEST_F(Accessibility, ReadsTheButtonsOnTheScreensAndPressesThem) {
-    desktop.tray.reset(); // Whose icon is a button as well.
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_SOON(reader.windows().size() == 2);
-    for (const char* name : {"Blur every screen", "Show the screens"}) {
-        EXPECT_SOON(reader.windows()[0].name == name);
-        for (const Spoken& window : reader.windows())
-            EXPECT_EQ(window.line(), "push button \"" + std::string(name) + '"');
-        reader.press(reader.windows()[1]);
-    }
-    expectCovered(false);
-}
-
 TEST_F(Accessibility, ReadsTheSettingsAndWorksThem) {
     const auto entry = std::filesystem::path(desktop.environment().at("XDG_CONFIG_HOME")) /
                        "autostart" / "com.vardek.NimbrelLite.desktop";

@@ -49,12 +49,20 @@ struct AlertsBeside : Alerts, testing::WithParamInterface<bool> {
 
 } // namespace
 
-TEST_P(AlertsBeside, StandAboveTheCoverAndBorrowTheKeyboard) {
+TEST_P(AlertsBeside, BorrowTheKeyboardAndLeaveEveryWayToToggleInForce) {
     ASSERT_NO_FATAL_FAILURE(start());
     paper.takeFocus();
-    for (const bool covered : {false, true}) {
-        if (covered) agent->cover();
+    bool covered = false;
+    const std::function<void()> ways[] = {
+        [&] { desktop.input.strikeChord(); },
+        [&] { click(agent->buttons().at(1).area); },
+        [&] { agent->toggle(); },
+    };
+    for (const auto& toggle : ways) {
         ASSERT_NO_FATAL_FAILURE(openAlert());
+        toggle();
+        expectCovered(covered = !covered);
+        EXPECT_SOON(isOnTop());
         paper.takeEvents();
         strike({aKey});
         EXPECT_FALSE(paper.hears(XCB_KEY_PRESS, aKey));
@@ -64,22 +72,38 @@ TEST_P(AlertsBeside, StandAboveTheCoverAndBorrowTheKeyboard) {
         EXPECT_TRUE(paper.hears(XCB_KEY_PRESS, aKey));
         EXPECT_EQ(agent->isCovered(), covered);
     }
+    ASSERT_NO_FATAL_FAILURE(openAlert());
+    agent->process().send(SIGTERM); // Which gives the keyboard back too.
+    EXPECT_EQ(agent->process().awaitEnd(), 0);
+    EXPECT_TRUE(paperHasKeyboard());
 }
 
-TEST_P(AlertsBeside, TheEditionWindowHidesWhileAnotherProgramIsActive) {
+TEST_P(AlertsBeside, TheEditionWindowIsOneAndHidesWhileAnotherProgramIsActive) {
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(openSummit());
-    const ScreenWindow summit = panels().at(0);
+    const auto number = panels().at(0).number;
+    const auto area = [&] { return panels().at(0).area.grown(GetParam() ? -12 : 0); }; // No shadow.
+    const auto [x, y, width, height] = area();
+    EXPECT_EQ(width, 500);
+    EXPECT_GT(height, 600); // Its title bar comes on top.
+    desktop.input.drag({x + 100, y + 10, 1, 1}, {{x + 120, y + 40}, {x + 200, y + 90}});
+    const Area moved = {x + 100, y + 80, width, height};
+    EXPECT_SOON(area() == moved) << area();
+    ASSERT_NO_FATAL_FAILURE(openSummit()); // While it is open.
+    const auto expectReturn = [&](const char* when) {
+        expectClosed(when);
+        ASSERT_NO_FATAL_FAILURE(openSummit());
+        EXPECT_EQ(panels().at(0).number, number);
+        EXPECT_EQ(area(), moved);
+    };
     paper.takeFocus();
-    expectClosed("as another program took the keyboard");
-    EXPECT_EQ(desktop.screen.focus(), paper.number());
-    ASSERT_NO_FATAL_FAILURE(openSummit());
-    EXPECT_EQ(panels().at(0).number, summit.number);
-    EXPECT_EQ(panels().at(0).area, summit.area);
+    expectReturn("as another program took the keyboard");
     TestWindow newcomer(desktop.display(), {900, 700, 200, 100}, TestWindow::Kind::Managed);
     newcomer.show();
     if (!GetParam()) newcomer.takeFocus();
-    expectClosed("as a new window took the keyboard");
+    expectReturn("as a new window took the keyboard");
+    click({moved.right() - 26, moved.y + 6, 20, 20});
+    expectReturn("by its button");
 }
 
 INSTANTIATE_TEST_SUITE_P(All, AlertsBeside, testing::Bool(),
@@ -142,25 +166,6 @@ TEST_F(Alerts, DoWhatTheirButtonsSay) {
     EXPECT_EQ(agent->process().errors(), "");
 }
 
-TEST_F(Alerts, LeaveEveryWayToToggleTheOrderAndAnEndInForce) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(openAlert());
-    const std::function<void()> ways[] = {
-        [&] { desktop.input.strikeChord(); },
-        [&] { click(agent->buttons().at(1).area); },
-        [&] { agent->toggle(); },
-    };
-    for (const auto& toggle : ways)
-        for (const bool covered : {true, false}) {
-            toggle();
-            expectCovered(covered);
-            EXPECT_SOON(isOnTop());
-        }
-    agent->process().send(SIGTERM); // Which gives the keyboard back too.
-    EXPECT_EQ(agent->process().awaitEnd(), 0);
-    EXPECT_TRUE(paperHasKeyboard());
-}
-
 TEST_F(Alerts, ComeAgainWhereTheyAreDestroyedAndTakeTheKeyboardAtAClick) {
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_NO_FATAL_FAILURE(openAlert());
@@ -213,29 +218,4 @@ TEST_F(Alerts, TheEditionWindowOutlivesAPointerThatTakesTheKeyboardOnItsWayThere
     desktop.input.move(summit.area.x + 200, summit.area.y + 200);
     EXPECT_SOON(desktop.screen.focus() == summit.number);
     EXPECT_EQ(panels().size(), 1u);
-}
-
-TEST_F(Alerts, TheEditionWindowIsOneAndStaysWhereItWasLeft) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    ASSERT_NO_FATAL_FAILURE(openSummit());
-    const ScreenWindow opened = panels().at(0);
-    const auto [x, y, width, height] = opened.area;
-    EXPECT_EQ(width, 500);
-    EXPECT_GT(height, 600); // Its title bar comes on top.
-    desktop.input.drag({x + 100, y + 10, 1, 1}, {{x + 120, y + 40}, {x + 200, y + 90}});
-    const Area moved = {x + 100, y + 80, width, height};
-    EXPECT_SOON(panels().at(0).area == moved) << panels().at(0).area;
-
-    ASSERT_NO_FATAL_FAILURE(openSummit()); // While it is open.
-    for (const bool byMouse : {false, true}) {
-        EXPECT_EQ(panels().at(0).number, opened.number);
-        EXPECT_EQ(panels().at(0).area, moved);
-        if (byMouse)
-            click({moved.right() - 26, moved.y + 6, 20, 20});
-        else
-            strike({escapeKey});
-        expectClosed(byMouse ? "by its button" : "by Escape");
-        EXPECT_TRUE(paperHasKeyboard());
-        ASSERT_NO_FATAL_FAILURE(openSummit());
-    }
 }

@@ -93,10 +93,10 @@ struct Stage {
         logind = std::make_unique<Process>(mock, desktop.environment());
     }
 
-    std::string ask(const std::string& service, const std::string& object,
-                    const Command& call) const {
-        Command command = {"dbus-send", "--session", "--print-reply=literal", "--dest=" + service,
-                           object};
+    /// Empty where nobody answers yet.
+    std::string ask(const char* service, const char* object, const Command& call) const {
+        Command command = {"dbus-send", "--session", "--print-reply=literal",
+                           std::string("--dest=") + service, object};
         command.insert(command.end(), call.begin(), call.end());
         Process asked(command, desktop.environment());
         asked.awaitEnd();
@@ -105,26 +105,17 @@ struct Stage {
     std::string askKWin(const Command& call) const {
         return ask("org.kde.KWin", "/Compositor", call);
     }
-    bool hasOverview() const {
-        return ask("org.gnome.Shell", "/org/gnome/Shell",
-                   {"org.freedesktop.DBus.Properties.Get", "string:org.gnome.Shell",
-                    "string:OverviewActive"})
-            .ends_with("true\n");
+    std::string askShell(const std::string& verb, const std::string& value = "") const {
+        Command call = {"org.freedesktop.DBus.Properties." + verb, "string:org.gnome.Shell",
+                        "string:OverviewActive"};
+        if (!value.empty()) call.push_back(value);
+        return ask("org.gnome.Shell", "/org/gnome/Shell", call);
     }
     /// It begins with it, and no other program gets a key meanwhile.
     void leaveOverview() const {
-        EXPECT_SOON(hasOverview());
-        ask("org.gnome.Shell", "/org/gnome/Shell",
-            {"org.freedesktop.DBus.Properties.Set", "string:org.gnome.Shell",
-             "string:OverviewActive", "variant:boolean:false"});
-        EXPECT_SOON(!hasOverview());
-    }
-
-    void toggle() const {
-        for (const uint8_t key : {controlKey, altKey, superKey, nKey})
-            desktop.input.hold(key);
-        for (const uint8_t key : {nKey, superKey, altKey, controlKey})
-            desktop.input.letGo(key);
+        EXPECT_SOON(askShell("Get").ends_with("true\n"));
+        askShell("Set", "variant:boolean:false");
+        EXPECT_SOON(askShell("Get").ends_with("false\n"));
     }
 
     bool shows(const Area& area) const { return desktop.screen.grab(area).sharpestStep() > sharp; }
@@ -203,15 +194,15 @@ TEST_P(Composited, IsWhatTheProgramShows) {
     Stage stage(GetParam(), std::move(server));
     Desktop& desktop = stage.desktop;
     Agent agent(desktop);
-    ASSERT_TRUE(await([&] { return agent.buttons().size() == stage.looked.size(); }));
+    ASSERT_SOON(agent.buttons().size() == stage.looked.size());
 
     // What stands ready for it may fade in at first, but it never does.
-    ASSERT_TRUE(await([&] { return stage.isClear(); }));
-    stage.toggle();
-    ASSERT_TRUE(await([&] { return stage.isCovered(); }));
-    stage.toggle();
-    ASSERT_TRUE(await([&] { return stage.isClear(); }));
-    stage.toggle();
+    ASSERT_SOON(stage.isClear());
+    desktop.input.strikeChord();
+    ASSERT_SOON(stage.isCovered());
+    desktop.input.strikeChord();
+    ASSERT_SOON(stage.isClear());
+    desktop.input.strikeChord();
     int between = 0;
     ASSERT_TRUE(await([&] {
         const int step = stage.sharpest(desktop.screen);
@@ -227,15 +218,12 @@ TEST_P(Composited, IsWhatTheProgramShows) {
         EXPECT_TRUE(await([&] {
             return stage.shows({each.area.x, each.area.y, 40, each.area.height});
         })) << each.area;
-    const Area button = agent.buttons().at(0).area;
-    desktop.input.move(button.x + button.width / 2, button.y + button.height / 2);
-    desktop.input.click(3);
-    ASSERT_TRUE(await([&] { return agent.menus().size() == 1; }));
+    agent.openMenu();
     const Area menu = agent.menus().at(0).area;
     const Area text = {menu.x, menu.y, 100, menu.height};
-    EXPECT_TRUE(await([&] { return stage.shows(text); }));
+    EXPECT_SOON(stage.shows(text));
     desktop.input.strike(escapeKey);
-    EXPECT_TRUE(await([&] { return !stage.shows(text); }));
+    EXPECT_SOON(!stage.shows(text));
     popup.hide();
 
     std::optional<OverlayWindow> overlay;
@@ -263,21 +251,21 @@ TEST_P(Composited, IsWhatTheProgramShows) {
     const auto brightness = [&] { return desktop.screen.grab(desktop.screen.bounds()).mean(); };
     const double before = brightness();
     stage.paper.paint(white);
-    EXPECT_TRUE(await([&] { return brightness() > before + 5; }));
+    EXPECT_SOON(brightness() > before + 5);
     stage.paper.paintChecks(8);
 
     const auto second = stage.looked.back();
     if (!GetParam().isGtk) stage.looked.pop_back();
     stage.watch("a monitor less", [&] {
         desktop.server->xrandr({"--fb", "2048x768", "--output", "DUMMY1", "--off"});
-        EXPECT_TRUE(await([&] { return agent.isCovered(); }));
+        EXPECT_SOON(agent.isCovered());
     });
     stage.watch("a monitor more", [&] {
         desktop.server->xrandr(plug);
-        EXPECT_TRUE(await([&] { return agent.isCovered(); }));
+        EXPECT_SOON(agent.isCovered());
     });
     if (!GetParam().isGtk) stage.looked.push_back(second);
-    EXPECT_TRUE(await([&] { return stage.isCovered(); }));
+    EXPECT_SOON(stage.isCovered());
 
     if (GetParam().isKWin) {
         stage.watch("suspended", [&] { stage.askKWin({"org.kde.kwin.Compositing.suspend"}); });
@@ -292,15 +280,14 @@ TEST_P(Composited, IsWhatTheProgramShows) {
         });
     stage.watch("killed", [&] {
         stage.process->send(SIGKILL);
-        EXPECT_TRUE(
-            await([&] { return desktop.screen.selectionOwner("_NET_WM_CM_S0") == XCB_NONE; }));
+        EXPECT_SOON(desktop.screen.selectionOwner("_NET_WM_CM_S0") == XCB_NONE);
         const auto inputs = [&] { return desktop.screen.inputRectangles(overlay->number); };
         EXPECT_TRUE(!overlay || await([&] { return inputs() == 0; }));
     });
     stage.watch("started", [&] { stage.start(); });
 
-    stage.toggle();
-    EXPECT_TRUE(await([&] { return stage.isClear(); }));
+    desktop.input.strikeChord();
+    EXPECT_SOON(stage.isClear());
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -13,12 +13,6 @@ struct Lack {
     const char* log; ///< All that the program itself ever writes of it.
 };
 
-std::string nameOf(const testing::TestParamInfo<Lack>& info) {
-    std::string name = info.param.extension;
-    std::erase(name, '-');
-    return name;
-}
-
 struct Fallback : OnDesktop, testing::WithParamInterface<Lack> {
     Fallback() : OnDesktop(Desktop::twoMonitors({"-extension", GetParam().extension})) {}
 };
@@ -59,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Lack{"RENDER", "X11: Render missing: the cover shows a still picture.\n"},
                     Lack{"XFIXES", "X11: XFixes missing: the cover shows a still picture.\n"},
                     Lack{"MIT-SHM", ""}),
-    nameOf);
+    [](const auto& each) { return letters(each.param.extension); });
 
 TEST_P(Depths, AreCovered) {
     Desktop desktop(

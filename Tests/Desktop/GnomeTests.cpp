@@ -25,11 +25,6 @@ constexpr Area right = {1280, 0, 1024, 768};
 constexpr uint8_t upKey = 111;
 const QString icon = "Main.panel.statusArea['com.vardek.NimbrelLite.Shell']";
 
-constexpr char settings[] = R"([org/gnome/shell]
-enabled-extensions=['%s']
-welcome-dialog-last-shown-version='99'
-)";
-
 struct Gnome : testing::Test, Hand {
     Gnome() {
         home.make("config/glib-2.0/settings");
@@ -44,10 +39,11 @@ struct Gnome : testing::Test, Hand {
         QDBusConnection::disconnectFromBus(bus.address());
     }
 
-    void enable(const char* extension) const {
-        char text[sizeof settings + 50];
-        std::snprintf(text, sizeof text, settings, extension);
-        home.write("config/glib-2.0/settings/keyfile", text);
+    void enable(const std::string& extension) const {
+        home.write("config/glib-2.0/settings/keyfile",
+                   "[org/gnome/shell]\nwelcome-dialog-last-shown-version='99'\n"
+                   "enabled-extensions=['" +
+                       extension + "']\n");
     }
 
     void startShell() {

@@ -9,13 +9,6 @@ using namespace Harness;
 namespace {
 
 struct HotKeys : OnDesktop {
-    void run(std::vector<std::string> command) const {
-        Environment environment = inheritedEnvironment();
-        environment["DISPLAY"] = desktop.display();
-        Process process(command, environment);
-        ASSERT_EQ(process.awaitEnd(), 0) << command.front() << ": " << process.errors();
-    }
-
     /// Which modifiers are on.
     uint8_t modifiers() const {
         const auto pointer =
@@ -60,7 +53,7 @@ struct HotKeys : OnDesktop {
 } // namespace
 
 TEST_F(HotKeys, ToggleWhateverLocksAreOn) {
-    run({"xmodmap", "-e", "add mod3 = Scroll_Lock"});
+    desktop.run({"xmodmap", "-e", "add mod3 = Scroll_Lock"});
     agent.emplace(desktop);
     std::set<uint8_t> seen;
     for (int combination = 0; combination < 8; ++combination) {
@@ -83,25 +76,25 @@ TEST_F(HotKeys, BelongToThePlacesOfTheKeysInEveryLayout) {
                           "; };\nxkb_types { include \"complete\" };"
                           "xkb_compatibility { include \"complete\" };"
                           "xkb_symbols { include \"pc+us+inet(evdev)\" }; };");
-        run({"xkbcomp", "-w0", keymap.string(), desktop.display()});
+        desktop.run({"xkbcomp", "-w0", keymap.string(), desktop.display()});
         ASSERT_SOON(isTaken(chord, static_cast<uint8_t>(n)));
     };
     agent.emplace(desktop);
     for (const char* layout : {"de", "ru", "fr", "us"}) {
-        run({"setxkbmap", layout});
+        desktop.run({"setxkbmap", layout});
         expectToggles(*agent, layout);
     }
-    run({"xmodmap", "-e", "clear mod1", "-e", "clear mod4", "-e", "add mod4 = Alt_L", "-e",
-         "add mod1 = Super_L"});
+    desktop.run({"xmodmap", "-e", "clear mod1", "-e", "clear mod4", "-e", "add mod4 = Alt_L", "-e",
+                 "add mod1 = Super_L"});
     expectToggles(*agent, "with Alt and Super exchanged");
-    run({"setxkbmap", "us"});
+    desktop.run({"setxkbmap", "us"});
     placeKeys(58, 57);
     expectToggles(*agent, "moved", 58);
     desktop.input.strikeChord();
     EXPECT_FOR(300ms, agent->visibleCovers().empty());
     placeKeys(57, 58);
     expectToggles(*agent, "and back");
-    run({"setxkbmap", "-layout", "us,ru", "-option", "grp:caps_toggle"});
+    desktop.run({"setxkbmap", "-layout", "us,ru", "-option", "grp:caps_toggle"});
     desktop.input.strike(capsLock);
     expectToggles(*agent, "in the second group");
 }

@@ -101,18 +101,15 @@ struct WindowLooks : testing::TestWithParam<bool>, Showcase {
     }
 };
 
-struct ButtonLook {
-    const char* scale;
-    bool composited;
+struct ButtonLooks : testing::TestWithParam<std::tuple<const char*, bool>> {
+    const char* const scale = std::get<0>(GetParam());
+    const bool composited = std::get<1>(GetParam());
 };
 
-std::string nameOf(const ButtonLook& look) {
-    std::string name = std::string("Scale") + look.scale;
-    std::erase(name, '.');
-    return name + (look.composited ? "Composited" : "Plain");
+template <class Info> std::string nameOf(const Info& info) {
+    const auto& [scale, composited] = info.param;
+    return "Scale" + letters(scale) + (composited ? "Composited" : "Plain");
 }
-
-struct ButtonLooks : testing::TestWithParam<ButtonLook> {};
 
 } // namespace
 
@@ -162,20 +159,19 @@ TEST(Scheme, AndContrastChangeWhileCovered) {
 
 TEST_P(ButtonLooks, AreTheOnesThatWereFoundGood) {
     Desktop desktop;
-    desktop.extra = {{"QT_SCALE_FACTOR", GetParam().scale}};
+    desktop.extra = {{"QT_SCALE_FACTOR", scale}};
     const Paper paper(desktop, paperColour);
     desktop.input.move(960, 300);
-    const auto compositor = GetParam().composited ? desktop.startCompositor() : nullptr;
+    const auto compositor = composited ? desktop.startCompositor() : nullptr;
     Agent agent(desktop);
     ASSERT_SOON(agent.buttons().size() == 2);
 
     const auto expectState = [&](const char* state) {
         constexpr int around = 12; // So many points around the disc belong to the picture.
-        const double scale = std::atof(GetParam().scale);
-        const int margin = static_cast<int>((GetParam().composited ? 0 : around) * scale);
+        const int margin = static_cast<int>((composited ? 0 : around) * std::atof(scale));
         Area area = agent.buttons()[1].area.grown(margin);
         area.width = std::min(area.width, desktop.screen.bounds().width - area.x);
-        expectLook(desktop.screen, area, nameOf(GetParam()) + state);
+        expectLook(desktop.screen, area, nameOf(testing::TestParamInfo(GetParam(), 0)) + state);
     };
     expectState("Awake");
     expectState("Dim");
@@ -184,7 +180,5 @@ TEST_P(ButtonLooks, AreTheOnesThatWereFoundGood) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ButtonLooks,
-                         testing::Values(ButtonLook{"1", false}, ButtonLook{"1", true},
-                                         ButtonLook{"1.25", false}, ButtonLook{"1.25", true},
-                                         ButtonLook{"2", false}, ButtonLook{"2", true}),
-                         [](const auto& each) { return nameOf(each.param); });
+                         testing::Combine(testing::Values("1", "1.25", "2"), testing::Bool()),
+                         [](const auto& each) { return nameOf(each); });

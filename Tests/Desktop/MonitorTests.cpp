@@ -54,12 +54,6 @@ struct WhiteDesktop {
     }
     bool isCoveredEverywhere() const { return isEachCoveredOnce() && isDarkEverywhere(); }
 
-    std::map<std::string, size_t> holdings() {
-        auto held = desktop.screen.holdingsOf(agent.process().pid());
-        held.erase("CURSOR"); // The toolkit keeps those it has once shown.
-        return held;
-    }
-
     Desktop desktop;
     Paper paper;
     Agent agent;
@@ -94,10 +88,6 @@ TEST_F(Monitors, AreCoveredThroughRandomChanges) {
     desktop.server->xrandr({"--delmonitor", "A"});
     desktop.server->setMonitor("A", {50, 60, 700, 900}, "screen");
     agent.cover();
-    agent.uncover();
-    const auto clear = holdings();
-    agent.cover();
-    const auto covered = holdings();
     std::vector<std::string> names;
 
     // Each keeps to a quarter of the screen: one that another contains is the same monitor twice.
@@ -128,16 +118,6 @@ TEST_F(Monitors, AreCoveredThroughRandomChanges) {
         EXPECT_SOON(agent.covers().size() == desktop.screen.monitors().size())
             << "a window is left behind";
     }
-
-    for (const std::string& name : names)
-        desktop.server->xrandr({"--delmonitor", name});
-    ASSERT_SOON(isEachCoveredOnce());
-    paper.paint(white); // A frame, with all that one takes.
-    EXPECT_SOON(holdings() == covered);
-    EXPECT_EQ(holdings(), covered);
-    agent.uncover();
-    EXPECT_SOON(holdings() == clear);
-    EXPECT_EQ(holdings(), clear);
     EXPECT_EQ(agent.process().errors(), "");
 }
 

@@ -81,11 +81,7 @@ TEST_P(SleepWithout, LiesUnderAPlainCover) {
 
 // The last of them is of no use to the program.
 INSTANTIATE_TEST_SUITE_P(All, SleepWithout, testing::Values("Composite", "DOUBLE-BUFFER"),
-                         [](const auto& each) {
-                             std::string name = each.param;
-                             std::erase(name, '-');
-                             return name;
-                         });
+                         [](const auto& each) { return letters(each.param); });
 
 TEST_F(Sleep, OfTheScreensAloneKeepsTheBlurLive) {
     ASSERT_NO_FATAL_FAILURE(start());

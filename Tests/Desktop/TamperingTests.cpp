@@ -142,13 +142,11 @@ TEST_P(TimedTampering, WhatTheyDoToTheCoverIsUndone) {
         for (int round = 0; round < rounds(5, 30); ++round) {
             runAnother();
             times.add(suffer(attack, agent->visibleCovers().at(0).number, 800, 500));
-            ASSERT_SOON(agent->isCovered() &&
-                        std::ranges::all_of(agent->visibleCovers(),
-                                            [&](const auto& cover) {
-                                                return desktop.screen.isWhole(cover.number) &&
-                                                       desktop.screen.inputRectangles(
-                                                           cover.number) == 0;
-                                            }))
+            const auto isWhole = [&](const ScreenWindow& cover) {
+                const auto state = stateOf(eye, cover.number, opacity);
+                return state && !state->bounded && !state->clipped && state->input.empty();
+            };
+            ASSERT_SOON(agent->isCovered() && std::ranges::all_of(agent->visibleCovers(), isWhole))
                 << name;
         }
         expectBrief(times, name);

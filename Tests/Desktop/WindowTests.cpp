@@ -1,9 +1,6 @@
 // The program's windows among other programs: what they hand over, give back and outlive.
 #include "Harness/OnDesktop.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-
 #include <algorithm>
 
 using namespace Harness;
@@ -29,12 +26,9 @@ struct Windows : OnDesktop {
 
     /// Opens the settings as a desktop does when the user opens a program that runs already.
     void reopen() const {
-        auto bus = QDBusConnection::connectToBus(desktop.bus->address(), "reopening");
-        auto request =
-            QDBusMessage::createMethodCall("com.vardek.NimbrelLite", "/com/vardek/NimbrelLite",
-                                           "org.freedesktop.Application", "Activate");
-        EXPECT_EQ(bus.call(request << QVariantMap()).type(), QDBusMessage::ReplyMessage);
-        QDBusConnection::disconnectFromBus("reopening");
+        desktop.run({"gdbus", "call", "--session", "--dest", "com.vardek.NimbrelLite",
+                     "--object-path", "/com/vardek/NimbrelLite", "--method",
+                     "org.freedesktop.Application.Activate", "{}"});
     }
     bool haveKeyboard() const {
         const xcb_window_t window = desktop.screen.focus();

@@ -45,12 +45,12 @@ void Agent::toggle() {
 
 void Agent::cover() {
     toggle();
-    ASSERT_TRUE(await([this] { return isCovered(); })) << m_process.errors();
+    ASSERT_SOON(isCovered()) << m_process.errors();
 }
 
 void Agent::uncover() {
     toggle();
-    ASSERT_TRUE(await([this] { return visibleCovers().empty(); })) << m_process.errors();
+    ASSERT_SOON(visibleCovers().empty()) << m_process.errors();
 }
 
 Agent::Windows Agent::ours(const std::function<bool(const ScreenWindow&)>& wanted) const {
@@ -98,14 +98,14 @@ Agent::Windows Agent::panels() const {
 
 void Agent::openMenu(int row, size_t button) const {
     m_desktop.input.click(buttons().at(button).area, 3);
-    ASSERT_TRUE(await([this] { return menus().size() == 1; }));
+    ASSERT_SOON(menus().size() == 1);
     m_desktop.input.strike(downKey, row);
 }
 
 void Agent::choose(int row) const {
     ASSERT_NO_FATAL_FAILURE(openMenu(row));
     m_desktop.input.strike(returnKey);
-    ASSERT_TRUE(await([this] { return menus().empty(); }));
+    ASSERT_SOON(menus().empty());
 }
 
 bool Agent::isCovered() const {

@@ -3,6 +3,7 @@
 #include "Harness/Await.h"
 #include "Harness/TestWindow.h"
 
+#include <cstdlib>
 #include <stdexcept>
 
 namespace Harness {
@@ -56,7 +57,7 @@ std::unique_ptr<Process> Desktop::startCompositor(const std::vector<std::string>
 
 Environment environmentOf(const Folder& home, const QString& busAddress) {
     return {
-        {"PATH", inheritedEnvironment()["PATH"]},
+        {"PATH", std::getenv("PATH")},
         {"LANG", "C.UTF-8"},
         {"HOME", home.path().string()},
         {"XDG_CONFIG_HOME", home.make("config").string()},

@@ -43,6 +43,10 @@ public:
 
     /// What a program finds in its environment here.
     Environment environment() const;
+    /// What one says here until it ends. Throws where it fails.
+    std::string run(const std::vector<std::string>& command) const {
+        return Harness::run(command, environment());
+    }
 
     Environment extra; ///< More for programs to find in their environment, or other values there.
     std::unique_ptr<XServer> server;

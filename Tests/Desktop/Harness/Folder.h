@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QTemporaryDir>
+
 #include <filesystem>
 
 namespace Harness {
@@ -7,19 +9,14 @@ namespace Harness {
 /// A folder of the test's own, gone with this object.
 class Folder {
 public:
-    Folder();
-    ~Folder();
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    const std::filesystem::path& path() const { return m_path; }
+    std::filesystem::path path() const { return m_folder.path().toStdString(); }
 
     /// Makes a folder inside, open to its owner alone.
     std::filesystem::path make(const std::string& name) const;
     std::filesystem::path write(const std::string& name, const std::string& text) const;
 
 private:
-    std::filesystem::path m_path;
+    const QTemporaryDir m_folder;
 };
 
 } // namespace Harness

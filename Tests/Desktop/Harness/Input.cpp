@@ -1,5 +1,7 @@
 #include "Harness/Input.h"
 
+#include <ranges>
+
 #include <xcb/xtest.h>
 
 namespace Harness {
@@ -43,7 +45,7 @@ void Hand::strike(const std::vector<uint8_t>& keys) const {
 void Hand::strikeTogether(const std::vector<uint8_t>& keys) const {
     for (const uint8_t key : keys)
         hold(key);
-    for (const uint8_t key : keys)
+    for (const uint8_t key : std::views::reverse(keys))
         letGo(key);
 }
 

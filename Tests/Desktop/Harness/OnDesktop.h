@@ -44,4 +44,10 @@ struct BesidePaper : OnDesktop {
     TestWindow paper{desktop.display(), {200, 200, 400, 300}};
 };
 
+/// What a test's name can have of a word: its letters and numbers.
+inline std::string letters(std::string word) {
+    std::erase_if(word, [](char each) { return each == '-' || each == '.'; });
+    return word;
+}
+
 } // namespace Harness

@@ -36,21 +36,12 @@ std::string contents(int file) {
 
 } // namespace
 
-Environment inheritedEnvironment() {
-    Environment environment;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string text = *entry;
-        const size_t equals = text.find('=');
-        environment[text.substr(0, equals)] = text.substr(equals + 1);
-    }
-    return environment;
-}
-
-Process::Process(const std::vector<std::string>& command, const Environment& environment)
+Process::Process(const std::vector<std::string>& command,
+                 const std::optional<Environment>& environment)
     : m_output(memfd_create("output", MFD_CLOEXEC)), m_errors(memfd_create("errors", MFD_CLOEXEC)) {
     std::vector<std::string> arguments = command;
     std::vector<std::string> variables;
-    for (const auto& [name, value] : environment)
+    for (const auto& [name, value] : environment.value_or(Environment()))
         variables.push_back(name + "=" + value);
     const std::vector<char*> argv = pointers(arguments);
     const std::vector<char*> envp = pointers(variables);
@@ -62,7 +53,7 @@ Process::Process(const std::vector<std::string>& command, const Environment& env
     dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
     dup2(m_output, STDOUT_FILENO);
     dup2(m_errors, STDERR_FILENO);
-    execvpe(argv[0], argv.data(), envp.data());
+    execvpe(argv[0], argv.data(), environment ? envp.data() : environ);
     _exit(127);
 }
 
@@ -94,15 +85,10 @@ std::string Process::output() const { return contents(m_output); }
 std::string Process::errors() const { return contents(m_errors); }
 
 double Process::processorTime() const {
-    std::ifstream file("/proc/" + std::to_string(m_pid) + "/stat");
-    std::string word;
-    // The command's name is the second field; user and system time are the 14th and the 15th.
-    for (int field = 1; field < 14; ++field)
-        file >> word;
-    double user = 0;
-    double system = 0;
-    file >> user >> system;
-    return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
+    clockid_t clock = 0;
+    timespec time = {};
+    if (clock_getcpuclockid(m_pid, &clock) || clock_gettime(clock, &time)) return 0;
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
 long Process::fromStatus(const std::string& name) const {
@@ -115,6 +101,14 @@ long Process::fromStatus(const std::string& name) const {
 size_t Process::openFiles() const {
     const std::filesystem::directory_iterator files("/proc/" + std::to_string(m_pid) + "/fd");
     return static_cast<size_t>(std::distance(begin(files), end(files)));
+}
+
+std::string run(const std::vector<std::string>& command,
+                const std::optional<Environment>& environment) {
+    Process process(command, environment);
+    if (process.awaitEnd(30s) != 0)
+        throw std::runtime_error(command.front() + ": " + process.errors());
+    return process.output();
 }
 
 } // namespace Harness

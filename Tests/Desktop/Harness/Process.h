@@ -12,14 +12,12 @@ namespace Harness {
 
 using Environment = std::map<std::string, std::string>;
 
-/// The environment of the test itself, to be changed and handed on.
-Environment inheritedEnvironment();
-
 /// A program that the test started. It dies with this object, and with the test if that dies first.
 class Process {
 public:
+    /// Without an environment it has the test's own.
     explicit Process(const std::vector<std::string>& command,
-                     const Environment& environment = inheritedEnvironment());
+                     const std::optional<Environment>& environment = {});
     ~Process();
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
@@ -53,5 +51,9 @@ private:
     int m_errors = -1;
     std::optional<int> m_status;
 };
+
+/// What a program says until it ends. Throws where it fails.
+std::string run(const std::vector<std::string>& command,
+                const std::optional<Environment>& environment = {});
 
 } // namespace Harness

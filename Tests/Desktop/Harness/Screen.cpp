@@ -90,12 +90,6 @@ size_t Screen::inputRectangles(xcb_window_t window) const {
     return static_cast<size_t>(xcb_shape_get_rectangles_rectangles_length(reply.get()));
 }
 
-bool Screen::isWhole(xcb_window_t window) const {
-    const auto reply =
-        m_client.ask(xcb_shape_query_extents_reply, xcb_shape_query_extents(m_client, window));
-    return reply && !reply->bounding_shaped && !reply->clip_shaped;
-}
-
 Area Screen::areaOf(xcb_window_t window) const {
     const auto geometry = m_client.ask(xcb_get_geometry_reply, xcb_get_geometry(m_client, window));
     const auto place =

@@ -36,7 +36,6 @@ public:
 
     /// How many rectangles a window's input region has: one, the whole window, unless it was set.
     size_t inputRectangles(xcb_window_t window) const;
-    bool isWhole(xcb_window_t window) const; ///< Nothing is cut out of it, nothing added.
 
     /// Without the frame of a window manager. Empty where there is no such window.
     Area areaOf(xcb_window_t window) const;

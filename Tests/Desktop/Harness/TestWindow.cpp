@@ -120,9 +120,4 @@ bool TestWindow::hears(uint8_t type, uint8_t detail) {
     });
 }
 
-std::ostream& operator<<(std::ostream& out, const TestWindow::Event& event) {
-    return out << "type " << int{event.type} << " detail " << int{event.detail} << " at " << event.x
-               << "," << event.y;
-}
-
 } // namespace Harness

@@ -59,6 +59,4 @@ private:
     xcb_window_t m_window;
 };
 
-std::ostream& operator<<(std::ostream& out, const TestWindow::Event& event);
-
 } // namespace Harness

@@ -67,8 +67,7 @@ std::unique_ptr<XServer> XServer::outputs() {
 void XServer::xrandr(const std::vector<std::string>& arguments) const {
     std::vector<std::string> command = {"xrandr", "--display", m_display};
     command.insert(command.end(), arguments.begin(), arguments.end());
-    Process xrandr(command);
-    if (xrandr.awaitEnd() != 0) throw std::runtime_error("xrandr: " + xrandr.errors());
+    run(command);
 }
 
 void XServer::setMonitor(const std::string& name, const Area& area, const char* output) const {
