@@ -4,6 +4,10 @@
 #include "Harness/Keys.h"
 #include "Harness/XClient.h"
 
+#include <ranges>
+
+#include <xcb/xtest.h>
+
 namespace Harness {
 
 /// A hand on the mouse and the keyboard: what it does is taken for real devices'.
@@ -16,16 +20,43 @@ public:
     /// Buttons: 1 left, 2 middle, 3 right, 4 and 5 the wheel.
     void press(uint8_t button) const { fake(XCB_BUTTON_PRESS, button); }
     void release(uint8_t button) const { fake(XCB_BUTTON_RELEASE, button); }
-    void click(uint8_t button) const;
-    void click(const Area& area, uint8_t button = 1) const; ///< In the middle of it.
+    void click(uint8_t button) const {
+        press(button);
+        release(button);
+    }
+    /// In the middle of it.
+    void click(const Area& area, uint8_t button = 1) const {
+        move(area.middle());
+        click(button);
+    }
     /// A press in the middle, the moves and a release.
-    void drag(const Area& from, const std::vector<Point>& moves) const;
+    void drag(const Area& from, const std::vector<Point>& moves) const {
+        move(from.middle());
+        press(1);
+        for (const Point& point : moves)
+            move(point);
+        release(1);
+    }
 
     void hold(uint8_t keycode) const { fake(XCB_KEY_PRESS, keycode); } ///< So the key repeats.
     void letGo(uint8_t keycode) const { fake(XCB_KEY_RELEASE, keycode); }
-    void strike(uint8_t keycode, int times = 1) const;
-    void strike(const std::vector<uint8_t>& keys) const; ///< One after the other.
-    void strikeTogether(const std::vector<uint8_t>& keys) const;
+    void strike(uint8_t keycode, int times = 1) const {
+        for (int i = 0; i < times; ++i) {
+            hold(keycode);
+            letGo(keycode);
+        }
+    }
+    /// One after the other.
+    void strike(const std::vector<uint8_t>& keys) const {
+        for (const uint8_t key : keys)
+            strike(key);
+    }
+    void strikeTogether(const std::vector<uint8_t>& keys) const {
+        for (const uint8_t key : keys)
+            hold(key);
+        for (const uint8_t key : std::views::reverse(keys))
+            letGo(key);
+    }
     void strikeChord() const { strikeTogether(chordKeys); }
 
 private:
@@ -39,7 +70,11 @@ public:
     explicit Input(const std::string& display) : m_client(display) {}
 
 private:
-    void fake(uint8_t type, uint8_t detail, int x, int y) const override;
+    void fake(uint8_t type, uint8_t detail, int x, int y) const override {
+        xcb_test_fake_input(m_client, type, detail, XCB_CURRENT_TIME, m_client.root(),
+                            static_cast<int16_t>(x), static_cast<int16_t>(y), 0);
+        m_client.settle();
+    }
 
     XClient m_client;
 };
