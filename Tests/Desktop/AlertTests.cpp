@@ -53,13 +53,23 @@ TEST_P(AlertsBeside, BorrowTheKeyboardAndLeaveEveryWayToToggleInForce) {
     ASSERT_NO_FATAL_FAILURE(start());
     paper.takeFocus();
     bool covered = false;
+    size_t which = 0;
     const std::function<void()> ways[] = {
         [&] { desktop.input.strikeChord(); },
         [&] { click(agent->buttons().at(1).area); },
         [&] { agent->toggle(); },
     };
     for (const auto& toggle : ways) {
-        ASSERT_NO_FATAL_FAILURE(openAlert());
+        ASSERT_NO_FATAL_FAILURE(openAlert(which % 2)); // In the upper middle of its monitor.
+        const Area& monitor = which++ % 2 ? Desktop::right : Desktop::left;
+        const Area alert = panels().at(0).area;
+        EXPECT_NEAR(alert.middle().x, monitor.middle().x, 1);
+        EXPECT_GT(alert.y, monitor.y + monitor.height / 8);
+        EXPECT_LT(alert.y, monitor.y + monitor.height / 2);
+        // A press on one of its buttons is no drag.
+        desktop.input.drag({alert.right() - 80, alert.bottom() - 33, 1, 1},
+                           {{alert.x, alert.y}, {alert.x + 50, alert.y + 50}});
+        EXPECT_FOR(200ms, panels().at(0).area == alert);
         toggle();
         expectCovered(covered = !covered);
         EXPECT_SOON(isOnTop());
@@ -72,7 +82,9 @@ TEST_P(AlertsBeside, BorrowTheKeyboardAndLeaveEveryWayToToggleInForce) {
         EXPECT_TRUE(paper.hears(XCB_KEY_PRESS, aKey));
         EXPECT_EQ(agent->isCovered(), covered);
     }
-    ASSERT_NO_FATAL_FAILURE(openAlert());
+    ASSERT_NO_FATAL_FAILURE(openAlert(1));
+    desktop.server->xrandr({"--delmonitor", "B"});
+    EXPECT_SOON(panels().size() == 1 && Desktop::left.contains(panels()[0].area));
     agent->process().send(SIGTERM); // Which gives the keyboard back too.
     EXPECT_EQ(agent->process().awaitEnd(), 0);
     EXPECT_TRUE(paperHasKeyboard());
@@ -108,29 +120,6 @@ TEST_P(AlertsBeside, TheEditionWindowIsOneAndHidesWhileAnotherProgramIsActive) {
 
 INSTANTIATE_TEST_SUITE_P(All, AlertsBeside, testing::Bool(),
                          [](const auto& each) { return each.param ? "Others" : "Nobody"; });
-
-TEST_F(Alerts, StandInTheUpperMiddleOfThePointersMonitorAndOutliveIt) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    agent->cover();
-    for (const size_t which : {0u, 1u}) {
-        const Area monitor = which == 0 ? Desktop::left : Desktop::right;
-        ASSERT_NO_FATAL_FAILURE(openAlert(which));
-        const Area alert = panels().at(0).area;
-        EXPECT_NEAR(2 * alert.x + alert.width, 2 * monitor.x + monitor.width, 2);
-        EXPECT_GT(alert.y, monitor.y + monitor.height / 8);
-        EXPECT_LT(alert.y, monitor.y + monitor.height / 2);
-        if (which == 1) continue;
-        // A press on one of its buttons is no drag.
-        desktop.input.drag({alert.right() - 80, alert.bottom() - 33, 1, 1},
-                           {{alert.x, alert.y}, {alert.x + 50, alert.y + 50}});
-        EXPECT_FOR(200ms, panels().at(0).area == alert);
-        close();
-    }
-    desktop.server->xrandr({"--delmonitor", "B"});
-    EXPECT_SOON(panels().size() == 1 && Desktop::left.contains(panels()[0].area));
-    close();
-    expectCovered(true);
-}
 
 TEST_F(Alerts, DoWhatTheirButtonsSay) {
     const Browser browser(desktop);

@@ -26,16 +26,10 @@ TEST_F(OnDesktop, TheStoreIsTouchedForFormerSettingsAloneAndMayHoldAnything) {
         agent->cover();
         agent->uncover();
     }
-    const std::pair<const char*, Area> places[] = {{"0.49, 0", {6, 6, 44, 44}},
-                                                   {"0.5, 0", {1870, 6, 44, 44}},
-                                                   {"7.0, 1.5", {1870, 1542, 44, 44}},
-                                                   {"\"0, 0.5\"", usual},
-                                                   {"0, 0.5, 1", usual},
-                                                   {"0, 0.5 m", usual}};
-    for (const auto& [value, place] : places) {
+    for (const char* value : {"\"0, 0.5\"", "0, 0.5, 1", "0, 0.5 m"}) {
         write(key + value);
         ASSERT_NO_FATAL_FAILURE(start());
-        EXPECT_EQ(agent->buttons()[0].area, place) << value;
+        EXPECT_EQ(agent->buttons()[0].area, usual) << value;
     }
     write(key + "left, 0.5\nstrength=3\nloginAsked=true\n[Other]\nstyle=kept\n");
     ASSERT_NO_FATAL_FAILURE(start());
