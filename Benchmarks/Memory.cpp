@@ -19,7 +19,7 @@ void tell(Report& report, const std::string& state, pid_t program) {
         report.add(
             {state + ": " + what, megabytes ? figure(*megabytes, "MB") : "not readable", goal});
     };
-    add("resident", "status", "VmRSS", "under 40 MB");
+    add("resident", "status", "VmRSS", "at most 28 MB");
     add("of it anonymous", "status", "RssAnon", "under 12 MB");
     add("of it private and written to", "smaps_rollup", "Private_Dirty", "under 12 MB");
 }
