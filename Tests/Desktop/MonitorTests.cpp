@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <utility>
 
 using namespace Harness;
 
@@ -54,6 +55,27 @@ struct WhiteDesktop {
     }
     bool isCoveredEverywhere() const { return isEachCoveredOnce() && isDarkEverywhere(); }
 
+    /// What the program has at the server, once it neither makes nor drops anything any more.
+    std::map<std::string, size_t> holdings() {
+        std::map<std::string, size_t> held;
+        const auto isSteady = [&] {
+            auto now = desktop.screen.holdingsOf(agent.process().pid());
+            now.erase("CURSOR"); // The toolkit keeps those it has once shown.
+            return std::exchange(held, now) == now;
+        };
+        EXPECT_SOON(holdsFor(300ms, isSteady));
+        return held;
+    }
+    /// The same after a frame of the live blur, with all that one takes.
+    std::map<std::string, size_t> holdingsWhileLive() {
+        for (const uint32_t colour : {black, white}) {
+            paper.paint(colour);
+            EXPECT_SOON((desktop.screen.grab({300, 300, 200, 200}).mean() > 100) ==
+                        (colour == white));
+        }
+        return holdings();
+    }
+
     Desktop desktop;
     Paper paper;
     Agent agent;
@@ -88,6 +110,10 @@ TEST_F(Monitors, AreCoveredThroughRandomChanges) {
     desktop.server->xrandr({"--delmonitor", "A"});
     desktop.server->setMonitor("A", {50, 60, 700, 900}, "screen");
     agent.cover();
+    agent.uncover();
+    const auto clear = holdings();
+    agent.cover();
+    const auto covered = holdingsWhileLive();
     std::vector<std::string> names;
 
     // Each keeps to a quarter of the screen: one that another contains is the same monitor twice.
@@ -118,6 +144,13 @@ TEST_F(Monitors, AreCoveredThroughRandomChanges) {
         EXPECT_SOON(agent.covers().size() == desktop.screen.monitors().size())
             << "a window is left behind";
     }
+
+    for (const std::string& name : names)
+        desktop.server->xrandr({"--delmonitor", name});
+    ASSERT_SOON(isEachCoveredOnce());
+    EXPECT_EQ(holdingsWhileLive(), covered);
+    agent.uncover();
+    EXPECT_EQ(holdings(), clear);
     EXPECT_EQ(agent.process().errors(), "");
 }
 
