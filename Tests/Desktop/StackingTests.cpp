@@ -1,8 +1,5 @@
 #include "Harness/OnDesktop.h"
-#include "Harness/Soak.h"
 #include "Harness/Times.h"
-
-#include <xcb/composite.h>
 
 using namespace Harness;
 
@@ -10,27 +7,21 @@ namespace {
 
 constexpr Area spot = {700, 300, 200, 100};
 
-struct Stacking : OnDesktop {
-    void start() {
-        agent.emplace(desktop);
-        agent->cover();
-    }
+struct TimedStacking : OnDesktop, testing::WithParamInterface<bool> {
     bool showsMarker() const {
         const auto [x, y] = spot.middle();
         return desktop.screen.grab({x, y, 1, 1}).isAll(marker);
     }
 
     TestWindow window{desktop.display(), spot};
-};
-
-struct TimedStacking : Stacking, testing::WithParamInterface<bool> {
     std::unique_ptr<Process> compositor = GetParam() ? desktop.startCompositor() : nullptr;
 };
 
 } // namespace
 
 TEST_P(TimedStacking, AWindowThatRaisesItselfWinsNeitherTheScreenNorTheProcessor) {
-    start();
+    agent.emplace(desktop);
+    agent->cover();
     window.show();
     const double used = agent->process().processorTime();
     const auto begin = Clock::now();
@@ -59,23 +50,3 @@ TEST_P(TimedStacking, AWindowThatRaisesItselfWinsNeitherTheScreenNorTheProcessor
 INSTANTIATE_TEST_SUITE_P(Timed, TimedStacking, testing::Bool(), [](const auto& each) {
     return each.param ? "WithACompositor" : "WithoutACompositor";
 });
-
-TEST_F(Stacking, AnotherProgramThatKeepsACoverAloneFromTheScreenIsOutdone) {
-    window.show();
-    start();
-    for (int round = 0; round < rounds(5, 50); ++round) {
-        const XClient foe(desktop.display());
-        xcb_composite_query_version(foe, 0, 4);
-        const auto kept = agent->visibleCovers();
-        for (const ScreenWindow& cover : kept)
-            xcb_composite_redirect_window(foe, cover.number, XCB_COMPOSITE_REDIRECT_MANUAL);
-        foe.settle();
-        const auto isOld = [&](const ScreenWindow& cover) {
-            return std::ranges::find(kept, cover.number, &ScreenWindow::number) != kept.end();
-        };
-        ASSERT_SOON(!showsMarker() && agent->isCovered() &&
-                    std::ranges::none_of(agent->visibleCovers(), isOld))
-            << round;
-    }
-    EXPECT_FOR(300ms, !showsMarker() && agent->isCovered());
-}

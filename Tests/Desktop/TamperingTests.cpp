@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include <xcb/composite.h>
 #include <xcb/shape.h>
 
 using namespace Harness;
@@ -43,6 +44,11 @@ const std::vector<std::pair<const char*, Attack>> attacks = {
     {"cut out", cut(XCB_SHAPE_SK_BOUNDING, {{0, 0, 10, 10}})},
     {"clip", cut(XCB_SHAPE_SK_CLIP, {})},
     {"take the input", cut(XCB_SHAPE_SK_INPUT, {{0, 0, 4000, 4000}})},
+    {"keep from the screen",
+     [](const XClient& foe, xcb_window_t victim) {
+         xcb_composite_query_version(foe, 0, 4);
+         xcb_composite_redirect_window(foe, victim, XCB_COMPOSITE_REDIRECT_MANUAL);
+     }},
     {"see through",
      [](const XClient& foe, xcb_window_t victim) {
          foe.put(victim, "_NET_WM_WINDOW_OPACITY", XCB_ATOM_CARDINAL, {0x10000000});
@@ -178,7 +184,10 @@ TEST_P(TimedTampering, WhatTheyDoToTheButtonsIsUndone) {
     for (const bool covered : {false, true}) {
         if (covered) agent->cover();
         for (const auto& [name, attack] : attacks) {
-            if (std::string_view(name) == "see through") continue; // the key and the icon are left
+            // Against these the key and the icon are left.
+            if (std::string_view(name) == "see through" ||
+                std::string_view(name) == "keep from the screen")
+                continue;
             Times times;
             for (int round = 0; round < rounds(3, 20); ++round) {
                 runAnother();
