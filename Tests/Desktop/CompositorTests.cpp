@@ -236,7 +236,9 @@ TEST_P(Composited, IsWhatTheProgramShows) {
     EXPECT_TRUE(!overlay || desktop.screen.inputRectangles(overlay->number) == 1);
     TestWindow film(desktop.display(), {0, 0, 1024, 768}, TestWindow::Kind::Managed);
     film.paintChecks(6);
-    film.setStates({"_NET_WM_STATE_FULLSCREEN"});
+    const XClient& client = film.client();
+    client.put(film.number(), "_NET_WM_STATE", XCB_ATOM_ATOM,
+               {client.atom("_NET_WM_STATE_FULLSCREEN")});
     stage.watch("a full-screen window", [&] { film.show(); });
     stage.watch("a switch of windows", [&] {
         desktop.input.hold(altKey);

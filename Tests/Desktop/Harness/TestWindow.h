@@ -75,13 +75,6 @@ public:
               [size](int x, int y) { return (x < size) == (y < size) ? white : black; });
     }
 
-    /// "_NET_WM_STATE_ABOVE"; before it is shown.
-    void setStates(const std::vector<std::string>& states) {
-        std::vector<xcb_atom_t> atoms;
-        for (const std::string& state : states)
-            atoms.push_back(m_client.atom(state));
-        m_client.put(m_window, "_NET_WM_STATE", XCB_ATOM_ATOM, atoms);
-    }
     void show() {
         xcb_map_window(m_client, m_window);
         m_client.settle();
