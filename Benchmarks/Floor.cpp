@@ -113,7 +113,7 @@ void measureFrame(Report& report, const Area& screen, const Area& area, const st
                 const uint32_t pixel = static_cast<uint32_t>(values[2] * 0.6F) << 16 |
                                        static_cast<uint32_t>(values[1] * 0.6F) << 8 |
                                        static_cast<uint32_t>(values[0] * 0.6F);
-                if (std::exchange(shown[static_cast<size_t>(y * image.width + x)], pixel) != pixel)
+                if (std::exchange(shown[static_cast<size_t>(y) * image.width + x], pixel) != pixel)
                     part = part.joined({x, y, 1, 1});
             }
         cover.write(shown.data() + static_cast<ptrdiff_t>(part.y) * image.width,

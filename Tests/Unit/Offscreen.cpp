@@ -23,7 +23,7 @@ struct Application : testing::Environment {
 } // namespace
 
 std::shared_ptr<void> ManualTime::schedule(double seconds, std::function<void()> work) {
-    auto alarm = std::make_shared<Alarm>(m_now + seconds, std::move(work));
+    auto alarm = std::make_shared<Alarm>(Alarm{m_now + seconds, std::move(work)});
     m_alarms.push_back(alarm);
     return alarm;
 }

@@ -4,7 +4,7 @@
 #include "Harness/Keys.h"
 #include "Harness/XClient.h"
 
-#include <ranges>
+#include <algorithm>
 
 #include <xcb/xtest.h>
 
@@ -54,8 +54,7 @@ public:
     void strikeTogether(const std::vector<uint8_t>& keys) const {
         for (const uint8_t key : keys)
             hold(key);
-        for (const uint8_t key : std::views::reverse(keys))
-            letGo(key);
+        std::for_each(keys.rbegin(), keys.rend(), [this](uint8_t key) { letGo(key); });
     }
     void strikeChord() const { strikeTogether(chordKeys); }
 
