@@ -133,7 +133,7 @@ public:
     };
     Animator animator() { return Animator(*this); }
     bool ignoresMouseEvents() const { return m_ignoresMouseEvents; }
-    /// To be set before the window is first shown.
+    /// To be set before the window is first shown. One that the window server draws always does.
     void setIgnoresMouseEvents(bool ignores) {
         m_ignoresMouseEvents = ignores;
         textsChanged();

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace WindowServer {
 
@@ -24,25 +25,59 @@ struct Look {
     bool operator==(const Look&) const = default;
 };
 
-/// One native window without a frame of its own, drawn by the window server. It stands on the
-/// screen while it is ordered front and its alpha is above 0. What changes within one turn of the
-/// event loop reaches the screen together at the turn's end.
+/// One window without a frame of its own, drawn by the window server, which lets all input through.
+/// It stands on the screen while it is ordered front and its alpha is above 0. It keeps what it is
+/// told; what changes within one turn of the event loop is carried out together at the turn's end.
 class Surface {
 public:
-    virtual ~Surface() = default;
+    Surface(int number, std::function<void()> onChanged, std::function<void(const Surface&)> onGone)
+        : m_number(number), m_onChanged(std::move(onChanged)), m_onGone(std::move(onGone)) {}
+    virtual ~Surface() { m_onGone(*this); }
+    Surface(const Surface&) = delete;
+    Surface& operator=(const Surface&) = delete;
 
-    virtual int number() const = 0; ///< The window number, above 0; 0 where the server refused one.
+    int number() const { return m_number; } ///< The window number, above 0.
 
-    virtual void setTitle(const std::string& title) = 0;
+    void setTitle(const std::string& title) { set(m_title, title); }
     /// What kind of window it is, for everyone who looks at the screen.
-    virtual void setIdentifier(const std::string&) {}
-    virtual void setFrame(const CGRect& frame) = 0;
-    virtual void setLevel(int level) = 0;
-    virtual void setIgnoresMouseEvents(bool ignores) = 0;
-    virtual void setAlpha(double alpha) = 0; ///< From 0 to 1.
-    virtual void setLook(const Look& look) = 0;
-    virtual void orderFront() = 0;
-    virtual void orderOut() = 0;
+    void setIdentifier(const std::string& identifier) { set(m_identifier, identifier); }
+    void setFrame(const CGRect& frame) { set(m_frame, frame); }
+    void setLevel(int level) { set(m_level, level); }
+    void setAlpha(double alpha) { set(m_alpha, alpha); } ///< From 0 to 1.
+    void setLook(const Look& look) { set(m_look, look); }
+    void setRadius(int radius) { set(m_radius, radius); } ///< Of the blur of what lies behind.
+    void orderFront() { set(m_isOrdered, true); }
+    void orderOut() { set(m_isOrdered, false); }
+
+    const std::string& title() const { return m_title; }
+    const std::string& identifier() const { return m_identifier; }
+    const CGRect& frame() const { return m_frame; }
+    int level() const { return m_level; }
+    const Look& look() const { return m_look; }
+    int radius() const { return m_radius; }
+    bool isOrdered() const { return m_isOrdered; }
+    bool wantsToShow() const { return m_isOrdered && m_alpha > 0; }
+    bool wantsLiveBlur() const { return wantsToShow() && m_radius > 1 && m_look.overlay.alpha < 1; }
+
+protected:
+    virtual void changed() { m_onChanged(); }
+
+private:
+    template <class T> void set(T& member, const T& value) {
+        if (std::exchange(member, value) != value) changed();
+    }
+
+    const int m_number;
+    const std::function<void()> m_onChanged;
+    const std::function<void(const Surface&)> m_onGone;
+    std::string m_title;
+    std::string m_identifier;
+    CGRect m_frame;
+    int m_level = 0;
+    double m_alpha = 1;
+    Look m_look;
+    int m_radius = 0;
+    bool m_isOrdered = false;
 };
 
 /// What it takes to have screens covered that are not yet.

@@ -12,8 +12,8 @@ struct CoverTest : Offscreen {
 
     bool allAre(bool shown) const {
         return session.living.size() == 2 && std::ranges::all_of(session.living, [&](auto* each) {
-                   return each->ordered && each->alpha == shown &&
-                          each->look.overlay.alpha == (shown ? 0.4 : 0);
+                   return each->wantsToShow() == shown &&
+                          each->look().overlay.alpha == (shown ? 0.4 : 0);
                });
     }
 
@@ -42,13 +42,13 @@ TEST_F(CoverTest, SaysSoOnceAllWindowsHaveChangedAndMakesNone) {
 }
 
 TEST_F(CoverTest, ARefusedBlurBringsUpAMaterialAndLeavesNothingBehind) {
-    const MemorySurface& surface = *session.living.front();
+    const WindowServer::Surface& surface = *session.living.front();
     for (const int answer : {1006, 0, 1006}) {
         session.blurAnswer = answer;
         cover->show();
-        EXPECT_EQ(surface.look, (WindowServer::Look{answer != 0, CGColor{0, 0, 0, 0.4}}));
+        EXPECT_EQ(surface.look(), (WindowServer::Look{answer != 0, CGColor{0, 0, 0, 0.4}}));
         cover->hide();
-        EXPECT_EQ(surface.look, WindowServer::Look{});
+        EXPECT_EQ(surface.look(), WindowServer::Look{});
     }
     cover->show();
     cover = nullptr; // What observed for it does nothing more.

@@ -11,29 +11,6 @@
 
 #include <gtest/gtest.h>
 
-struct MemorySurface : WindowServer::Surface {
-    explicit MemorySurface(std::vector<MemorySurface*>& living) : all(living) {
-        all.push_back(this);
-    }
-    ~MemorySurface() override { std::erase(all, this); }
-
-    int number() const override { return 1; }
-    void setTitle(const std::string&) override {}
-    void setFrame(const CGRect& value) override { frame = value; }
-    void setLevel(int) override {}
-    void setIgnoresMouseEvents(bool) override {}
-    void setAlpha(double value) override { alpha = value; }
-    void setLook(const WindowServer::Look& value) override { look = value; }
-    void orderFront() override { ordered = true; }
-    void orderOut() override { ordered = false; }
-
-    std::vector<MemorySurface*>& all;
-    CGRect frame;
-    double alpha = 1;
-    WindowServer::Look look;
-    bool ordered = false;
-};
-
 /// Of a desktop that has nothing but screens and surfaces.
 struct MemorySession : WindowServer::Session, WindowServer::Displays, WindowServer::Surfaces {
     struct Windows : WindowServer::ToolkitWindows {
@@ -55,12 +32,15 @@ struct MemorySession : WindowServer::Session, WindowServer::Displays, WindowServ
 
     const std::vector<WindowServer::Display>& all() const override { return connected; }
     std::unique_ptr<WindowServer::Surface> makeSurface() override {
-        return std::make_unique<MemorySurface>(living);
+        auto made = std::make_unique<WindowServer::Surface>(
+            1, [] {}, [this](const auto& gone) { std::erase(living, &gone); });
+        living.push_back(made.get());
+        return made;
     }
     int setBackgroundBlurRadius(int, int) override { return blurAnswer; }
 
     std::vector<WindowServer::Display> connected;
-    std::vector<MemorySurface*> living;
+    std::vector<WindowServer::Surface*> living;
     int blurAnswer = 0; ///< What is said of any surface.
     Windows toolkitWindows;
     Key globalKey;

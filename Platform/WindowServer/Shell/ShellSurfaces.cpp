@@ -30,9 +30,9 @@ ShellSurfaces::ShellSurfaces(ShellLink& link) : m_link(link) {
 }
 
 std::unique_ptr<Surface> ShellSurfaces::makeSurface() {
-    auto surface = std::make_unique<StoredSurface>(
+    auto surface = std::make_unique<Surface>(
         ++m_lastNumber, [this] { m_commit.start(0); },
-        [this](const StoredSurface& gone) {
+        [this](const Surface& gone) {
             std::erase(m_surfaces, &gone);
             m_commit.start(0);
         });
@@ -41,7 +41,7 @@ std::unique_ptr<Surface> ShellSurfaces::makeSurface() {
 }
 
 int ShellSurfaces::setBackgroundBlurRadius(int surfaceNumber, int radius) {
-    const auto found = std::ranges::find(m_surfaces, surfaceNumber, &StoredSurface::number);
+    const auto found = std::ranges::find(m_surfaces, surfaceNumber, &Surface::number);
     if (found == m_surfaces.end()) return illegalArgument;
     (*found)->setRadius(radius);
     return 0;
@@ -60,9 +60,9 @@ void ShellSurfaces::attached() {
 }
 
 std::optional<ShellSurfaces::Cover> ShellSurfaces::wanted() const {
-    const auto seen = std::ranges::find_if(m_surfaces, &StoredSurface::wantsToShow);
+    const auto seen = std::ranges::find_if(m_surfaces, &Surface::wantsToShow);
     if (seen == m_surfaces.end()) return std::nullopt;
-    const StoredSurface& surface = **seen;
+    const Surface& surface = **seen;
     if (m_rests) return Cover{0, plain(surface.look().overlay)};
     return Cover{surface.radius() > 1 ? surface.radius() / 2.0 : 0, surface.look().overlay};
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "WindowServer/Shell/ShellLink.h"
-#include "WindowServer/StoredSurface.h"
+#include "WindowServer/Surfaces.h"
 
 #include <QTimer>
 
@@ -37,7 +37,7 @@ private:
     void commit();
 
     ShellLink& m_link;
-    std::vector<StoredSurface*> m_surfaces;
+    std::vector<Surface*> m_surfaces;
     std::optional<Cover> m_told; ///< Nothing while the screens are clear.
     bool m_covered = false;      ///< As it was told last.
     int m_lastNumber = 0;

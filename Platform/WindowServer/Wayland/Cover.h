@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowServer/StoredSurface.h"
+#include "WindowServer/Surfaces.h"
 #include "WindowServer/Wayland/StillPicture.h"
 
 #include <optional>
@@ -8,11 +8,10 @@
 namespace WindowServer::Wayland {
 
 /// One surface of the program's, and what there is to show in it.
-class Cover : public StoredSurface {
+class Cover : public Surface {
 public:
-    using StoredSurface::StoredSurface;
+    using Surface::Surface;
 
-    bool wantsLiveBlur() const { return radius() > 1 && look().overlay.alpha < 1; }
     bool wantsPicture() const {
         return wantsToShow() && look().material && look().overlay.alpha < 1;
     }

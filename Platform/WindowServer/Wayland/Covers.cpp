@@ -48,12 +48,12 @@ void Covers::attach() {
 std::unique_ptr<Surface> Covers::makeSurface() {
     auto cover = std::make_unique<Cover>(
         ++m_lastNumber, [this] { m_isStale = true; },
-        [this](const StoredSurface& gone) { forget(gone); });
+        [this](const Surface& gone) { forget(gone); });
     m_covers.push_back(cover.get());
     return cover;
 }
 
-void Covers::forget(const StoredSurface& cover) {
+void Covers::forget(const Surface& cover) {
     std::erase_if(m_awaited, [&cover](const auto& each) { return each.first == &cover; });
     std::erase(m_covers, &cover);
     m_isStale = true;

@@ -35,7 +35,7 @@ public:
     void commit();
 
 private:
-    void forget(const StoredSurface& cover);
+    void forget(const Surface& cover);
     void takePictures();
     void pictureTaken(Cover& cover, const QImage& picture);
     bool isLive(const Cover& cover) const;

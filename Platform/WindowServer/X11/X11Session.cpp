@@ -56,7 +56,7 @@ void X11Session::attach() {
         if (m_windows.onCompositingChanged) m_windows.onCompositingChanged();
     };
     m_displays.onRefreshed = [this] {
-        m_covers.displaysChanged();
+        m_covers.scheduleCommit();
         m_windows.placeAgain();
     };
     m_windows.onChanged = [this] { m_covers.scheduleCommit(); };

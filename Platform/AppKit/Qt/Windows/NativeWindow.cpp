@@ -41,7 +41,6 @@ public:
     void describe() override {
         m_surface->setTitle(m_window.title());
         m_surface->setIdentifier(m_window.identifier());
-        m_surface->setIgnoresMouseEvents(m_window.ignoresMouseEvents());
     }
     void setFrame(const NSRect& frame) override { m_surface->setFrame(frame); }
     void setLevel(NSInteger level) override { m_surface->setLevel(static_cast<int>(level)); }

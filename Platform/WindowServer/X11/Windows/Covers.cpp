@@ -43,9 +43,13 @@ std::unique_ptr<Surface> Covers::makeSurface() {
 }
 
 std::unique_ptr<X11Surface> Covers::newSurface() {
-    auto surface = std::make_unique<X11Surface>(m_connection, m_displays);
-    surface->onChanged = [this] { scheduleCommit(); };
-    surface->onGone = [this](X11Surface& gone) { forget(gone); };
+    auto surface = std::make_unique<X11Surface>(
+        m_connection, m_displays, m_compositor, m_stacking, ++m_lastNumber,
+        [this] { scheduleCommit(); },
+        [this](const Surface& gone) {
+            std::erase(m_surfaces, &gone);
+            scheduleCommit();
+        });
     m_surfaces.push_back(surface.get());
     return surface;
 }
@@ -55,12 +59,6 @@ void Covers::keepSpare() {
     if (m_spare || !m_compositor.isOwned()) return;
     m_spare = newSurface();
     m_spare->orderFront();
-}
-
-void Covers::forget(X11Surface& surface) {
-    std::erase(m_surfaces, &surface);
-    unstack(surface);
-    scheduleCommit();
 }
 
 /// Before anything of the toolkit's is drawn anew for the same change: icon and buttons take longer
@@ -85,14 +83,9 @@ int Covers::setBackgroundBlurRadius(int surfaceNumber, int radius) {
 void Covers::setResting(bool rests) {
     if (std::exchange(m_resting, rests) == rests) return;
     for (X11Surface* surface : m_surfaces)
-        surface->restingChanged();
+        surface->changed();
     commit();
     m_connection.settle();
-}
-
-void Covers::displaysChanged() {
-    for (X11Surface* surface : m_surfaces)
-        surface->place();
 }
 
 /// A new one is about to show all that the covers hide, in an order of its own.
@@ -105,7 +98,7 @@ void Covers::compositorChanged() {
 void Covers::leaveScreen() {
     if (m_overlay) m_overlay->keepLastFrame();
     for (X11Surface* surface : m_surfaces)
-        surface->hide(false);
+        surface->hide();
     m_overlay.reset();
     m_connection.settle();
 }
@@ -125,7 +118,7 @@ void Covers::handle(const xcb_generic_event_t& event) {
             if (surface->shows(expose.window)) paint([&] { surface->expose(expose); });
     }
     for (X11Surface* surface : std::vector(m_surfaces))
-        if (surface->mend(event, m_compositor.isOwned())) replace(*surface);
+        if (surface->mend(event)) replace(*surface);
     if (m_live && m_live->handle(event)) scheduleFrame();
     if (m_overlay && m_overlay->handle(event)) m_above.start(0);
 }
@@ -133,7 +126,6 @@ void Covers::handle(const xcb_generic_event_t& event) {
 /// What lies behind is bare meanwhile: a new picture of it, or even a look at the order of the
 /// windows, would take longer than what is at hand.
 void Covers::replace(X11Surface& surface) {
-    unstack(surface);
     surface.makeAnew();
     scheduleCommit();
     if (!surface.isMapped()) return;
@@ -141,15 +133,14 @@ void Covers::replace(X11Surface& surface) {
         m_live->exempt(surface.sentinel());
         m_live->exempt(surface.window());
     }
-    surface.showAgain(m_compositor.isOwned());
-    stack(surface);
+    surface.showAgain();
     m_stacking.restack();
 }
 
 void Covers::coverPlainly() {
     paint([&] {
         for (X11Surface* surface : m_surfaces)
-            if (surface->isMapped()) surface->showPlain(m_compositor.isOwned());
+            if (surface->isMapped()) surface->showPlain();
     });
     m_live.reset();
     m_frame.stop();
@@ -157,12 +148,12 @@ void Covers::coverPlainly() {
 
 // --- Commit
 
-bool Covers::wantToShow() const {
-    return std::ranges::any_of(m_surfaces, &X11Surface::wantsToShow);
-}
+bool Covers::wantToShow() const { return std::ranges::any_of(m_surfaces, &X11Surface::isWanted); }
 
 void Covers::commit() {
     keepSpare();
+    for (X11Surface* surface : m_surfaces)
+        surface->place();
     if (m_overlay && !wantsOverlay()) m_overlay->keepLastFrame();
     hideUnwanted();
     const bool any = wantToShow();
@@ -175,7 +166,7 @@ void Covers::commit() {
     std::vector<X11Surface*> stale;
     std::vector<X11Surface*> shown;
     for (X11Surface* surface : m_surfaces) {
-        if (!surface->wantsToShow()) continue;
+        if (!surface->isWanted()) continue;
         if (surface->isStale()) stale.push_back(surface);
         if (surface->isStale() || handsOver) shown.push_back(surface);
     }
@@ -194,30 +185,15 @@ void Covers::commit() {
 }
 
 void Covers::hideUnwanted() {
-    for (X11Surface* surface : m_surfaces) {
-        if (surface->wantsToShow()) continue;
-        if (surface->isMapped()) unstack(*surface);
-        surface->hide(m_compositor.isOwned());
-    }
+    for (X11Surface* surface : m_surfaces)
+        if (!surface->isWanted()) surface->hide();
 }
 
 void Covers::prepare(const std::vector<X11Surface*>& surfaces) {
     if (surfaces.empty()) return;
-    for (X11Surface* surface : surfaces) {
+    for (X11Surface* surface : surfaces)
         surface->prepare(m_resting);
-        stack(*surface);
-    }
     captureSources(surfaces);
-}
-
-void Covers::stack(const X11Surface& surface) {
-    m_stacking.add(surface.sentinel(), surface.level());
-    m_stacking.add(surface.window(), surface.level());
-}
-
-void Covers::unstack(const X11Surface& surface) {
-    m_stacking.remove(surface.sentinel());
-    m_stacking.remove(surface.window());
 }
 
 void Covers::captureSources(const std::vector<X11Surface*>& surfaces) {
@@ -225,7 +201,7 @@ void Covers::captureSources(const std::vector<X11Surface*>& surfaces) {
     std::vector<LiveBlur::Behind> behinds;
     std::vector<PixelRect> areas;
     for (const X11Surface* surface : surfaces) {
-        if (!surface->awaitsSource()) continue;
+        if (!surface->isLive()) continue;
         behinds.push_back({*surface->backdrop(), surface->pixels()});
         areas.push_back(surface->pixels());
     }
@@ -239,8 +215,9 @@ void Covers::captureSources(const std::vector<X11Surface*>& surfaces) {
     m_connection.flush();
     const auto received = m_live->receive(pending);
     for (X11Surface* surface : surfaces)
-        if (std::ranges::find(received, surface->backdrop()) != received.end())
-            surface->sourceArrived();
+        if (surface->isLive())
+            surface->sourceAnswered(std::ranges::find(received, surface->backdrop()) !=
+                                    received.end());
 }
 
 void Covers::followDesktop() {
@@ -259,7 +236,7 @@ void Covers::showAll(const std::vector<X11Surface*>& surfaces) {
     paint([&] {
         if (overlay) overlay->show();
         for (X11Surface* surface : surfaces)
-            surface->show(overlay, m_compositor.isOwned());
+            surface->show(overlay);
     });
     xcb_ungrab_server(m_connection.xcb());
     m_connection.flush();

@@ -35,7 +35,6 @@ public:
 
     void scheduleCommit();
 
-    void displaysChanged();
     void compositorChanged();
     void handle(const xcb_generic_event_t& event);
 
@@ -54,9 +53,6 @@ private:
     void captureSources(const std::vector<X11Surface*>& surfaces);
     void followDesktop();
     void showAll(const std::vector<X11Surface*>& surfaces);
-    void stack(const X11Surface& surface);
-    void unstack(const X11Surface& surface);
-    void forget(X11Surface& surface);
     void replace(X11Surface& surface);
 
     bool wantsOverlay() const;
@@ -82,6 +78,7 @@ private:
     bool m_overlayLost = false;
     xcb_window_t m_overpainter = XCB_WINDOW_NONE; ///< A compositor that draws over the overlay.
     bool m_covered = false;                       ///< As it was told last.
+    int m_lastNumber = 0;
     bool m_resting = false;
     bool m_commitIsDue = false;
     QTimer m_frame;

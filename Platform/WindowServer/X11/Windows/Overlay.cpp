@@ -105,7 +105,6 @@ bool Overlay::handle(const xcb_generic_event_t& event) {
     if (type == m_connection.events().damage + XCB_DAMAGE_NOTIFY &&
         as<xcb_damage_notify_event_t>(event).damage == m_damage)
         return handlePaint(event);
-    static const Shapes noInput = {{XCB_SHAPE_SK_INPUT, {}}};
     if (mend(m_connection, {m_plate, m_overlay, everywhere, noInput}, event) && onLost) onLost();
     if (type == m_connection.events().shape + XCB_SHAPE_NOTIFY) {
         const auto& notify = as<xcb_shape_notify_event_t>(event);

@@ -10,8 +10,6 @@
 #include <cmath>
 #include <tuple>
 
-#include <xcb/shape.h>
-
 namespace WindowServer {
 
 namespace {
@@ -84,7 +82,7 @@ void setShape(xcb_connection_t* connection, xcb_window_t window, const Shapes::v
 }
 
 void dropInput(Connection& connection, xcb_window_t window) {
-    if (connection.hasShape()) setShape(connection.xcb(), window, {XCB_SHAPE_SK_INPUT, {}});
+    if (connection.hasShape()) setShape(connection.xcb(), window, *noInput.begin());
 }
 
 bool mend(const Connection& connection, const Kept& kept, const xcb_generic_event_t& event) {

@@ -5,6 +5,7 @@
 
 #include <map>
 
+#include <xcb/shape.h>
 #include <xcb/xcb.h>
 
 namespace WindowServer {
@@ -22,6 +23,7 @@ void configure(xcb_connection_t* connection, xcb_window_t window, const PixelRec
 
 /// By kind: XCB_SHAPE_SK_INPUT. Of the other kinds the window has no shape of its own.
 using Shapes = std::map<uint8_t, std::vector<PixelRect>>;
+inline const Shapes noInput = {{XCB_SHAPE_SK_INPUT, {}}};
 
 void setShape(xcb_connection_t* connection, xcb_window_t window, const Shapes::value_type& shape);
 

@@ -3,10 +3,11 @@
 #include "WindowServer/X11/Blur/Scaling.h"
 #include "WindowServer/X11/Blur/ScreenGrab.h"
 #include "WindowServer/X11/Connection.h"
+#include "WindowServer/X11/Desktop/SelectionWatch.h"
 #include "WindowServer/X11/Event.h"
 #include "WindowServer/X11/PixelMath.h"
 #include "WindowServer/X11/Windows/Overlay.h"
-#include "WindowServer/X11/Windows/Placement.h"
+#include "WindowServer/X11/Windows/Stacking.h"
 
 #include <cmath>
 #include <utility>
@@ -44,8 +45,11 @@ xcb_render_color_t opaqueOf(const CGColor& color) {
 
 } // namespace
 
-X11Surface::X11Surface(Connection& connection, const Displays& displays)
-    : m_connection(connection), m_displays(displays) {
+X11Surface::X11Surface(Connection& connection, const Displays& displays,
+                       const SelectionWatch& compositor, Stacking& stacking, int number,
+                       std::function<void()> onChanged, std::function<void(const Surface&)> onGone)
+    : Surface(number, std::move(onChanged), std::move(onGone)), m_connection(connection),
+      m_displays(displays), m_compositor(compositor), m_stacking(stacking) {
     create();
 }
 
@@ -61,6 +65,7 @@ void X11Surface::create() {
     m_connection.setAttribute(m_window, XCB_CW_EVENT_MASK,
                               XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_PROPERTY_CHANGE);
     if (m_connection.hasShape()) xcb_shape_select_input(xcb, m_window, true);
+    dropInput(m_connection, m_window);
     m_canvas.emplace(m_connection, m_window);
 }
 
@@ -80,91 +85,81 @@ void X11Surface::markForCompositors() {
 }
 
 X11Surface::~X11Surface() {
+    unstack();
     m_pane.reset();
     m_canvas.reset();
     m_backdrop.reset();
-    if (onGone) onGone(*this);
     xcb_destroy_window(m_connection.xcb(), m_window);
     m_connection.flush();
 }
 
 void X11Surface::changed() {
     m_stale = true;
-    if (onChanged) onChanged();
+    Surface::changed();
 }
 
 void X11Surface::makeAnew() {
+    unstack();
     m_canvas.reset();
     xcb_destroy_window(m_connection.xcb(), m_window); // It may live on in another one.
     create();
     m_connection.excuseRefusals();
     writeNames();
-    setIgnoresMouseEvents(!m_shapes.empty());
     m_parked = false;
 }
 
-void X11Surface::showAgain(bool composited) {
+void X11Surface::showAgain() {
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
     m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL,
                               m_backdrop ? m_backdrop->meanPixel() : plainPixel());
-    map(composited);
+    map();
     if (m_backdrop && !m_pane) paintAll();
+    stack();
+}
+
+void X11Surface::stack() {
+    m_stacking.add(sentinel(), level());
+    m_stacking.add(m_window, level());
+}
+
+void X11Surface::unstack() {
+    m_stacking.remove(sentinel());
+    m_stacking.remove(m_window);
 }
 
 void X11Surface::writeNames() {
     xcb_connection_t* const xcb = m_connection.xcb();
-    setText(xcb, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, m_title);
+    const auto& [title, instance] = m_names;
+    setText(xcb, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
     setText(xcb, m_window, m_connection.atom("_NET_WM_NAME"), m_connection.atom("UTF8_STRING"),
-            m_title);
-    if (!m_name.empty()) setClass(xcb, m_window, m_identifier + ':' + m_name);
-}
-
-void X11Surface::setTitle(const std::string& title) {
-    m_title = title;
-    writeNames();
-}
-
-void X11Surface::setFrame(const CGRect& frame) {
-    m_frame = frame;
-    place();
+            title);
+    setClass(xcb, m_window, instance);
 }
 
 void X11Surface::place() {
-    const Display* display = m_displays.at(m_frame);
+    const Display* const display = m_displays.at(frame());
     if (!display) return;
     m_scale = display->scale;
-    if (m_frame == display->frame) {
-        m_name = display->name;
-        writeNames();
-    }
-    set(m_pixels, pixelsOf(m_frame, *display));
-}
-
-void X11Surface::setIgnoresMouseEvents(bool ignores) {
-    m_shapes.clear();
-    if (!ignores) return;
-    m_shapes[XCB_SHAPE_SK_INPUT] = {};
-    dropInput(m_connection, m_window);
-}
-
-bool X11Surface::wantsLiveBlur() const {
-    return wantsToShow() && m_radius > 1 && m_look.overlay.alpha < 1;
+    const PixelRect former = std::exchange(m_pixels, pixelsOf(frame(), *display));
+    m_stale |= m_pixels != former;
+    if (frame() != display->frame) return;
+    const std::pair names(title(), identifier() + ':' + display->name);
+    if (std::exchange(m_names, names) != names) writeNames();
 }
 
 void X11Surface::prepare(bool resting) {
     m_stale = false;
-    m_resting = resting;
     m_live = wantsLiveBlur() && m_connection.canBlurLive() && !resting;
-    m_awaitsSource = m_live;
-    const bool still = !m_live && m_look.material && m_look.overlay.alpha < 1;
-    if (still) return prepareStill(materialDeviation * m_scale);
-    if (!m_live) {
+    if (m_live)
+        m_backdrop = std::make_unique<Backdrop>(m_connection, m_pixels.width, m_pixels.height,
+                                                radius() / 2.0 * m_scale);
+    else if (look().material && look().overlay.alpha < 1)
+        prepareStill(materialDeviation * m_scale);
+    else
         m_backdrop.reset();
-        return;
-    }
-    m_backdrop = std::make_unique<Backdrop>(m_connection, m_pixels.width, m_pixels.height,
-                                            m_radius / 2.0 * m_scale);
+    if (resting && m_backdrop) m_still = std::move(m_backdrop);
+    stack();
 }
 
 /// A still picture can be taken only while nothing of ours lies over the screen; afterwards the one
@@ -180,30 +175,30 @@ void X11Surface::prepareStill(double deviation) {
     } else {
         return;
     }
-    next->develop(m_look.overlay);
+    next->develop(look().overlay);
     m_backdrop = std::move(next);
 }
 
-void X11Surface::sourceArrived() {
-    m_awaitsSource = false;
-    m_backdrop->develop(m_look.overlay);
+void X11Surface::sourceAnswered(bool filled) {
+    m_live = filled;
+    if (filled)
+        m_backdrop->develop(look().overlay);
+    else
+        m_backdrop.reset();
 }
 
 void X11Surface::refresh() {
-    const PixelRect area = m_backdrop->develop(m_look.overlay);
+    const PixelRect area = m_backdrop->develop(look().overlay);
     if (!isEmpty(area)) paint(area);
 }
 
-void X11Surface::show(const Overlay* overlay, bool composited) {
-    if (m_resting && m_backdrop) m_still = std::move(m_backdrop);
-    if (m_awaitsSource) m_backdrop.reset();
-    m_live = m_live && m_backdrop;
+void X11Surface::show(const Overlay* overlay) {
     std::unique_ptr<Pane> former; // Seen until the window itself is painted.
     if (overlay)
         showInPane(*overlay);
     else
         former = std::move(m_pane);
-    showInWindow(composited);
+    showInWindow();
 }
 
 void X11Surface::showInPane(const Overlay& overlay) {
@@ -220,45 +215,46 @@ void X11Surface::showInPane(const Overlay& overlay) {
 /// what comes to light where the overlay is lost; and one that was parked is mapped anew there, for
 /// compositors on software GL stand still for seconds as a window that they have never drawn
 /// changes its size.
-void X11Surface::showInWindow(bool composited) {
+void X11Surface::showInWindow() {
     if (m_parked && m_pane) xcb_unmap_window(m_connection.xcb(), m_window);
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
     if (m_pane) {
         m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, plainPixel());
-        return map(composited);
+        return map();
     }
-    if (!m_backdrop) return showPlain(composited);
+    if (!m_backdrop) return showPlain();
     if (!m_mapped) m_connection.setAttribute(m_window, XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
-    map(composited);
+    map();
     paintAll();
     m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
 }
 
 uint32_t X11Surface::plainPixel() const {
     if (m_connection.screen().root_depth != 24) return m_connection.screen().black_pixel;
-    const xcb_render_color_t color = opaqueOf(m_look.overlay);
+    const xcb_render_color_t color = opaqueOf(look().overlay);
     return color.red >> 8 << 16 | color.green >> 8 << 8 | color.blue >> 8;
 }
 
-void X11Surface::showPlain(bool composited) {
+void X11Surface::showPlain() {
     m_backdrop.reset();
     m_live = false;
     m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, plainPixel());
-    map(composited);
+    map();
     xcb_clear_area(m_connection.xcb(), false, m_window, 0, 0, 0, 0);
     if (m_pane) paintAll();
 }
 
-void X11Surface::hide(bool composited) {
+void X11Surface::hide() {
     m_stale = false;
     m_live = false;
     m_backdrop.reset();
     m_still.reset();
     const bool wasMapped = std::exchange(m_mapped, false);
-    const bool parks = composited && m_ordered;
+    const bool parks = m_compositor.isOwned() && isOrdered();
     if (!wasMapped && m_parked == parks) return;
     m_parked = parks;
+    unstack();
     m_sentinel->hide();
     m_pane.reset();
     if (!parks) {
@@ -270,9 +266,10 @@ void X11Surface::hide(bool composited) {
     xcb_map_window(m_connection.xcb(), m_window);
 }
 
-void X11Surface::map(bool composited) {
+void X11Surface::map() {
     m_mapped = true;
     m_parked = false;
+    const bool composited = m_compositor.isOwned();
     if (composited) m_sentinel->hide();
     m_mappedAt = xcb_map_window(m_connection.xcb(), m_window).sequence;
     if (!composited) m_sentinel->show();
@@ -300,7 +297,7 @@ void X11Surface::paintPicture(const Canvas& canvas, const PixelRect& area) const
     if (m_backdrop) return m_backdrop->paint(canvas, area);
     const xcb_rectangle_t rectangle = toX(translated(area, -canvas.originX, -canvas.originY));
     xcb_render_fill_rectangles(m_connection.xcb(), XCB_RENDER_PICT_OP_SRC, canvas.picture,
-                               opaqueOf(m_look.overlay), 1, &rectangle);
+                               opaqueOf(look().overlay), 1, &rectangle);
 }
 
 void X11Surface::expose(const xcb_expose_event_t& event) {
@@ -313,11 +310,11 @@ bool X11Surface::shows(xcb_window_t window) const {
     return window == (m_pane ? m_pane->window() : m_window);
 }
 
-bool X11Surface::mend(const xcb_generic_event_t& event, bool composited) {
+bool X11Surface::mend(const xcb_generic_event_t& event) {
     const int type = typeOf(event);
     if (type == XCB_VISIBILITY_NOTIFY) {
         const auto& notify = as<xcb_visibility_notify_event_t>(event);
-        const bool isBared = notify.window == sentinel() && m_mapped && !composited &&
+        const bool isBared = notify.window == sentinel() && m_mapped && !m_compositor.isOwned() &&
                              notify.state != XCB_VISIBILITY_FULLY_OBSCURED;
         if (isBared) m_sentinel->place(m_pixels); // Someone may have moved it.
         return isBared && isRedirected(m_connection, m_window);
@@ -326,7 +323,7 @@ bool X11Surface::mend(const xcb_generic_event_t& event, bool composited) {
     const xcb_window_t root = m_connection.root();
     const PixelRect place = m_mapped ? m_pixels : PixelRect();
     const bool isTaken =
-        WindowServer::mend(m_connection, {m_window, root, place, m_shapes}, event) ||
+        WindowServer::mend(m_connection, {m_window, root, place, noInput}, event) ||
         WindowServer::mend(m_connection, {sentinel(), root, {}, {}}, event);
     // Mapped again at once, it could stay off the screen for a compositor, which missed the moment.
     return isTaken && (type != XCB_UNMAP_NOTIFY || (m_mapped && !isBefore(event, m_mappedAt)));
