@@ -19,8 +19,6 @@ constexpr uint32_t numbersOfAnArea = 4; ///< The place, the width and the height
 
 } // namespace
 
-Struts::Struts(Connection& connection) : m_connection(connection) {}
-
 bool Struts::handle(const xcb_generic_event_t& event) const {
     switch (typeOf(event)) {
     case XCB_PROPERTY_NOTIFY: {
@@ -32,20 +30,15 @@ bool Struts::handle(const xcb_generic_event_t& event) const {
                notify.atom == m_connection.atom("_NET_WM_STRUT_PARTIAL");
     }
     case XCB_MAP_NOTIFY: { // All that tells of a panel that no window manager lists.
-        const auto family = withChildren({as<xcb_map_notify_event_t>(event).window});
+        const auto family = withChildren({subjectOf(event)});
         return !panelsAmong({family.begin(), family.end()}).empty();
     }
     case XCB_UNMAP_NOTIFY:
-        return isPanel(as<xcb_unmap_notify_event_t>(event).window);
     case XCB_DESTROY_NOTIFY:
-        return isPanel(as<xcb_destroy_notify_event_t>(event).window);
+        return std::ranges::find(m_panels, subjectOf(event), &Panel::window) != m_panels.end();
     default:
         return false;
     }
-}
-
-bool Struts::isPanel(xcb_window_t window) const {
-    return std::ranges::find(m_panels, window, &Panel::window) != m_panels.end();
 }
 
 void Struts::look() {
@@ -62,10 +55,10 @@ void Struts::look() {
 std::set<xcb_window_t> Struts::candidates() const {
     const auto listed =
         m_connection.numbers(m_connection.root(), m_connection.atom("_NET_CLIENT_LIST"), 0x10000);
-    std::set<xcb_window_t> result(listed.begin(), listed.end());
-    for (const xcb_window_t window : withChildren(withChildren({m_connection.root()})))
-        result.insert(window);
-    return result;
+    const auto found = withChildren(withChildren({m_connection.root()}));
+    std::set<xcb_window_t> all(listed.begin(), listed.end());
+    all.insert(found.begin(), found.end());
+    return all;
 }
 
 std::vector<xcb_window_t> Struts::withChildren(const std::vector<xcb_window_t>& windows) const {
@@ -128,64 +121,47 @@ std::vector<Struts::Panel> Struts::panelsAmong(const std::set<xcb_window_t>& win
 }
 
 std::vector<PixelRect> Struts::workAreas() const {
-    const auto numbers =
+    const auto told =
         m_connection.numbers(m_connection.root(), m_connection.atom(shellsAreas), 0x1000);
+    const std::vector<int> numbers(told.begin(), told.end());
     std::vector<PixelRect> areas;
-    for (size_t i = 0; i + numbersOfAnArea <= numbers.size(); i += numbersOfAnArea) {
-        const auto number = [&](size_t which) { return static_cast<int>(numbers[i + which]); };
-        areas.push_back({number(0), number(1), number(2), number(3)});
-    }
+    for (size_t i = 0; i + numbersOfAnArea <= numbers.size(); i += numbersOfAnArea)
+        areas.push_back({numbers[i], numbers[i + 1], numbers[i + 2], numbers[i + 3]});
     return areas;
 }
 
 std::vector<Struts::Strip> Struts::stripsOf(const std::vector<uint32_t>& strut) const {
     if (strut.size() < plainStrut) return {};
     const auto number = [&](size_t i) { return static_cast<int>(std::min(strut[i], 0x7fffu)); };
-    std::vector<Strip> strips;
-    for (const Edge edge : {Left, Right, Top, Bottom}) {
-        const int width = number(edge);
-        const bool upright = edge == Left || edge == Right;
-        int start = 0;
-        int end = upright ? m_screen.height : m_screen.width;
-        const size_t along = plainStrut + 2 * edge;
-        // Some leave both ends at 0 and mean all of the edge.
-        if (strut.size() == partialStrut && (strut[along] != 0 || strut[along + 1] != 0)) {
-            start = number(along);
-            end = number(along + 1) + 1;
-        }
-        const int x = edge == Right ? m_screen.width - width : upright ? 0 : start;
-        const int y = edge == Bottom ? m_screen.height - width : upright ? start : 0;
-        const PixelRect area =
-            upright ? PixelRect{x, y, width, end - start} : PixelRect{x, y, end - start, width};
-        if (!isEmpty(area)) strips.push_back({edge, area});
+    const int left = number(0), right = number(1), top = number(2), bottom = number(3);
+    const int width = m_screen.width, height = m_screen.height;
+    std::vector<Strip> strips{
+        {{0, 0, left, height}, {left, 0, width - left, height}},
+        {{width - right, 0, right, height}, {0, 0, width - right, height}},
+        {{0, 0, width, top}, {0, top, width, height - top}},
+        {{0, height - bottom, width, bottom}, {0, 0, width, height - bottom}},
+    };
+    for (size_t edge = 0; strut.size() == partialStrut && edge < strips.size(); ++edge) {
+        const int start = number(plainStrut + 2 * edge);
+        const int end = number(plainStrut + 2 * edge + 1) + 1;
+        if (start == 0 && end == 1) continue; // Some mean all of the edge by that.
+        const PixelRect along = edge < 2 ? PixelRect{0, start, width, end - start}
+                                         : PixelRect{start, 0, end - start, height};
+        strips[edge].area = intersection(strips[edge].area, along);
     }
     return strips;
 }
 
 PixelRect Struts::usable(const PixelRect& monitor) const {
-    int left = monitor.x;
-    int top = monitor.y;
-    int right = monitor.x + monitor.width;
-    int bottom = monitor.y + monitor.height;
+    PixelRect rest = monitor;
     for (const Panel& panel : m_panels) {
         // A strut counts from the edge of the screen, so it crosses the monitors on the way.
         if (isEmpty(intersection(panel.area, monitor))) continue;
-        for (const auto& [edge, area] : panel.strips) {
-            if (isEmpty(intersection(area, monitor))) continue;
-            if (edge == Left) left = std::max(left, area.x + area.width);
-            if (edge == Right) right = std::min(right, area.x);
-            if (edge == Top) top = std::max(top, area.y + area.height);
-            if (edge == Bottom) bottom = std::min(bottom, area.y);
-        }
+        for (const Strip& strip : panel.strips)
+            if (!isEmpty(intersection(strip.area, monitor))) rest = intersection(rest, strip.rest);
     }
-    for (const PixelRect& area : m_workAreas) {
-        if (isEmpty(area) || !contains(monitor, area)) continue;
-        left = std::max(left, area.x);
-        top = std::max(top, area.y);
-        right = std::min(right, area.x + area.width);
-        bottom = std::min(bottom, area.y + area.height);
-    }
-    const PixelRect rest{left, top, right - left, bottom - top};
+    for (const PixelRect& area : m_workAreas)
+        if (!isEmpty(area) && contains(monitor, area)) rest = intersection(rest, area);
     return isEmpty(rest) ? monitor : rest;
 }
 

@@ -15,7 +15,7 @@ class Connection;
 /// they ask for, and the areas that a shell leaves which draws its panels itself.
 class Struts {
 public:
-    explicit Struts(Connection& connection);
+    explicit Struts(Connection& connection) : m_connection(connection) {}
 
     /// True where the event makes it worth while to look again.
     bool handle(const xcb_generic_event_t& event) const;
@@ -27,10 +27,9 @@ public:
     PixelRect usable(const PixelRect& monitor) const;
 
 private:
-    enum Edge { Left, Right, Top, Bottom };
     struct Strip {
-        Edge edge;
-        PixelRect area; ///< From that edge of the screen inwards.
+        PixelRect area; ///< From an edge of the screen inwards.
+        PixelRect rest; ///< What it leaves of the screen, were it as long as the edge.
     };
     struct Panel {
         xcb_window_t window;
@@ -43,7 +42,6 @@ private:
     std::vector<Panel> panelsAmong(const std::set<xcb_window_t>& windows) const;
     std::vector<PixelRect> workAreas() const;
     std::vector<Strip> stripsOf(const std::vector<uint32_t>& strut) const;
-    bool isPanel(xcb_window_t window) const;
 
     Connection& m_connection;
     PixelRect m_screen; ///< The whole root window, which struts count from the edges of.
