@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowServer/Wayland/Connection.h"
+#include "WindowServer/Wayland/BackgroundBlur.h"
 
 #include <QObject>
 
@@ -21,7 +21,9 @@ public:
 
     void attach();
 
-    bool hidesText() const { return m_connection.globals().blur && m_isStrong; }
+    bool hidesText() const {
+        return m_isStrong && BackgroundBlur::isOffered(m_connection.globals());
+    }
     std::function<void()> onChanged;
 
 private slots:

@@ -81,7 +81,7 @@ Connection::~Connection() {
     };
     const Globals& all = m_globals;
     forget(all.compositor, all.subcompositor, all.shm, all.viewporter, all.fractions, all.layers,
-           all.screencopy, all.outputs, all.blur, m_registry);
+           all.screencopy, all.outputs, all.blur, all.effects, m_registry);
     wl_display_disconnect(m_display);
 }
 
@@ -96,6 +96,10 @@ void Connection::announce(uint32_t name, const char* interface, uint32_t version
     } else if (take(org_kde_kwin_blur_manager_interface, 1, all.blur)) {
         m_blurName = name;
         if (onGlobalsChanged) onGlobalsChanged();
+    } else if (take(ext_background_effect_manager_v1_interface, 1, all.effects)) {
+        static const ext_background_effect_manager_v1_listener listener = {
+            .capabilities = Tell<&Connection::setOfferedEffects>()};
+        ext_background_effect_manager_v1_add_listener(all.effects, &listener, this);
     } else if (version >= 4) {
         take(wl_compositor_interface, 4, all.compositor);
     }
@@ -118,6 +122,11 @@ void Connection::withdraw(uint32_t name) {
     } else if (m_outputs.erase(name) == 0) {
         return;
     }
+    if (onGlobalsChanged) onGlobalsChanged();
+}
+
+void Connection::setOfferedEffects(uint32_t capabilities) {
+    m_globals.offeredEffects = capabilities;
     if (onGlobalsChanged) onGlobalsChanged();
 }
 

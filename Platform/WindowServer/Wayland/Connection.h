@@ -27,6 +27,8 @@ struct Globals {
     zwlr_screencopy_manager_v1* screencopy = nullptr;
     zxdg_output_manager_v1* outputs = nullptr;
     org_kde_kwin_blur_manager* blur = nullptr;
+    ext_background_effect_manager_v1* effects = nullptr;
+    uint32_t offeredEffects = 0; ///< Those of `effects`.
 };
 
 class Connection : public QObject {
@@ -66,6 +68,7 @@ private:
 
     void announce(uint32_t name, const char* interface, uint32_t version);
     void withdraw(uint32_t name);
+    void setOfferedEffects(uint32_t capabilities);
     void read();
     void dispatch();
 

@@ -28,6 +28,9 @@ struct GiveBack {
         zwlr_screencopy_frame_v1_destroy(object);
     }
     void operator()(zxdg_output_v1* object) const { zxdg_output_v1_destroy(object); }
+    void operator()(ext_background_effect_surface_v1* object) const {
+        ext_background_effect_surface_v1_destroy(object);
+    }
     void operator()(org_kde_kwin_blur* object) const { org_kde_kwin_blur_release(object); }
 };
 

@@ -4,6 +4,7 @@
 #include <wayland-client.h>
 
 #include "blur-client.h"
+#include "ext-background-effect-v1-client.h"
 #include "fractional-scale-v1-client.h"
 #include "viewporter-client.h"
 #include "wlr-layer-shell-unstable-v1-client.h"

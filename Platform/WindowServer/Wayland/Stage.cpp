@@ -19,7 +19,7 @@ Stage::Stage(const Connection& connection, const Output& output)
     : m_connection(connection), m_output(output),
       m_layer(connection, output, kind, Zone::IgnoresPanels),
       m_viewport(wp_viewporter_get_viewport(connection.globals().viewporter, surface())),
-      m_buffers(connection) {
+      m_blur(connection), m_buffers(connection) {
     m_layer.onTold = [this] {
         m_isContentStale = true;
         if (onChanged) onChanged();
@@ -79,24 +79,8 @@ bool Stage::attachContent() {
     const bool isOpaque = qAlpha(picture.pixel(0, 0)) == 255;
     wl_surface_set_opaque_region(
         surface(), regionOf(m_connection, isOpaque ? QRect({}, m_layer.size()) : QRect()).get());
-    setBlur(m_content->blursBehind);
+    m_blur.set(surface(), m_content->blursBehind ? m_layer.size() : QSize());
     return true;
-}
-
-void Stage::setBlur(bool blurs) {
-    auto* const manager = m_connection.globals().blur;
-    if (!manager || blurs == (m_blur != nullptr)) {
-        if (!manager) m_blur.reset();
-        return;
-    }
-    if (!blurs) {
-        org_kde_kwin_blur_manager_unset(manager, surface());
-        m_blur.reset();
-        return;
-    }
-    m_blur.reset(org_kde_kwin_blur_manager_create(manager, surface()));
-    org_kde_kwin_blur_set_region(m_blur.get(), nullptr);
-    org_kde_kwin_blur_commit(m_blur.get());
 }
 
 } // namespace WindowServer::Wayland

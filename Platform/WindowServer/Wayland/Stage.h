@@ -1,5 +1,6 @@
 #pragma once
 
+#include "WindowServer/Wayland/BackgroundBlur.h"
 #include "WindowServer/Wayland/Buffer.h"
 #include "WindowServer/Wayland/LayerSurface.h"
 
@@ -42,14 +43,13 @@ public:
 private:
     void setScale(uint32_t parts);
     bool attachContent();
-    void setBlur(bool blurs);
 
     const Connection& m_connection;
     const Output& m_output;
     LayerSurface m_layer;
     Owned<wp_viewport> m_viewport;
     Owned<wp_fractional_scale_v1> m_fraction;
-    Owned<org_kde_kwin_blur> m_blur;
+    BackgroundBlur m_blur;
     Buffers m_buffers;
     double m_toldScale = 0; ///< 0 where it is not told.
     std::optional<Content> m_content;
