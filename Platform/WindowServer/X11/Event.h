@@ -21,21 +21,12 @@ template <typename Event> bool isBefore(const Event& event, uint32_t request) {
 }
 
 /// The window whose place, order or life changed; none for other events. All that tell of such
-/// begin alike: with the window that hears of it, and the one that it is about.
+/// begin alike: with the window that hears of it, and the one that it is about. The requests among
+/// their codes come to window managers alone.
 inline xcb_window_t subjectOf(const xcb_generic_event_t& event) {
-    switch (typeOf(event)) {
-    case XCB_CREATE_NOTIFY:
-    case XCB_DESTROY_NOTIFY:
-    case XCB_MAP_NOTIFY:
-    case XCB_UNMAP_NOTIFY:
-    case XCB_CONFIGURE_NOTIFY:
-    case XCB_GRAVITY_NOTIFY:
-    case XCB_CIRCULATE_NOTIFY:
-    case XCB_REPARENT_NOTIFY:
-        return as<xcb_map_notify_event_t>(event).window;
-    default:
-        return XCB_NONE;
-    }
+    const int type = typeOf(event);
+    const bool tells = type >= XCB_CREATE_NOTIFY && type <= XCB_CIRCULATE_NOTIFY;
+    return tells ? as<xcb_map_notify_event_t>(event).window : xcb_window_t{XCB_NONE};
 }
 
 } // namespace WindowServer

@@ -92,18 +92,17 @@ std::vector<Display> connectedDisplays(Connection& connection, DisplayNumbers& n
                             {},
                             {}});
     }
-
-    // Origins stay in device pixels and sizes become points, as Qt lays its screens out, so one
-    // flip of the y axis leads from here to Qt's coordinates.
-    for (Display& display : displays) {
-        const Display& first = displays.front();
-        const double firstBottom = first.pixels.y + first.pixels.height / first.scale;
-        const double height = display.pixels.height / display.scale;
-        display.frame =
-            CGRectMake(display.pixels.x - first.pixels.x, firstBottom - (display.pixels.y + height),
-                       display.pixels.width / display.scale, height);
-    }
     return displays;
+}
+
+/// A part of the display in points. Origins stay in device pixels and sizes become points, as Qt
+/// lays its screens out, so one flip of the y axis leads from here to Qt's coordinates.
+CGRect inPoints(const PixelRect& part, const Display& display, const Display& first) {
+    const auto points = [&display](int pixels) { return pixels / display.scale; };
+    const double firstBottom = first.pixels.y + first.pixels.height / first.scale;
+    const double bottom = display.pixels.y + points(part.y + part.height - display.pixels.y);
+    return CGRectMake(display.pixels.x - first.pixels.x + points(part.x - display.pixels.x),
+                      firstBottom - bottom, points(part.width), points(part.height));
 }
 
 } // namespace
@@ -146,12 +145,9 @@ std::vector<Display> DisplayList::read() {
     auto displays = connectedDisplays(m_connection, m_numbers);
     m_struts.look();
     for (Display& display : displays) {
-        const PixelRect usable = m_struts.usable(display.pixels);
-        const double top = display.frame.origin.y + display.frame.size.height;
-        const double down = (usable.y - display.pixels.y + usable.height) / display.scale;
-        display.visibleFrame =
-            CGRectMake(display.frame.origin.x + (usable.x - display.pixels.x) / display.scale,
-                       top - down, usable.width / display.scale, usable.height / display.scale);
+        const Display& first = displays.front();
+        display.frame = inPoints(display.pixels, display, first);
+        display.visibleFrame = inPoints(m_struts.usable(display.pixels), display, first);
     }
     return displays;
 }

@@ -123,22 +123,18 @@ xcb_atom_t KeyGrab::selection() const {
 }
 
 void KeyGrab::handle(const xcb_generic_event_t& event) {
-    if (!m_chord) return;
-    const int type = typeOf(event);
-    if (type == XCB_KEY_PRESS) {
-        press(as<xcb_key_press_event_t>(event));
-    } else if (type == XCB_KEY_RELEASE) {
-        const auto& key = as<xcb_key_release_event_t>(event);
-        if (key.detail == m_down) m_down = 0;
-    } else if (isChange(event)) {
-        followKeymap();
-    }
+    if (m_chord && !handleKey(event) && isChange(event)) followKeymap();
 }
 
-bool KeyGrab::press(const xcb_key_press_event_t& event) {
-    if (event.detail == m_down) return true;
-    if (event.detail != m_code.key || !m_code.matches(event.state)) return false;
-    m_down = event.detail;
+/// True where it is a press of the chord.
+bool KeyGrab::handleKey(const xcb_generic_event_t& event) {
+    const int type = typeOf(event);
+    const auto& key = as<xcb_key_press_event_t>(event); // A release is told in the same form.
+    if (type == XCB_KEY_RELEASE && key.detail == m_down) m_down = 0;
+    if (type != XCB_KEY_PRESS) return false;
+    if (key.detail == m_down) return true;
+    if (key.detail != m_code.key || !m_code.matches(key.state)) return false;
+    m_down = key.detail;
     if (onPressed) onPressed();
     return true;
 }
@@ -162,12 +158,8 @@ void KeyGrab::followKeymap() {
 /// A menu of our own takes the whole keyboard for the toolkit, which then gets the chord in our
 /// stead.
 bool KeyGrab::nativeEventFilter(const QByteArray& type, void* event, qintptr*) {
-    if (type != "xcb_generic_event_t") return false;
-    const auto& generic = *static_cast<const xcb_generic_event_t*>(event);
-    const int kind = typeOf(generic);
-    if (kind == XCB_KEY_PRESS) return press(as<xcb_key_press_event_t>(generic));
-    if (kind == XCB_KEY_RELEASE) handle(generic);
-    return false;
+    return type == "xcb_generic_event_t" &&
+           handleKey(*static_cast<const xcb_generic_event_t*>(event));
 }
 
 } // namespace WindowServer

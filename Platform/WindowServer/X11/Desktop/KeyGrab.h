@@ -36,9 +36,9 @@ private:
     void leave();
     void announce();
     xcb_atom_t selection() const;
-    void followKeymap();
+    bool handleKey(const xcb_generic_event_t& event);
     bool isChange(const xcb_generic_event_t& event) const;
-    bool press(const xcb_key_press_event_t& event);
+    void followKeymap();
 
     Connection& m_connection;
     std::optional<KeyChord> m_chord;

@@ -5,23 +5,20 @@
 #include "WindowServer/X11/PixelMath.h"
 
 #include <QCoreApplication>
+#include <QRegion>
 
-#include <algorithm>
 #include <cmath>
-#include <tuple>
 
 namespace WindowServer {
 
 namespace {
 
-/// Cut into lines and sorted, to compare shapes: the server joins rectangles as it likes.
-std::vector<PixelRect> linesOf(const std::vector<PixelRect>& rectangles) {
-    std::vector<PixelRect> lines;
+/// To compare shapes by: the server joins rectangles as it likes.
+QRegion regionOf(const std::vector<PixelRect>& rectangles) {
+    QRegion region;
     for (const PixelRect& r : rectangles)
-        for (int y = r.y; y < r.y + r.height; ++y)
-            lines.push_back({r.x, y, r.width, 1});
-    std::ranges::sort(lines, {}, [](const PixelRect& r) { return std::tuple(r.y, r.x, r.width); });
-    return lines;
+        region += QRect(r.x, r.y, r.width, r.height);
+    return region;
 }
 
 /// Our own changes are announced by the same events, so the shapes are compared.
@@ -38,7 +35,7 @@ void mendShape(const Connection& connection, const Kept& kept,
         const auto* rectangles = xcb_shape_get_rectangles_rectangles(reply.get());
         for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(reply.get()); ++i)
             found.push_back(fromX(rectangles[i]));
-        if (linesOf(found) != linesOf(wanted->second)) setShape(xcb, kept.window, *wanted);
+        if (regionOf(found) != regionOf(wanted->second)) setShape(xcb, kept.window, *wanted);
     } else if (event.shaped) {
         xcb_shape_mask(xcb, XCB_SHAPE_SO_SET, event.shape_kind, kept.window, 0, 0, XCB_PIXMAP_NONE);
     }
