@@ -67,7 +67,7 @@ public:
 
     /// How far the widget reaches beyond the button, for the focus ring; around a plain one also
     /// for the ground that it gets under the pointer.
-    int margin() const { return isPlain() ? 4 + focusRingMargin : focusRingMargin; }
+    QMargins margins() const { return focusRingMargins + (isPlain() ? 4 : 0); }
     /// Without a content shape a plain button is pressed only on what its label shows.
     void setHasContentShape(bool has) { m_hasContentShape = has; }
     QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
@@ -100,10 +100,7 @@ private:
                               m_environment.keyboardShortcut == KeyboardShortcut::defaultAction);
     }
 
-    QRectF area() const {
-        constexpr int ring = focusRingMargin;
-        return QRectF(rect()).adjusted(ring, ring, -ring, -ring);
-    }
+    QRectF area() const { return QRectF(rect()) - focusRingMargins; }
 
     Environment m_environment;
     std::function<void()> m_action;
@@ -125,12 +122,12 @@ public:
 
     void place(const QRectF& rect) const override {
         const auto& button = widget<ButtonWidget>();
-        const int margin = button.margin();
-        widget().setGeometry(wholePoints(rect).adjusted(-margin, -margin, margin, margin));
+        const QMargins margins = button.margins();
+        widget().setGeometry(wholePoints(rect) + margins);
         const QSizeF label =
             Element::measure(button.isPlain() ? Proposal::of(rect.size()) : Proposal{});
-        parts().front()->place({{margin + (rect.width() - label.width()) / 2,
-                                 margin + (rect.height() - label.height()) / 2},
+        parts().front()->place({{margins.left() + (rect.width() - label.width()) / 2,
+                                 margins.top() + (rect.height() - label.height()) / 2},
                                 label});
     }
 

@@ -11,10 +11,10 @@ View symbol(const std::string& name) {
         drawSymbol(painter, name, rect, foregroundOf(environment),
                    isBold ? SymbolWeight::bold : SymbolWeight::semibold);
     };
-    return painted(paint, [](const Environment& environment) -> Proposal {
+    return View([picture = painted(paint)](const Environment& environment) {
         constexpr double sidePerPoint = 1.3; // A little larger than the letters beside it.
         const double side = qRound(environment.font.size() * sidePerPoint);
-        return {side, side};
+        return picture.frame({.width = side, .height = side}).realise(environment);
     });
 }
 

@@ -30,27 +30,20 @@ private:
 
 class PaintedElement : public Element {
 public:
-    PaintedElement(const Environment& environment, const Painting& painting, const OwnSize& own)
-        : m_own(own(environment)) {
+    PaintedElement(const Environment& environment, const Painting& painting) {
         take<PaintedWidget>(environment).setPainting(painting, environment);
     }
 
 protected:
     QSizeF measure(const Proposal& proposal) const override {
         constexpr double ideal = 10; // Where it may choose.
-        return {m_own.width.value_or(proposal.width.value_or(ideal)),
-                m_own.height.value_or(proposal.height.value_or(ideal))};
+        return {proposal.width.value_or(ideal), proposal.height.value_or(ideal)};
     }
-
-private:
-    const Proposal m_own;
 };
 
 } // namespace
 
-View painted(const Painting& painting, const OwnSize& own) {
-    return makeView<PaintedElement>(painting, own);
-}
+View painted(const Painting& painting) { return makeView<PaintedElement>(painting); }
 
 QPainterPath continuousCorners(const QRectF& rect, double radius) {
     constexpr double earlier = 1.28;
@@ -86,10 +79,6 @@ View Shape::fill(const Color& color) const {
 }
 
 Divider::Divider()
-    : View(painted(
-          [](QPainter& painter, const QRectF& rect, const Environment& environment) {
-              painter.fillRect(rect, faintText(environment.palette, 0.12));
-          },
-          [](const Environment&) -> Proposal {
-              return {std::nullopt, 1};
-          })) {}
+    : View(painted([](QPainter& painter, const QRectF& rect, const Environment& environment) {
+               painter.fillRect(rect, faintText(environment.palette, 0.12));
+           }).frame({.height = 1})) {}

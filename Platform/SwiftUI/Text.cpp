@@ -38,8 +38,8 @@ public:
         QPalette palette = environment.palette;
         palette.setColor(QPalette::WindowText, foregroundOf(environment));
         label.setPalette(palette);
+        readAs(text);
     }
-    std::string accessibleText() const override { return widget<QLabel>().text().toStdString(); }
 
 protected:
     QSizeF measure(const Proposal& proposal) const override {

@@ -47,10 +47,7 @@ protected:
     }
 
 private:
-    QRectF area() const {
-        return QRectF(rect()).adjusted(focusRingMargin, focusRingMargin, -focusRingMargin,
-                                       -focusRingMargin);
-    }
+    QRectF area() const { return QRectF(rect()) - focusRingMargins; }
 
     void paintSwitch(QPainter& painter, const QRectF& track) const {
         const QColor off = faintText(palette(), isDown() ? 0.34 : underMouse() ? 0.29 : 0.24);
@@ -74,15 +71,14 @@ private:
 /// The widget stands around the element by the ring's margin.
 class ToggleElement : public Element {
 public:
-    ToggleElement(const Environment& environment, std::string title, const Binding<bool>& isOn)
-        : m_title(std::move(title)) {
-        take<SwitchWidget>(environment).setToggle(m_title, isOn, environment);
+    ToggleElement(const Environment& environment, const std::string& title,
+                  const Binding<bool>& isOn) {
+        take<SwitchWidget>(environment).setToggle(title, isOn, environment);
+        readAs(title);
     }
-    std::string accessibleText() const override { return m_title; }
 
     void place(const QRectF& rect) const override {
-        constexpr int ring = focusRingMargin;
-        widget().setGeometry(wholePoints(rect).adjusted(-ring, -ring, ring, ring));
+        widget().setGeometry(wholePoints(rect) + focusRingMargins);
     }
 
 protected:
@@ -93,9 +89,6 @@ protected:
         return {std::max(least, proposal.width.value_or(least)),
                 std::max(title.height(), switchSize.height())};
     }
-
-private:
-    const std::string m_title;
 };
 
 } // namespace

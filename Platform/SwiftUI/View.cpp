@@ -21,19 +21,16 @@ public:
         inner.accessibilityLabel.clear();
         inner.accessibilityHint.clear();
         add(content, inner);
+        readAs("");
     }
-    std::string accessibleText() const override { return {}; }
 };
 
-/// Reads as its label.
 class LabelledElement : public Element {
 public:
-    LabelledElement(const Environment& environment, const View& content, std::string label)
-        : Element(content, environment), m_label(std::move(label)) {}
-    std::string accessibleText() const override { return m_label; }
-
-private:
-    const std::string m_label;
+    LabelledElement(const Environment& environment, const View& content, const std::string& label)
+        : Element(content, environment) {
+        readAs(label);
+    }
 };
 
 /// With a value that the views within take over.

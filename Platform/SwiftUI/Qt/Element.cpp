@@ -46,6 +46,7 @@ void Element::place(const QRectF& rect) const {
 }
 
 std::string Element::accessibleText() const {
+    if (m_text) return *m_text;
     std::string all;
     for (const auto& part : m_parts) {
         const std::string text = part->accessibleText();

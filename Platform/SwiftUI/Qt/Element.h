@@ -97,15 +97,15 @@ public:
     virtual ~Element() = default;
 
     QSizeF sizeThatFits(const Proposal& proposal) const;
+    /// What it reads as in one piece: a text of its own, or those within in order, joined with ",
+    /// ".
+    std::string accessibleText() const;
 
     // Unless its kind says otherwise, an element is its parts, one upon the other, as large as the
     // last of them; within its widget, if it has one.
 
     /// In the coordinates of the widget around, and of a size that fits some proposal.
     virtual void place(const QRectF& rect) const;
-
-    /// What it reads as in one piece: the texts within in order, joined with ", ".
-    virtual std::string accessibleText() const;
 
     /// Whether its parts stand in its place in the stack around.
     virtual bool isGroup() const { return false; }
@@ -119,6 +119,7 @@ protected:
     virtual QSizeF measure(const Proposal& proposal) const;
 
     void add(const View& view, const Environment& environment);
+    void readAs(const std::string& text) { m_text = text; }
 
     template <class Widget> Widget& take(const Environment& environment) {
         auto& widget = environment.pool->take<Widget>(*environment.parent);
@@ -134,6 +135,7 @@ protected:
 private:
     QWidget* m_widget = nullptr;
     Parts m_parts;
+    std::optional<std::string> m_text;
     /// A deep tree asks its leaves for the same sizes again and again.
     mutable std::vector<std::pair<Proposal, QSizeF>> m_measured;
 };
@@ -155,12 +157,8 @@ View within(const View& view, std::function<void(Environment&)> change);
 
 using Painting = std::function<void(QPainter&, const QRectF&, const Environment&)>;
 
-/// The lengths that a view has whatever its room.
-using OwnSize = std::function<Proposal(const Environment&)>;
-
-/// A view that is nothing but what is painted. It fills its room, but for lengths of its own.
-View painted(
-    const Painting& painting, const OwnSize& own = [](const Environment&) { return Proposal(); });
+/// A view that is nothing but what is painted. It fills its room.
+View painted(const Painting& painting);
 
 /// A rectangle whose corners bend gradually: each begins a little before a circle of that radius
 /// would, and passes through the middle of that circle's arc.

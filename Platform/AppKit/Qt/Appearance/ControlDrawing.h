@@ -24,7 +24,7 @@ void drawPushButton(QPainter& painter, const QRectF& body, const QPalette& palet
                     const PushButton& button);
 
 /// How far a control's widget reaches beyond the control, so that the ring finds room around it.
-inline constexpr int focusRingMargin = 3;
+inline constexpr QMargins focusRingMargins(3, 3, 3, 3);
 
 /// Around a control with such corners, a point away from it.
 void drawFocusRing(QPainter& painter, const QRectF& control, double radius, const QColor& color);

@@ -26,16 +26,14 @@ public:
     QSize sizeHint() const override {
         constexpr QSize least(84, 26);
         constexpr int sidePadding = 14;
-        constexpr int rings = 2 * focusRingMargin;
         const int label = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
-        return QSize(label + 2 * sidePadding, 0).expandedTo(least) + QSize(rings, rings);
+        return QSize(label + 2 * sidePadding, 0).expandedTo(least).grownBy(focusRingMargins);
     }
 
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        constexpr int ring = focusRingMargin;
-        drawPushButton(painter, QRectF(rect()).adjusted(ring, ring, -ring, -ring), palette(),
+        drawPushButton(painter, rect() - focusRingMargins, palette(),
                        {.radius = 6,
                         .prominent = isDefault(),
                         .tint = palette().color(QPalette::Highlight),
