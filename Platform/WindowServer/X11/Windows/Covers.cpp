@@ -155,7 +155,8 @@ void Covers::commit() {
     for (X11Surface* surface : m_surfaces)
         surface->place();
     if (m_overlay && !wantsOverlay()) m_overlay->keepLastFrame();
-    hideUnwanted();
+    for (X11Surface* surface : m_surfaces)
+        if (!surface->isWanted()) surface->hide();
     const bool any = wantToShow();
     const bool live = m_connection.canBlurLive() && !m_resting &&
                       std::ranges::any_of(m_surfaces, &X11Surface::wantsLiveBlur);
@@ -184,20 +185,10 @@ void Covers::commit() {
     if (std::exchange(m_covered, any) != any && onCovered) onCovered(any);
 }
 
-void Covers::hideUnwanted() {
-    for (X11Surface* surface : m_surfaces)
-        if (!surface->isWanted()) surface->hide();
-}
-
 void Covers::prepare(const std::vector<X11Surface*>& surfaces) {
-    if (surfaces.empty()) return;
     for (X11Surface* surface : surfaces)
         surface->prepare(m_resting);
-    captureSources(surfaces);
-}
-
-void Covers::captureSources(const std::vector<X11Surface*>& surfaces) {
-    if (!m_live) return;
+    if (surfaces.empty() || !m_live) return;
     std::vector<LiveBlur::Behind> behinds;
     std::vector<PixelRect> areas;
     for (const X11Surface* surface : surfaces) {

@@ -48,9 +48,7 @@ private:
     void keepSpare();
     void commit();
     bool wantToShow() const;
-    void hideUnwanted();
     void prepare(const std::vector<X11Surface*>& surfaces);
-    void captureSources(const std::vector<X11Surface*>& surfaces);
     void followDesktop();
     void showAll(const std::vector<X11Surface*>& surfaces);
     void replace(X11Surface& surface);

@@ -64,13 +64,10 @@ void Pane::leaveOut(const std::vector<PixelRect>& windows) {
         holes.push_back(toX(window));
     xcb_connection_t* const xcb = m_connection.xcb();
     const xcb_xfixes_region_t clip = m_connection.newId();
-    const xcb_xfixes_region_t cut = m_connection.newId();
     const xcb_rectangle_t whole = toX(sized(m_place.width, m_place.height));
-    xcb_xfixes_create_region(xcb, clip, 1, &whole);
-    xcb_xfixes_create_region(xcb, cut, static_cast<uint32_t>(holes.size()), holes.data());
-    xcb_xfixes_subtract_region(xcb, clip, cut, clip);
+    xcb_xfixes_create_region(xcb, clip, static_cast<uint32_t>(holes.size()), holes.data());
+    xcb_xfixes_invert_region(xcb, clip, whole, clip);
     xcb_xfixes_set_picture_clip_region(xcb, m_bare.picture(), clip, 0, 0);
-    xcb_xfixes_destroy_region(xcb, cut);
     xcb_xfixes_destroy_region(xcb, clip);
 }
 
