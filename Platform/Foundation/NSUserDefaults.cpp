@@ -15,8 +15,8 @@ namespace {
 
 constexpr const char* section = "[General]";
 
-// A list is written with commas, `0, 0.62`; one of a single element ends in a comma. Numbers are
-// the shortest that read back as the same, in no one's language.
+// A list is written with commas, `0, 0.62`. Numbers are the shortest that read back as the same, in
+// no one's language.
 
 NSArray::value_type element(const QByteArray& text) {
     bool isNumber = false;
@@ -66,7 +66,6 @@ std::optional<NSArray> NSUserDefaults::arrayForKey(const std::string& key) const
     NSArray elements;
     for (const QByteArray& text : value->split(','))
         elements.push_back(element(text));
-    if (value->endsWith(',')) elements.pop_back();
     return elements;
 }
 
@@ -79,7 +78,7 @@ void NSUserDefaults::setObject(const std::vector<double>& numbers, const std::st
     QByteArrayList texts;
     for (const double number : numbers)
         texts.append(QByteArray::number(number, 'g', QLocale::FloatingPointShortest));
-    set(key, texts.size() == 1 ? texts.first() + ',' : texts.join(", "));
+    set(key, texts.join(", "));
 }
 
 void NSUserDefaults::setBool(bool value, const std::string& key) {

@@ -18,11 +18,12 @@ class NSUserDefaults : public NSObject {
 public:
     static NSUserDefaults& standardUserDefaults();
 
-    /// Empty where the value is missing or no list.
+    /// Empty where the value is missing or no list of two or more.
     std::optional<NSArray> arrayForKey(const std::string& key) const;
     /// False where the value is missing or says nothing of the kind.
     bool boolForKey(const std::string& key) const;
 
+    /// Two numbers or more.
     void setObject(const std::vector<double>& numbers, const std::string& key);
     void setBool(bool value, const std::string& key);
     void removeObjectForKey(const std::string& key);
