@@ -1,12 +1,13 @@
 #include "AppKit/Qt/Menus/MenuPopup.h"
 
+#include "AppKit/Qt/Application/Launch.h"
 #include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/Qt/Panels/PanelPicture.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 #include "AppKit/Qt/Windows/NativeWindow.h"
 #include "WindowServer/Session.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QScreen>
@@ -141,6 +142,37 @@ private:
     std::shared_ptr<ToolkitWindow> m_held; ///< While its corners are cut.
 };
 
+/// Puts popups and tool tips above all other windows while they are shown.
+class PopupOrder : public QObject {
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* object, QEvent* event) override {
+        auto* const popup = qobject_cast<QWidget*>(object);
+        if (!popup || (popup->windowType() != Qt::Popup && popup->windowType() != Qt::ToolTip))
+            return false;
+        if (event->type() == QEvent::Hide) popup->setProperty(held, {});
+        // A widget that is being shown may yet be given another native window. The call is dropped
+        // with the widget where that dies first.
+        if (event->type() == QEvent::Show)
+            QMetaObject::invokeMethod(
+                popup, [popup] { raise(*popup); }, Qt::QueuedConnection);
+        return false;
+    }
+
+private:
+    static constexpr const char* held = "held"; ///< Its window, while that is in front.
+
+    static void raise(QWidget& popup) {
+        if (!popup.isVisible() || !popup.windowHandle()) return;
+        constexpr int aboveAll = 2000;
+        const auto window = Session::current().windows().hold(popup.windowHandle()->winId());
+        window->setName(popup.windowType() == Qt::Popup ? "menu" : "tip");
+        window->setLevel(aboveAll);
+        popup.setProperty(held, QVariant::fromValue(window));
+    }
+};
+
 NativeMenu* theOpen = nullptr;
 
 /// Below the place, or above where the screen has no room below; always within the screen's sides.
@@ -218,3 +250,5 @@ bool close(const NSMenu& menu) {
 }
 
 bool isAnyMenuOpen() { return theOpen != nullptr; }
+
+void keepPopupsInFront() { qApp->installEventFilter(new PopupOrder(qApp)); }
