@@ -13,8 +13,8 @@ inline const NSNotificationName NSApplicationDidFinishLaunchingNotification =
 
 enum NSApplicationActivationPolicy : NSInteger { NSApplicationActivationPolicyAccessory = 1 };
 
-/// Credits, an NSAttributedString. The size of its font counts, and whether its colour is that of
-/// secondary labels.
+/// Credits, an NSAttributedString with a font, whose size counts, and a colour, of which it counts
+/// whether it is that of secondary labels.
 inline const std::string NSAboutPanelOptionCredits = "Credits";
 
 class NSApplication;
@@ -89,7 +89,7 @@ public:
     /// The process itself. The first call makes it known to the others.
     static std::shared_ptr<NSRunningApplication> currentApplication();
 
-    /// Oldest first, the current application included where the identifier is its own.
+    /// Oldest first, the current application among them; none without a bus.
     static std::vector<std::shared_ptr<NSRunningApplication>>
     runningApplicationsWithBundleIdentifier(const std::string& bundleIdentifier);
 

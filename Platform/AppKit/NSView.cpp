@@ -40,11 +40,7 @@ void NSView::setHidden(bool hidden) {
 }
 
 void NSView::setWantsLayer(bool wantsLayer) {
-    if (wantsLayer == (m_layer != nullptr)) return;
-    if (wantsLayer)
-        m_layer = std::make_shared<CALayer>([this] { setNeedsDisplay(true); });
-    else
-        m_layer = nullptr;
+    m_layer = wantsLayer ? std::make_shared<CALayer>([this] { setNeedsDisplay(true); }) : nullptr;
     setNeedsDisplay(true);
 }
 

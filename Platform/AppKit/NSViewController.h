@@ -18,7 +18,7 @@ public:
     const NSSize& preferredContentSize() const { return m_preferredContentSize; }
     void setPreferredContentSize(const NSSize& size) { m_preferredContentSize = size; }
 
-    /// Called once, when a window with the controller first comes on the screen.
+    /// Called once, when a window with the controller is first centred or comes on the screen.
     virtual std::unique_ptr<ViewContent> loadView() = 0;
 
     /// For whoever shows the title. A block that is set replaces the one before.

@@ -1,10 +1,8 @@
 #include "AppKit/NSWindow.h"
 
-#include "AppKit/NSEvent.h"
 #include "AppKit/NSViewController.h"
 #include "AppKit/Qt/Windows/NativeWindow.h"
 #include "Foundation/Timeline+Private.h"
-#include "WindowServer/Session.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,12 +39,11 @@ public:
 private:
     void step() {
         constexpr double frameSeconds = 1.0 / 60;
-        m_nextFrame.reset();
-        const double elapsed = Timeline::current().now() - m_start;
-        if (elapsed >= m_duration) return m_apply(1);
-        m_nextFrame = Timeline::current().schedule(frameSeconds, [this] { step(); });
-        const double time = elapsed / m_duration;
-        m_apply(m_pace ? m_pace->progressAt(time) : time);
+        const double time = (Timeline::current().now() - m_start) / m_duration;
+        const bool ends = time >= 1;
+        m_nextFrame =
+            ends ? nullptr : Timeline::current().schedule(frameSeconds, [this] { step(); });
+        m_apply(ends ? 1 : m_pace ? m_pace->progressAt(time) : time);
     }
 
     const std::function<void(double)> m_apply;
@@ -94,37 +91,16 @@ void NSWindow::setFrameOrigin(const NSPoint& origin) { setFrame({origin, m_frame
 
 void NSWindow::setContentSize(const NSSize& size) {
     const double top = m_frame.origin.y + m_frame.size.height;
-    const bool wasCentered = m_isCentered;
     setFrame({{m_frame.origin.x, top - size.height}, size}, true);
-    if (wasCentered) center();
 }
 
-void NSWindow::center() {
-    constexpr double above = 2.0 / 5; // of the height that is left
-    const auto& displays = WindowServer::Session::current().displays();
-    if (displays.all().empty()) return;
-    const auto* const here = displays.at({NSEvent::mouseLocation(), {}});
-    const NSRect& room = here ? here->visibleFrame : displays.all().front().visibleFrame;
-    const NSRect whole = m_native->frameAround(m_frame);
-    const double left = (room.size.width - whole.size.width) / 2;
-    const double under = (room.size.height - whole.size.height) * (1 - above);
-    const NSPoint& content = m_frame.origin;
-    setFrameOrigin({std::round(room.origin.x + left + content.x - whole.origin.x),
-                    std::round(room.origin.y + under + content.y - whole.origin.y)});
-    m_isCentered = true;
-}
+void NSWindow::center() { m_native->center(); }
 
 void NSWindow::moveTo(const NSRect& frame) {
-    m_isCentered = false;
     if (CGRectEqualToRect(m_frame, frame)) return;
     m_frame = frame;
     m_native->setFrame(frame);
     if (m_contentView) m_contentView->setFrame({{}, frame.size});
-}
-
-void NSWindow::movedByUser(const NSPoint& origin) {
-    m_isCentered = false;
-    m_frame.origin = origin;
 }
 
 void NSWindow::setLevel(NSInteger level) {

@@ -162,7 +162,7 @@ public:
     void setHidesOnDeactivate(bool hides) { m_hidesOnDeactivate = hides; }
 
     /// Called by what stands on the screen for the window when the user has moved it.
-    void movedByUser(const NSPoint& origin);
+    void movedByUser(const NSPoint& origin) { m_frame.origin = origin; }
 
     /// Of a panel alone, where a compositor blends it.
     bool hasShadow() const { return m_hasShadow; }
@@ -190,7 +190,6 @@ private:
     const std::shared_ptr<NSViewController> m_contentViewController;
     NSUInteger m_styleMask;
     bool m_visible = false;
-    bool m_isCentered = false; ///< And not moved since: it stays so when its size becomes known.
     bool m_hidesOnDeactivate = false;
     std::unique_ptr<Animation> m_move;
     std::unique_ptr<Animation> m_fade;

@@ -3,22 +3,6 @@
 #include <QEasingCurve>
 #include <QPointF>
 
-namespace {
-
-QEasingCurve easeOut() {
-    QEasingCurve curve(QEasingCurve::BezierSpline);
-    curve.addCubicBezierSegment({0, 0}, {0.58, 1}, {1, 1});
-    return curve;
-}
-
-} // namespace
-
-void CALayer::setBackgroundColor(const CGColor& color) {
-    if (m_backgroundColor == color) return;
-    m_backgroundColor = color;
-    m_display();
-}
-
 std::shared_ptr<CAMediaTimingFunction>
 CAMediaTimingFunction::functionWithName(const CAMediaTimingFunctionName& name) {
     return name == kCAMediaTimingFunctionEaseOut ? std::make_shared<CAMediaTimingFunction>()
@@ -26,6 +10,7 @@ CAMediaTimingFunction::functionWithName(const CAMediaTimingFunctionName& name) {
 }
 
 double CAMediaTimingFunction::progressAt(double time) const {
-    static const QEasingCurve curve = easeOut();
-    return curve.valueForProgress(time);
+    QEasingCurve easeOut(QEasingCurve::BezierSpline);
+    easeOut.addCubicBezierSegment({0, 0}, {0.58, 1}, {1, 1});
+    return easeOut.valueForProgress(time);
 }

@@ -13,7 +13,10 @@ public:
 
     /// Clear until it is set.
     const CGColor& backgroundColor() const { return m_backgroundColor; }
-    void setBackgroundColor(const CGColor& color);
+    void setBackgroundColor(const CGColor& color) {
+        m_backgroundColor = color;
+        m_display();
+    }
 
 private:
     const std::function<void()> m_display;

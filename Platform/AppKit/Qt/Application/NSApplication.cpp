@@ -127,7 +127,8 @@ void NSApplication::run() {
         delegate->applicationDidFinishLaunching(
             NSNotification(NSApplicationDidFinishLaunchingNotification, nullptr));
     QApplication::exec();
-    ContentWindow::leaveForGood();
+    for (NativeWindow* window : NativeWindow::all())
+        window->orderOut(); // One that has the keyboard gives it back.
 }
 
 void NSApplication::reopen() {

@@ -116,13 +116,8 @@ std::shared_ptr<NSRunningApplication> NSRunningApplication::currentApplication()
 
 std::vector<std::shared_ptr<NSRunningApplication>>
 NSRunningApplication::runningApplicationsWithBundleIdentifier(const std::string& bundleIdentifier) {
-    const QString own = QString::fromStdString(currentApplication()->m_busName);
-    const QString identifier = QString::fromStdString(bundleIdentifier);
-    QStringList instances = instancesOf(identifier);
-    if (identifier == ownIdentifier() && !instances.contains(own)) instances.append(own);
-
     std::vector<std::shared_ptr<NSRunningApplication>> applications;
-    for (const QString& name : instances)
+    for (const QString& name : instancesOf(QString::fromStdString(bundleIdentifier)))
         applications.emplace_back(new NSRunningApplication(name.toStdString()));
     return applications;
 }

@@ -8,13 +8,13 @@
 
 namespace {
 
-using Credits = std::shared_ptr<NSAttributedString>; ///< Null for none.
+using Credits = std::shared_ptr<NSAttributedString>;
 
 // In points.
 constexpr int iconSize = 96;
 constexpr int sideEdge = 36;
 constexpr int lowerEdge = 28;
-constexpr int usualSize = 11;
+constexpr int versionSize = 11;
 
 QString information(const char* key) { return QString::fromStdString(infoOf(key)); }
 
@@ -26,14 +26,11 @@ QLabel* line(const QString& text, int pixels, QFont::Weight weight) {
 
 QLabel* lineOf(const NSAttributedString& credits) {
     const auto& attributes = credits.attributes();
-    const auto font = attributes.find(NSFontAttributeName);
-    const double size =
-        font == attributes.end() ? usualSize : std::any_cast<NSFont>(font->second).pointSize();
-    auto* label =
-        line(QString::fromStdString(credits.string()), static_cast<int>(size), QFont::Normal);
-    const auto color = attributes.find(NSForegroundColorAttributeName);
-    if (color != attributes.end() &&
-        std::any_cast<NSColor>(color->second) == NSColor::secondaryLabelColor())
+    const auto font = std::any_cast<NSFont>(attributes.at(NSFontAttributeName));
+    const auto color = std::any_cast<NSColor>(attributes.at(NSForegroundColorAttributeName));
+    auto* label = line(QString::fromStdString(credits.string()), static_cast<int>(font.pointSize()),
+                       QFont::Normal);
+    if (color == NSColor::secondaryLabelColor())
         label->setForegroundRole(QPalette::PlaceholderText);
     return label;
 }
@@ -48,10 +45,10 @@ public:
         all->addWidget(iconLabel(iconSize), 0, Qt::AlignCenter);
         all->addSpacing(8);
         all->addWidget(line(information("CFBundleName"), 15, QFont::Bold));
-        all->addWidget(
-            line("Version " + information("CFBundleShortVersionString"), usualSize, QFont::Normal));
+        all->addWidget(line("Version " + information("CFBundleShortVersionString"), versionSize,
+                            QFont::Normal));
         all->addSpacing(10);
-        if (credits) all->addWidget(lineOf(*credits));
+        all->addWidget(lineOf(*credits));
         new QShortcut(Qt::Key_Escape, this, [this] { window()->close(); });
     }
 };
@@ -60,9 +57,7 @@ public:
 
 void NSApplication::orderFrontStandardAboutPanelWithOptions(const AboutPanelOptions& options) {
     if (!m_aboutPanel || !m_aboutPanel->isVisible()) {
-        const auto found = options.find(NSAboutPanelOptionCredits);
-        const auto credits =
-            found == options.end() ? nullptr : std::any_cast<Credits>(found->second);
+        const auto credits = std::any_cast<Credits>(options.at(NSAboutPanelOptionCredits));
         m_aboutPanel = NSWindow::windowWithContentViewController(
             std::make_shared<ContentController<AboutContent, Credits>>(credits));
         m_aboutPanel->setTitle("About " + infoOf("CFBundleName"));

@@ -89,13 +89,11 @@ protected:
     void showEvent(QShowEvent*) override {
         window()->setAccessibleName(m_message);
         window()->setAccessibleDescription(m_information);
-        if (!m_buttons.empty()) m_buttons.front()->setFocus();
+        m_buttons.front()->setFocus();
     }
 
     void keyPressEvent(QKeyEvent* event) override {
-        if (m_buttons.empty()) return ViewContent::keyPressEvent(event);
-        const auto focused = std::ranges::find_if(m_buttons, &QWidget::hasFocus);
-        const auto at = focused == m_buttons.end() ? 0 : focused - m_buttons.begin();
+        const auto at = std::ranges::find_if(m_buttons, &QWidget::hasFocus) - m_buttons.begin();
         switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:

@@ -1,6 +1,5 @@
 #include "AppKit/Qt/Windows/ContentWindow.h"
 
-#include "AppKit/NSViewController.h"
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 
@@ -10,6 +9,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <cmath>
 
 using WindowServer::Session;
 
@@ -23,23 +23,9 @@ constexpr int settlingMilliseconds = 200;
 constexpr int usualTitleBar = 32;
 constexpr int usualBorder = 6;
 
-/// All that there are, oldest first.
-std::vector<ContentWindow*> windows() {
-    std::vector<ContentWindow*> some;
-    for (NativeWindow* each : NativeWindow::all())
-        if (auto* const window = dynamic_cast<ContentWindow*>(each)) some.push_back(window);
-    return some;
-}
-
 /// Is to take the keyboard at the turn's end. A window that is made key before that ends this: a
 /// window manager that answers late would take the keyboard from it again.
-QPointer<ContentWindow> toActivate;
-
-/// Whether a window that the toolkit does not show itself has the keyboard.
-bool isActiveOffScreen() {
-    const QWidget* const active = QApplication::activeWindow();
-    return active && active->testAttribute(Qt::WA_DontShowOnScreen);
-}
+const ContentWindow* toActivate = nullptr;
 
 } // namespace
 
@@ -59,7 +45,9 @@ ContentWindow::~ContentWindow() { ContentWindow::orderOut(); }
 
 void ContentWindow::activate() {
     ContentWindow* front = nullptr;
-    for (ContentWindow* window : windows()) {
+    for (NativeWindow* each : all()) {
+        auto* const window = dynamic_cast<ContentWindow*>(each);
+        if (!window) continue;
         window->comeBack();
         if (window->isVisible() && (!front || window->m_order > front->m_order)) front = window;
     }
@@ -68,14 +56,6 @@ void ContentWindow::activate() {
         if (toActivate == front) front->takeKeyboard();
     };
     if (front) QMetaObject::invokeMethod(front, take, Qt::QueuedConnection);
-}
-
-void ContentWindow::leaveForGood() {
-    for (ContentWindow* window : windows()) {
-        window->orderOut();
-        window->destroy();
-        delete window->m_content;
-    }
 }
 
 NSInteger ContentWindow::number() const {
@@ -102,12 +82,11 @@ void ContentWindow::load() {
     auto* box = new QVBoxLayout(this);
     box->setSpacing(0);
     box->addWidget(m_content);
+    m_bars = m_content->toolbarHeight();
     dress();
     describe();
-    NSSize size = m_window.frame().size;
-    if (size.width <= 0)
-        size = {m_content->sizeHint().width() * 1.0, m_content->sizeHint().height() * 1.0};
-    m_window.setContentSize(size); // With the frame known by now, the middle is another.
+    const QSizeF size = m_content->sizeHint();
+    if (m_window.frame().size.width <= 0) m_window.setContentSize({size.width(), size.height()});
 }
 
 void ContentWindow::dress() {
@@ -116,18 +95,12 @@ void ContentWindow::dress() {
     if (hasStyle(NSWindowStyleMaskClosable)) flags |= Qt::WindowCloseButtonHint;
     if (hasStyle(NSWindowStyleMaskMiniaturizable)) flags |= Qt::WindowMinimizeButtonHint;
     setWindowFlags(flags);
-    setChrome(0, 0);
-}
-
-void ContentWindow::setChrome(int titleBar, int shadow) {
-    const int toolbar = m_content->toolbarHeight();
-    m_shadow = shadow;
-    m_chrome = QMargins(shadow, shadow + titleBar + toolbar, shadow, shadow);
-    layout()->setContentsMargins(shadow, shadow, shadow, shadow);
 }
 
 void ContentWindow::place(const QRect& content) {
-    const QRect whole = keptOnScreen(content).marginsAdded(m_chrome);
+    const QMargins shadow = QMargins() + m_shadow;
+    layout()->setContentsMargins(shadow);
+    const QRect whole = keptOnScreen(content).adjusted(0, -m_bars, 0, 0).marginsAdded(shadow);
     if (hasStyle(NSWindowStyleMaskResizable))
         resize(whole.size());
     else
@@ -139,14 +112,25 @@ bool ContentWindow::isManaged() const {
     return !floats(m_window) && Session::current().windows().hasManager();
 }
 
-NSRect ContentWindow::frameAround(const NSRect& content) const {
-    return m_content ? frameOf(around(rectOf(content))) : content;
+void ContentWindow::center() {
+    if (!m_content) load();           // Before, the size may not be known.
+    constexpr double above = 2.0 / 5; // of the height that is left
+    const auto& displays = Session::current().displays();
+    if (displays.all().empty()) return;
+    const auto* const here = displays.at({NSEvent::mouseLocation(), {}});
+    const NSRect& room = here ? here->visibleFrame : displays.all().front().visibleFrame;
+    const NSRect whole = frameOf(around(rectOf(m_window.frame())));
+    const double left = (room.size.width - whole.size.width) / 2;
+    const double under = (room.size.height - whole.size.height) * (1 - above);
+    const NSPoint& content = m_window.frame().origin;
+    m_window.setFrameOrigin({std::round(room.origin.x + left + content.x - whole.origin.x),
+                             std::round(room.origin.y + under + content.y - whole.origin.y)});
 }
 
 QRect ContentWindow::around(const QRect& content) const {
-    const QMargins theirs(usualBorder, usualTitleBar, usualBorder, usualBorder);
-    const QMargins ours = m_chrome - m_shadow;
-    return content.marginsAdded(isManaged() ? ours + theirs : ours);
+    const QRect ours = content.adjusted(0, -m_bars, 0, 0);
+    if (!isManaged()) return ours;
+    return ours.adjusted(-usualBorder, -usualTitleBar, usualBorder, usualBorder);
 }
 
 /// A screen may be lower than the window: what is at its top stays in reach, and what scrolls in it
@@ -193,7 +177,6 @@ bool ContentWindow::isPutAway() const {
 
 void ContentWindow::orderOut() {
     m_away = false;
-    if (!isVisible()) return;
     m_held.reset();
     hide();
 }
@@ -213,7 +196,10 @@ void ContentWindow::followActivation() {
     // A menu takes the keyboard for as long as it is open, whichever program is the active one.
     const QWindow* const front = QGuiApplication::focusWindow();
     if (front) return front->type() == Qt::Popup ? void() : comeBack();
-    if (isActiveOffScreen()) return comeBack();
+    const QWidget* const active = QApplication::activeWindow();
+    const bool isOffScreen = active && active->testAttribute(Qt::WA_DontShowOnScreen);
+    if (isOffScreen)
+        return comeBack(); // The toolkit does not show it itself, nor has it the focus.
     if (!isVisible() || !m_window.hidesOnDeactivate()) return;
     // A pointer that still moves may be on its way here, and bring the keyboard along.
     const QPoint pointer = QCursor::pos();
@@ -254,6 +240,6 @@ void ContentWindow::closeEvent(QCloseEvent* event) {
 
 void ContentWindow::moveEvent(QMoveEvent*) {
     if (!isVisible()) return;
-    const QPoint corner = geometry().marginsRemoved(m_chrome).topLeft();
-    m_window.movedByUser(pointFrom(QPointF(corner.x(), corner.y() + m_window.frame().size.height)));
+    const double bottom = m_shadow + m_bars + m_window.frame().size.height;
+    m_window.movedByUser(pointFrom(geometry().topLeft() + QPointF(m_shadow, bottom)));
 }

@@ -4,14 +4,13 @@
 #include "AppKit/Qt/Windows/NativeWindow.h"
 #include "WindowServer/Session.h"
 
-#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
 class ViewContent;
 
 /// A window that shows what a view controller makes, and leaves its place and order to the window
-/// manager. What it shows is made when it first comes on the screen, and kept, with all that the
+/// manager. What it shows is made when it is first centred or comes on the screen, and kept, with all that the
 /// user did to it, until the window goes.
 class ContentWindow : public QWidget, public NativeWindow, public Accessible {
 public:
@@ -21,19 +20,16 @@ public:
     /// Windows that left for another program come back, and the frontmost takes the keyboard.
     static void activate();
 
-    /// The program ends: all leave, and what they show goes while the toolkit still stands.
-    static void leaveForGood();
-
     /// From level 1000 on window managers have no say.
     static bool floats(const NSWindow& window) {
         return window.level() >= NSScreenSaverWindowLevel;
     }
 
     NSInteger number() const override;
-    NSRect frameAround(const NSRect& content) const override;
     void describe() override;
     void setFrame(const NSRect& frame) override;
     void setLevel(NSInteger level) override;
+    void center() override;
     void makeKey() override;
     void orderFront() override;
     void orderOut() override;
@@ -46,10 +42,7 @@ public:
     }
 
 protected:
-    virtual void dress(); ///< Before it first comes on the screen.
-
-    /// What the window has of its own around its content: a title bar, and a shadow on each side.
-    void setChrome(int titleBar, int shadow);
+    virtual void dress(); ///< Before it is first seen.
 
     bool hasStyle(NSUInteger style) const { return m_window.styleMask() & style; }
 
@@ -59,7 +52,9 @@ protected:
 
     NSWindow& m_window;
     std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While on the screen.
-    int m_shadow = 0;
+    int m_bars =
+        0; ///< The height of those of its own above the content, a title bar and a toolbar.
+    int m_shadow = 0; ///< Its width on each side.
 
 private:
     void load();
@@ -71,8 +66,7 @@ private:
     void comeBack();
     void followActivation();
 
-    QPointer<ViewContent> m_content;
-    QMargins m_chrome;         ///< All of ours around the content, its toolbar included.
+    ViewContent* m_content = nullptr;
     unsigned m_order = 0;      ///< Counts up with each window that comes to the front.
     bool m_isEntering = false; ///< It has come in this turn of the event loop.
     QTimer m_settling;         ///< Since the program became active, or another one did.

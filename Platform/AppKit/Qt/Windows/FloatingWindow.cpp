@@ -21,6 +21,7 @@ namespace {
 
 // In points.
 constexpr double corner = 10;
+constexpr int titleBarHeight = 30;
 constexpr int leastOnScreen = 60; ///< Of a window that is dragged off a screen.
 constexpr int buttonSize = 18;
 constexpr int buttonInset = 8; ///< From the bar's right end.
@@ -55,12 +56,9 @@ protected:
 /// The bar on top: the window's title, and a button to close it.
 class TitleBar : public QWidget {
 public:
-    static constexpr int height = 30; ///< In points.
-
-    TitleBar(QWidget& window, bool closable) : QWidget(&window) {
-        setFixedHeight(height);
+    explicit TitleBar(QWidget& window) : QWidget(&window) {
+        setFixedHeight(titleBarHeight);
         connect(&window, &QWidget::windowTitleChanged, this, [this] { update(); });
-        if (!closable) return;
         auto* layout = new QHBoxLayout(this);
         layout->setContentsMargins(0, 0, buttonInset, 0);
         auto* close = new CloseButton(this);
@@ -114,6 +112,7 @@ public:
     using ContentWindow::ContentWindow;
 
     void orderFront() override {
+        if (!isVisible()) takeForm();
         ContentWindow::orderFront();
         m_held->setName(hasTitleBar() ? "window" : "alert");
         m_held->setShadowMargin(static_cast<int>(std::lround(m_shadow * devicePixelRatioF())));
@@ -126,20 +125,19 @@ protected:
         setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
         connect(qApp, &QGuiApplication::screenRemoved, this, &FloatingWindow::returnToScreen,
                 Qt::QueuedConnection);
-        if (hasTitleBar())
-            static_cast<QBoxLayout*>(layout())->insertWidget(
-                0, new TitleBar(*this, hasStyle(NSWindowStyleMaskClosable)));
-        takeForm();
+        if (!hasTitleBar()) return;
+        static_cast<QBoxLayout*>(layout())->insertWidget(0, new TitleBar(*this));
+        m_bars += titleBarHeight;
     }
 
     void checkForm() override {
-        if (layout() && m_translucent != isComposited()) comeAnew();
+        if (m_held && isTranslucent() != isComposited()) comeAnew();
     }
 
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         const QColor fill = palette().color(QPalette::Window);
-        if (!m_translucent) {
+        if (!isTranslucent()) {
             // Without a shadow the outline alone sets it off from the windows behind.
             painter.setPen(faintText(palette(), 0.5));
             painter.setBrush(fill);
@@ -170,32 +168,32 @@ protected:
         const QPoint wanted = pointer - *m_grip + shown.topLeft();
         const int x = std::clamp(wanted.x(), room.left() - shown.width() + leastOnScreen,
                                  room.right() - leastOnScreen);
-        const int y = std::clamp(wanted.y(), room.top(), room.bottom() - TitleBar::height);
+        const int y = std::clamp(wanted.y(), room.top(), room.bottom() - titleBarHeight);
         move(QPoint(x, y) - shown.topLeft());
     }
 
 private:
     /// Without the shadow.
     QRect body() const { return rect().marginsRemoved(QMargins() + m_shadow); }
-    bool hasTitleBar() const {
-        return !m_window.title().empty() || hasStyle(NSWindowStyleMaskClosable);
-    }
+    bool hasTitleBar() const { return hasStyle(NSWindowStyleMaskClosable); } ///< Alerts have none.
+
+    bool isTranslucent() const { return testAttribute(Qt::WA_TranslucentBackground); }
 
     void comeAnew() {
-        const bool wasShown = isVisible();
         orderOut();
         destroy();
-        takeForm();
-        if (!wasShown) return;
         orderFront();
         takeKeyboard();
     }
 
+    /// A native window is translucent for life, or not.
     void takeForm() {
-        m_translucent = isComposited();
-        setAttribute(Qt::WA_TranslucentBackground, m_translucent);
-        setAttribute(Qt::WA_NoSystemBackground, m_translucent);
-        setChrome(hasTitleBar() ? TitleBar::height : 0, m_translucent ? softShadowMargin : 0);
+        const bool composited = isComposited();
+        if (isTranslucent() == composited) return;
+        destroy();
+        setAttribute(Qt::WA_TranslucentBackground, composited);
+        setAttribute(Qt::WA_NoSystemBackground, composited);
+        m_shadow = composited ? softShadowMargin : 0;
     }
 
     /// Moves to the middle of the main screen where its own screen has gone.
@@ -211,7 +209,6 @@ private:
         move(room.center() - rect().center());
     }
 
-    bool m_translucent = false;
     std::optional<QPoint> m_grip; ///< Where the pointer has taken hold of the window.
 };
 

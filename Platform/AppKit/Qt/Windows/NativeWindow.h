@@ -15,14 +15,13 @@ public:
     virtual ~NativeWindow();
 
     virtual NSInteger number() const = 0;
-    /// The content with its title bar and all else that stands around it.
-    virtual NSRect frameAround(const NSRect& content) const { return content; }
     virtual void describe() = 0; ///< It or its views say something else of themselves.
     virtual void setFrame(const NSRect& frame) = 0;
     virtual void setLevel(NSInteger) {}
     virtual void setAlpha(double) {}
     virtual void displayViews() {} ///< The views look different.
-    virtual void makeKey() {}      ///< To have the keyboard.
+    virtual void center() {}
+    virtual void makeKey() {} ///< To have the keyboard.
     virtual void orderFront() = 0;
     virtual void orderOut() = 0;
     virtual void checkForm() {}  ///< A compositor has come or gone.
