@@ -1,7 +1,6 @@
 #pragma once
 
 #include "AppKit/NSWindow.h"
-#include "Foundation/Foundation.h"
 
 enum NSAlertStyle : NSUInteger { NSAlertStyleInformational = 1 };
 

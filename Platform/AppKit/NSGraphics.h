@@ -18,15 +18,14 @@ public:
         return NSColor({red, green, blue, alpha});
     }
 
-    /// Text of the second rank: dark in light windows, light in dark ones.
+    /// Text of the second rank. Only where texts take it: nothing is drawn in it.
     static NSColor secondaryLabelColor() { return NSColor({}, true); }
 
     NSColor colorWithAlphaComponent(double alpha) const {
         return NSColor({m_color.red, m_color.green, m_color.blue, alpha});
     }
 
-    /// As it is in the windows at this moment.
-    ::CGColor CGColor() const;
+    const ::CGColor& CGColor() const { return m_color; }
 
     bool operator==(const NSColor&) const = default;
 
@@ -49,7 +48,6 @@ public:
     /// The size is in points.
     static NSFont systemFontOfSize(double size) { return NSFont(size); }
     double pointSize() const { return m_pointSize; }
-    bool operator==(const NSFont&) const = default;
 
 private:
     explicit NSFont(double size) : m_pointSize(size) {}

@@ -12,15 +12,14 @@ public:
     /// The point size is that of the text which the symbol would stand in.
     static std::shared_ptr<NSImageSymbolConfiguration> configurationWithPointSize(double pointSize,
                                                                                   NSFontWeight) {
-        const auto configuration = std::make_shared<NSImageSymbolConfiguration>();
-        configuration->m_pointSize = pointSize;
-        return configuration;
+        return std::make_shared<NSImageSymbolConfiguration>(pointSize);
     }
+    explicit NSImageSymbolConfiguration(double pointSize) : m_pointSize(pointSize) {}
 
     double pointSize() const { return m_pointSize; }
 
 private:
-    double m_pointSize = 0;
+    const double m_pointSize;
 };
 
 /// A picture that is drawn anew wherever it is shown: a symbol of the platform's, or what a handler

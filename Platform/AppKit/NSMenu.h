@@ -70,8 +70,7 @@ public:
 /// A list of items. It stands on the screen only while it is open.
 class NSMenu : public NSObject {
 public:
-    NSMenu() = default;
-    explicit NSMenu(std::string title) : m_title(std::move(title)) {}
+    explicit NSMenu(std::string title = {}) : m_title(std::move(title)) {}
     const std::string& title() const { return m_title; }
     void addItem(const std::shared_ptr<NSMenuItem>& item) { m_items.push_back(item); }
     const std::vector<std::shared_ptr<NSMenuItem>>& itemArray() const { return m_items; }

@@ -15,18 +15,10 @@ void NSView::setFrame(const NSRect& frame) {
     setNeedsDisplay(true);
 }
 
-void NSView::addSubview(std::shared_ptr<NSView> view) {
-    addSubview(std::move(view), NSWindowAbove, nullptr);
-}
-
 void NSView::addSubview(std::shared_ptr<NSView> view, NSWindowOrderingMode positioned,
                         const std::shared_ptr<NSView>& relativeTo) {
-    const bool above = positioned == NSWindowAbove;
     auto place = std::find(m_subviews.begin(), m_subviews.end(), relativeTo);
-    if (place == m_subviews.end())
-        place = above ? m_subviews.end() : m_subviews.begin();
-    else if (above)
-        ++place;
+    if (positioned == NSWindowAbove && place != m_subviews.end()) ++place;
     view->m_superview = this;
     const auto added = *m_subviews.insert(place, std::move(view));
     if (window()) added->viewDidMoveToWindow();

@@ -60,10 +60,9 @@ public:
 
     /// Back to front.
     const std::vector<std::shared_ptr<NSView>>& subviews() const { return m_subviews; }
-    void addSubview(std::shared_ptr<NSView> view);
-    /// Behind or in front of `other`, or of all subviews where `other` is none of them.
-    void addSubview(std::shared_ptr<NSView> view, NSWindowOrderingMode positioned,
-                    const std::shared_ptr<NSView>& relativeTo);
+    /// Behind or in front of another one; in front of all where that is none of them.
+    void addSubview(std::shared_ptr<NSView> view, NSWindowOrderingMode positioned = NSWindowAbove,
+                    const std::shared_ptr<NSView>& relativeTo = nullptr);
 
     bool isHidden() const { return m_hidden; }
     void setHidden(bool hidden);
@@ -81,9 +80,9 @@ public:
     virtual void viewDidMoveToWindow();
 
     void setNeedsDisplay(bool needsDisplay);
-    /// With `NSColor`, `NSBezierPath` and `NSImage`; y is up unless the view is flipped.
+    /// With `NSColor`, `NSBezierPath` and `NSImage`.
     virtual void drawRect(const NSRect&) {}
-    virtual bool isFlipped() const { return false; }
+    virtual bool isFlipped() const { return false; } ///< Without effect: y is up in all.
 
     // The mouse. A press goes to the view under the pointer, and so does all up to its release.
     virtual void mouseDown(const NSEvent&) {}

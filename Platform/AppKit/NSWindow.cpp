@@ -63,7 +63,7 @@ NSWindow::NSWindow(const NSRect& contentRect, NSUInteger styleMask, NSBackingSto
 NSWindow::NSWindow(std::shared_ptr<NSViewController> controller)
     : m_contentViewController(std::move(controller)),
       m_styleMask(NSWindowStyleMaskTitled | NSWindowStyleMaskClosable |
-                  NSWindowStyleMaskMiniaturizable | NSWindowStyleMaskResizable),
+                  NSWindowStyleMaskMiniaturizable),
       m_title(m_contentViewController->title()),
       m_frame{{}, m_contentViewController->preferredContentSize()},
       m_native(NativeWindow::make(*this)) {
@@ -137,11 +137,6 @@ void NSWindow::Animator::setAlphaValue(double alpha) {
         std::make_unique<Animation>([&window, from = window.m_alphaValue, alpha](double progress) {
             window.fadeTo(std::lerp(from, alpha, progress));
         });
-}
-
-void NSWindow::setBackgroundColor(const NSColor& color) {
-    m_backgroundColor = color;
-    setViewsNeedDisplay(true);
 }
 
 void NSWindow::setContentView(std::shared_ptr<NSView> view) {

@@ -39,7 +39,6 @@ enum NSWindowStyleMask : NSUInteger {
     NSWindowStyleMaskTitled = 1 << 0,
     NSWindowStyleMaskClosable = 1 << 1,
     NSWindowStyleMaskMiniaturizable = 1 << 2,
-    NSWindowStyleMaskResizable = 1 << 3,
     NSWindowStyleMaskNonactivatingPanel = 1 << 7,
 };
 
@@ -61,7 +60,7 @@ inline constexpr NSInteger NSNormalWindowLevel = 0;
 inline constexpr NSInteger NSFloatingWindowLevel = 3;
 inline constexpr NSInteger NSScreenSaverWindowLevel = 1000;
 
-/// A window. A borderless one lays what its views show over each other into one colour, above the
+/// A window. A borderless one shows the colour of the frontmost view that has one, above the
 /// blurred picture of a visible effect view; a panel is drawn by its content view. One that shows
 /// what a view controller makes has a title bar, and is left to the window manager below level
 /// 1000. From there on it stands above the other programs' windows, with a frame of its own, and
@@ -123,12 +122,11 @@ public:
     /// is set again, here or on the window, ends what ran before.
     class Animator {
     public:
+        explicit Animator(NSWindow& window) : m_window(window) {}
         void setFrameOrigin(const NSPoint& origin);
         void setAlphaValue(double alpha);
 
     private:
-        friend class NSWindow;
-        explicit Animator(NSWindow& window) : m_window(window) {}
         NSWindow& m_window;
     };
     Animator animator() { return Animator(*this); }
@@ -138,9 +136,6 @@ public:
         m_ignoresMouseEvents = ignores;
         textsChanged();
     }
-
-    NSColor backgroundColor() const { return m_backgroundColor; }
-    void setBackgroundColor(const NSColor& color);
 
     const std::shared_ptr<NSView>& contentView() const { return m_contentView; }
     /// Fits the view to the window.
@@ -164,12 +159,11 @@ public:
     /// Called by what stands on the screen for the window when the user has moved it.
     void movedByUser(const NSPoint& origin) { m_frame.origin = origin; }
 
-    /// Of a panel alone, where a compositor blends it.
-    bool hasShadow() const { return m_hasShadow; }
-    void setHasShadow(bool hasShadow) { m_hasShadow = hasShadow; }
-
     // Without effect here: no window is restored, animated or moved by more than the program and
-    // its title bar, every cover and panel is on all workspaces, and objects live by reference.
+    // its title bar, covers and panels have no ground of their own and are on all workspaces,
+    // panels alone throw a shadow, where a compositor blends it, and objects live by reference.
+    void setBackgroundColor(const NSColor&) {}
+    void setHasShadow(bool) {}
     void setRestorable(bool) {}
     void setToolbarStyle(NSWindowToolbarStyle) {}
     void setOpaque(bool) {}
@@ -199,19 +193,14 @@ private:
     NSInteger m_level = NSNormalWindowLevel;
     double m_alphaValue = 1;
     bool m_ignoresMouseEvents = false;
-    NSColor m_backgroundColor = NSColor::clearColor();
     std::shared_ptr<NSView> m_contentView;
-    bool m_hasShadow = true;
     std::shared_ptr<NativeWindow> m_native; ///< The last, which reads the others.
 };
 
 /// A window beside those that a user works in, which does not take the keyboard.
 class NSPanel : public NSWindow {
 public:
-    NSPanel(const NSRect& contentRect, NSUInteger styleMask, NSBackingStoreType backing, bool defer)
-        : NSWindow(contentRect, styleMask, backing, defer) {
-        setHidesOnDeactivate(true);
-    }
+    using NSWindow::NSWindow;
 
     /// Sets the level with it.
     void setFloatingPanel(bool floating) {

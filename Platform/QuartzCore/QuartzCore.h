@@ -31,9 +31,11 @@ inline const CAMediaTimingFunctionName kCAMediaTimingFunctionEaseOut = "easeOut"
 /// The pace of an animation.
 class CAMediaTimingFunction : public NSObject {
 public:
-    /// Null for a name that the platform does not have.
+    /// There is the one name.
     static std::shared_ptr<CAMediaTimingFunction>
-    functionWithName(const CAMediaTimingFunctionName& name);
+    functionWithName(const CAMediaTimingFunctionName&) {
+        return std::make_shared<CAMediaTimingFunction>();
+    }
 
     /// The progress, from 0 to 1, at a part of the time, from 0 to 1.
     double progressAt(double time) const;

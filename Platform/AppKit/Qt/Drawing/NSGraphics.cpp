@@ -2,11 +2,14 @@
 #include "AppKit/Qt/Drawing/Symbol.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 
-#include <QGuiApplication>
 #include <QPainterPath>
-#include <QPalette>
 
 namespace {
+
+QColor colorFrom(const CGColor& color) {
+    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                            static_cast<float>(color.blue), static_cast<float>(color.alpha));
+}
 
 QPainterPath pathOf(const NSRect& oval) {
     QPainterPath path;
@@ -17,12 +20,6 @@ QPainterPath pathOf(const NSRect& oval) {
 } // namespace
 
 QPainter* thePainter = nullptr;
-
-::CGColor NSColor::CGColor() const {
-    if (!m_secondaryLabel) return m_color;
-    const QColor color = QGuiApplication::palette().color(QPalette::PlaceholderText);
-    return {color.redF(), color.greenF(), color.blueF(), color.alphaF()};
-}
 
 void NSColor::setFill() const {
     if (thePainter) thePainter->setBrush(colorFrom(CGColor()));

@@ -38,11 +38,12 @@ QString traySymbolFile(const std::string& name, int side) {
     return QString(":/Icons/status/%1/%2.svg").arg(drawn).arg(traySymbolName(name));
 }
 
-} // namespace
-
+/// Whether or not there is one.
 QString symbolFile(const std::string& name) {
     return ":/Symbols/" + QString::fromStdString(name) + ".svg";
 }
+
+} // namespace
 
 void drawSymbol(QPainter& painter, const std::string& name, const QRectF& rect, const QColor& color,
                 SymbolWeight weight) {

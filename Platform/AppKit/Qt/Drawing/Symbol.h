@@ -9,9 +9,6 @@
 /// and its brush the colours that were set. Null where nothing is being drawn.
 extern QPainter* thePainter;
 
-/// The file that a symbol is drawn in, all in black, whether or not there is one.
-QString symbolFile(const std::string& name);
-
 /// How wide a symbol's strokes are.
 enum class SymbolWeight { semibold, bold };
 

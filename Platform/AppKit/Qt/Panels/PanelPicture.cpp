@@ -32,10 +32,8 @@ QImage pictureOf(NSView& view, const NSSize& size, int margin, double scale) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(border, border);
     painter.scale(inner.width() / size.width, inner.height() / size.height);
-    if (!view.isFlipped()) {
-        painter.translate(0, size.height);
-        painter.scale(1, -1);
-    }
+    painter.translate(0, size.height);
+    painter.scale(1, -1);
     const QScopedValueRollback target(thePainter, &painter);
     view.drawRect(view.bounds());
     return picture;
@@ -74,11 +72,7 @@ QImage withShadow(const QImage& picture, double scale) {
             result.setPixel(x, y, qRgba(0, 0, 0, static_cast<int>(shade * shadowDarkness)));
         }
 
-    // The shadow lies around the picture, not under it.
     painter.begin(&result);
-    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    painter.drawImage(0, 0, picture);
-    painter.setCompositionMode(QPainter::CompositionMode_Plus);
     painter.drawImage(0, 0, picture);
     return result;
 }

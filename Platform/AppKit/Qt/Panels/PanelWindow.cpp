@@ -4,12 +4,10 @@
 #include "AppKit/Qt/Windows/Accessible.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 #include "AppKit/Qt/Windows/NativeWindow.h"
-#include "WindowServer/Session.h"
 
 #include <QApplication>
 #include <QCursor>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QTimer>
 #include <QToolTip>
 #include <QWindow>
@@ -103,7 +101,6 @@ public:
     void orderFront() override {
         if (m_held) return;
         m_translucent = Session::current().windows().areComposited();
-        m_margin = m_translucent && m_window->hasShadow() ? softShadowMargin : 0;
         m_alpha = m_window->alphaValue();
         setAttribute(m_translucent ? Qt::WA_TranslucentBackground : Qt::WA_OpaquePaintEvent);
         create();
@@ -115,7 +112,7 @@ public:
         const auto* const display = Session::current().displays().at(m_window->frame());
         m_held->setName(m_window->identifier() + ':' + (display ? display->name : ""));
         m_held->onGone = [this] { comeAnew(); };
-        m_held->setShadowMargin(static_cast<int>(std::lround(m_margin * devicePixelRatioF())));
+        m_held->setShadowMargin(static_cast<int>(std::lround(margin() * devicePixelRatioF())));
         m_held->setLevel(static_cast<int>(m_window->level()));
         draw(devicePixelRatioF());
         lookBehind();
@@ -195,12 +192,10 @@ private:
     NSView* view() const { return m_held ? m_window->contentView().get() : nullptr; }
 
     void press() {
-        if (!m_held) return;
+        if (!view()) return;
         const NSPoint middle = {CGRectGetMidX(m_window->frame()), CGRectGetMidY(m_window->frame())};
-        for (const auto& [handler, type] :
-             {std::pair<Handler, NSEventType>{&NSView::mouseDown, NSEventTypeLeftMouseDown},
-              {&NSView::mouseUp, NSEventTypeLeftMouseUp}})
-            if (view()) deliver(handler, *view(), eventOf(type, {}, middle));
+        deliver(&NSView::mouseDown, *view(), eventOf(NSEventTypeLeftMouseDown, {}, middle));
+        if (view()) deliver(&NSView::mouseUp, *view(), eventOf(NSEventTypeLeftMouseUp, {}, middle));
     }
 
     /// The new one hears for itself whether the pointer is there.
@@ -220,18 +215,20 @@ private:
         hide();
     }
 
+    /// For the shadow, in points.
+    int margin() const { return m_translucent ? softShadowMargin : 0; }
+
     /// With the shadow. The toolkit knows whole points alone.
-    QRect place() const { return rectOf(CGRectInset(m_window->frame(), -m_margin, -m_margin)); }
+    QRect place() const { return rectOf(CGRectInset(m_window->frame(), -margin(), -margin())); }
 
     /// What the drawing leaves clear neither hides anything nor takes input.
     void draw(double scale) {
         m_picture = {};
-        if (view()) m_picture = pictureOf(*view(), m_window->frame().size, m_margin, scale);
-        auto ink = inkOf(m_picture);
+        if (view()) m_picture = pictureOf(*view(), m_window->frame().size, margin(), scale);
+        const auto ink = inkOf(m_picture);
         if (!m_translucent) m_held->setShape(ToolkitWindow::Region::Bounding, ink);
-        if (m_window->ignoresMouseEvents()) ink.clear();
         m_held->setShape(ToolkitWindow::Region::Input, ink);
-        if (m_margin > 0) m_picture = withShadow(m_picture, scale);
+        if (m_translucent) m_picture = withShadow(m_picture, scale);
         m_picture.setDevicePixelRatio(scale);
     }
 
@@ -295,7 +292,6 @@ private:
     NSWindow* m_window;                                  ///< Null once it has left.
     std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While it is shown.
     bool m_translucent = false;
-    int m_margin = 0; ///< For the shadow, in points.
     QImage m_picture; ///< Empty while it is to be drawn anew.
     QImage m_behind;  ///< Empty where nothing is known.
     QTimer m_look;

@@ -40,11 +40,6 @@ QRectF rectFrom(const NSRect& rect) {
     return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
 }
 
-QColor colorFrom(const CGColor& color) {
-    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                            static_cast<float>(color.blue), static_cast<float>(color.alpha));
-}
-
 NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers,
                 std::optional<NSPoint> location) {
     const bool control = modifiers & Qt::ControlModifier;

@@ -1,11 +1,9 @@
 // Between the platform's coordinates, y up from the lower left of the first screen, and the
-// toolkit's, y down. Both count in points. And between their events and colours.
+// toolkit's, y down. Both count in points. And between their events.
 #pragma once
 
 #include "AppKit/NSEvent.h"
-#include "CoreGraphics/CGColor.h"
 
-#include <QColor>
 #include <QRect>
 
 NSPoint pointFrom(const QPointF& point);
@@ -13,6 +11,5 @@ QRect rectOf(const NSRect& rect);
 NSRect frameOf(const QRect& rect);
 /// In the same coordinates.
 QRectF rectFrom(const NSRect& rect);
-QColor colorFrom(const CGColor& color);
 NSEvent eventOf(NSEventType type, Qt::KeyboardModifiers modifiers,
                 std::optional<NSPoint> location = {});

@@ -6,28 +6,19 @@ using WindowServer::Look;
 
 namespace {
 
-CGColor blend(const CGColor& over, const CGColor& under) {
-    const double alpha = over.alpha + under.alpha * (1 - over.alpha);
-    if (alpha == 0) return {};
-    const auto mix = [&](double front, double back) {
-        return (front * over.alpha + back * under.alpha * (1 - over.alpha)) / alpha;
-    };
-    return {mix(over.red, under.red), mix(over.green, under.green), mix(over.blue, under.blue),
-            alpha};
-}
-
 /// The list outlives every window.
 std::vector<NativeWindow*>& windows() {
     static auto* const all = new std::vector<NativeWindow*>;
     return *all;
 }
 
-/// Lays a view and what stands in front of it over `look`. Each fills the window.
+/// Adds a view and what stands in front of it to `look`. Each fills the window.
 void lay(const NSView& view, Look& look) {
     if (view.isHidden()) return;
     if (dynamic_cast<const NSVisualEffectView*>(&view))
         look = {.material = true, .overlay = {}}; // It hides all that lies behind.
-    if (view.layer()) look.overlay = blend(view.layer()->backgroundColor(), look.overlay);
+    if (view.layer() && view.layer()->backgroundColor().alpha > 0)
+        look.overlay = view.layer()->backgroundColor();
     for (const auto& subview : view.subviews())
         lay(*subview, look);
 }
@@ -47,7 +38,7 @@ public:
     void setAlpha(double alpha) override { m_surface->setAlpha(alpha); }
 
     void displayViews() override {
-        Look look{.material = false, .overlay = m_window.backgroundColor().CGColor()};
+        Look look;
         if (m_window.contentView()) lay(*m_window.contentView(), look);
         m_surface->setLook(look);
     }
