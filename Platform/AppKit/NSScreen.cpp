@@ -1,6 +1,5 @@
 #include "AppKit/NSScreen.h"
 
-#include "Foundation/NSValues.h"
 #include "WindowServer/Session.h"
 
 std::vector<std::shared_ptr<NSScreen>> NSScreen::screens() {

@@ -35,11 +35,6 @@ QPalette paletteOf(const Tones& tones) {
     return palette;
 }
 
-void wear(const QPalette& palette) {
-    QApplication::setPalette(palette);
-    QToolTip::setPalette(palette); // Tool tips have one of their own.
-}
-
 } // namespace
 
 void dressWindows() {
@@ -50,7 +45,9 @@ void dressWindows() {
     QApplication::setFont(font);
     static auto* const dark = new Preference("color-scheme", {"dark", "black", "inverse"});
     dark->onChanged = [foundDark] {
-        wear(paletteOf(dark->wish().value_or(foundDark) ? darkTones : lightTones));
+        const auto palette = paletteOf(dark->wish().value_or(foundDark) ? darkTones : lightTones);
+        QApplication::setPalette(palette);
+        QToolTip::setPalette(palette); // Tool tips have one of their own.
     };
     dark->onChanged();
 }

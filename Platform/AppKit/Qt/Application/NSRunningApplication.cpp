@@ -76,10 +76,6 @@ public slots:
         sendQuit(sender);
     }
 
-    void Open(const QStringList&, const QVariantMap&) {
-        sendErrorReply(QDBusError::NotSupported, "This application opens no files.");
-    }
-
 private:
     bool m_isLaunched = false;
 };

@@ -10,12 +10,8 @@ namespace {
 using WindowServer::Remedy;
 using WindowServer::Session;
 
-struct Words {
-    std::string message;
-    std::string text;
-};
-
-Words wordsOf(Remedy remedy) {
+/// A message, and a text that says more.
+std::pair<std::string, std::string> wordsOf(Remedy remedy) {
     const std::string name = QCoreApplication::applicationName().toStdString();
     const std::string extension = "the Shell extension “" + name + "”";
     const std::string untilThen = " Until then the screens stay as they are.";

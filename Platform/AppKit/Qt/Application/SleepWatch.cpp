@@ -8,7 +8,6 @@
 #include <QDBusUnixFileDescriptor>
 
 #include <cstdlib>
-#include <optional>
 
 using WindowServer::Session;
 

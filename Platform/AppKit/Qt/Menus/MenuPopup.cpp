@@ -5,7 +5,6 @@
 #include "AppKit/Qt/Panels/PanelPicture.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 #include "AppKit/Qt/Windows/NativeWindow.h"
-#include "WindowServer/Session.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,7 +1,6 @@
 #include "AppKit/Qt/Appearance/ControlDrawing.h"
 #include "AppKit/Qt/Menus/MenuPopup.h"
 
-#include <QPainter>
 #include <QProxyStyle>
 #include <QStyleOptionMenuItem>
 
@@ -102,16 +101,9 @@ public:
 
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override {
-        switch (metric) {
-        case PM_MenuHMargin:
-        case PM_MenuVMargin:
-            return rim;
-        case PM_MenuPanelWidth:
-        case PM_SubMenuOverlap:
-            return 0;
-        default:
-            return QProxyStyle::pixelMetric(metric, option, widget);
-        }
+        if (metric == PM_MenuHMargin || metric == PM_MenuVMargin) return rim;
+        if (metric == PM_MenuPanelWidth || metric == PM_SubMenuOverlap) return 0;
+        return QProxyStyle::pixelMetric(metric, option, widget);
     }
 
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,

@@ -5,7 +5,6 @@
 #include <QCursor>
 #include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QGuiApplication>
 #include <QtEndian>

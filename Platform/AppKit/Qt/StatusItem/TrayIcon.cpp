@@ -5,7 +5,6 @@
 
 #include <QCursor>
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusVariant>
 
 using WindowServer::Session;
@@ -35,8 +34,7 @@ TrayIcon::TrayIcon(NSStatusBarButton& button)
     QDBusConnection::sessionBus().connect(QString(), notifierWatcherPath, notifierWatcher,
                                           "StatusNotifierHostRegistered", this, SLOT(askForHost()));
     Session::current().tray().onChanged = [this] {
-        leave(dockedIcon); // Its window may have died with it.
-        leave(drawnIcon);
+        if (m_maker != notifierItem) leave(m_maker); // A docked window may have died with it.
         choose();
     };
     askForHost();

@@ -52,10 +52,9 @@ void ContentWindow::activate() {
         if (window->isVisible() && (!front || window->m_order > front->m_order)) front = window;
     }
     toActivate = front;
-    const auto take = [front] {
-        if (toActivate == front) front->takeKeyboard();
-    };
-    if (front) QMetaObject::invokeMethod(front, take, Qt::QueuedConnection);
+    if (!front) return;
+    const auto take = [front] { return toActivate == front ? front->takeKeyboard() : void(); };
+    QMetaObject::invokeMethod(front, take, Qt::QueuedConnection);
 }
 
 NSInteger ContentWindow::number() const {
@@ -74,7 +73,7 @@ void ContentWindow::setLevel(NSInteger) {
 
 void ContentWindow::makeKey() {
     toActivate = nullptr;
-    if (m_content) takeKeyboard();
+    takeKeyboard();
 }
 
 void ContentWindow::load() {
@@ -101,10 +100,7 @@ void ContentWindow::place(const QRect& content) {
     const QMargins shadow = QMargins() + m_shadow;
     layout()->setContentsMargins(shadow);
     const QRect whole = keptOnScreen(content).adjusted(0, -m_bars, 0, 0).marginsAdded(shadow);
-    if (hasStyle(NSWindowStyleMaskResizable))
-        resize(whole.size());
-    else
-        setFixedSize(whole.size());
+    setFixedSize(whole.size());
     setGeometry(whole);
 }
 
@@ -113,8 +109,8 @@ bool ContentWindow::isManaged() const {
 }
 
 void ContentWindow::center() {
-    if (!m_content) load();           // Before, the size may not be known.
     constexpr double above = 2.0 / 5; // of the height that is left
+    if (!m_content) load();           // Else the size may not be known.
     const auto& displays = Session::current().displays();
     if (displays.all().empty()) return;
     const auto* const here = displays.at({NSEvent::mouseLocation(), {}});
@@ -196,10 +192,9 @@ void ContentWindow::followActivation() {
     // A menu takes the keyboard for as long as it is open, whichever program is the active one.
     const QWindow* const front = QGuiApplication::focusWindow();
     if (front) return front->type() == Qt::Popup ? void() : comeBack();
+    // One that the toolkit does not show itself has no native focus.
     const QWidget* const active = QApplication::activeWindow();
-    const bool isOffScreen = active && active->testAttribute(Qt::WA_DontShowOnScreen);
-    if (isOffScreen)
-        return comeBack(); // The toolkit does not show it itself, nor has it the focus.
+    if (active && active->testAttribute(Qt::WA_DontShowOnScreen)) return comeBack();
     if (!isVisible() || !m_window.hidesOnDeactivate()) return;
     // A pointer that still moves may be on its way here, and bring the keyboard along.
     const QPoint pointer = QCursor::pos();

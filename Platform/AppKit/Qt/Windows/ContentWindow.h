@@ -10,8 +10,8 @@
 class ViewContent;
 
 /// A window that shows what a view controller makes, and leaves its place and order to the window
-/// manager. What it shows is made when it is first centred or comes on the screen, and kept, with all that the
-/// user did to it, until the window goes.
+/// manager. What it shows is made when it is first centred or comes on the screen, and kept, with
+/// all that the user did to it, until the window goes.
 class ContentWindow : public QWidget, public NativeWindow, public Accessible {
 public:
     explicit ContentWindow(NSWindow& window);
