@@ -6,7 +6,6 @@
 
 #include <QApplication>
 #include <QMouseEvent>
-#include <QStyleHints>
 #include <QWheelEvent>
 #include <QWindow>
 
@@ -23,18 +22,8 @@ namespace {
 constexpr int anglePerStep = 120;
 constexpr double anglePerPoint = 8;
 
-Qt::MouseButton buttonFrom(uint32_t code) {
-    switch (code) {
-    case BTN_LEFT:
-        return Qt::LeftButton;
-    case BTN_RIGHT:
-        return Qt::RightButton;
-    case BTN_MIDDLE:
-        return Qt::MiddleButton;
-    default:
-        return Qt::ExtraButton1;
-    }
-}
+/// So far a press that is broken off goes beside its window.
+constexpr QPointF aside(100, 100);
 
 } // namespace
 
@@ -58,35 +47,58 @@ void Pointer::connectTo(wl_seat* seat) {
     wl_pointer_add_listener(m_pointer.get(), &listener, this);
 }
 
-void Pointer::entered(uint32_t serial, wl_surface* surface, wl_fixed_t x, wl_fixed_t y) {
+bool Pointer::enter(const wl_surface* surface) {
     const Stage* const stage = m_stages.of(surface);
-    if (!stage) return;
+    if (stage) m_stage = stage;
+    return stage;
+}
+
+void Pointer::entered(uint32_t serial, wl_surface* surface, wl_fixed_t x, wl_fixed_t y) {
+    if (!enter(surface)) return;
     m_serial = serial;
     m_shape.reset();
-    m_corner = stage->place().topLeft();
-    moved(m_time, x, y);
+    move(pointFrom(x, y));
 }
 
-void Pointer::moved(uint32_t time, wl_fixed_t x, wl_fixed_t y) {
-    move(time, m_corner + pointFrom(x, y));
-}
-
-void Pointer::clicked(uint32_t, uint32_t time, uint32_t code, uint32_t state) {
-    button(time, code, state == WL_POINTER_BUTTON_STATE_PRESSED);
+/// The toolkit numbers them in the order in which the kernel does.
+void Pointer::clicked(uint32_t, uint32_t, uint32_t code, uint32_t state) {
+    if (code >= BTN_LEFT && code <= BTN_TASK)
+        button(static_cast<Qt::MouseButton>(1U << (code - BTN_LEFT)),
+               state == WL_POINTER_BUTTON_STATE_PRESSED);
 }
 
 void Pointer::leave() {
+    if (m_pressed && m_place) breakOff();
     m_place.reset();
     m_pressed.clear();
     m_buttons = {};
     look();
 }
 
-void Pointer::move(uint32_t time, QPointF place) {
-    m_time = time;
-    m_place = place;
+void Pointer::leave(const Stage& stage) {
+    if (m_stage != &stage) return;
+    leave();
+    m_stage = nullptr;
+}
+
+/// A lock screen, a gesture or a device that goes may take the mouse in the middle of a press. What
+/// was dragged is let go there; what was not becomes a drag to nowhere, so that nothing is clicked.
+void Pointer::breakOff() {
+    const QPointF here = *m_place, beside = m_pressed->pos() - aside;
+    for (const QPointF& place : {beside, here}) {
+        m_place = place;
+        send(m_pressed, QEvent::MouseMove);
+    }
+    m_place = beside;
+    m_buttons = {};
+    send(m_pressed, QEvent::MouseButtonRelease, Qt::LeftButton);
+}
+
+void Pointer::move(QPointF place) {
+    if (!m_stage) return;
+    m_place = m_stage->place().topLeft() + place;
     look();
-    if (m_place) send(target(), QEvent::MouseMove, Qt::NoButton, time);
+    send(target(), QEvent::MouseMove);
     showCursor();
 }
 
@@ -117,37 +129,24 @@ QWidget* Pointer::target() const {
     return here && here->windowType() == Qt::Popup ? here : menu;
 }
 
-void Pointer::send(QWidget* to, QEvent::Type type, Qt::MouseButton button, uint32_t time) const {
-    if (!to || !to->windowHandle()) return;
+void Pointer::send(QWidget* to, QEvent::Type type, Qt::MouseButton button) const {
+    if (!to || !to->windowHandle() || !m_place) return;
     const QPointF inWindow = *m_place - to->pos();
     QMouseEvent event(type, inWindow, inWindow, *m_place, button, m_buttons, m_keymap.modifiers());
-    event.setTimestamp(time);
     QCoreApplication::sendEvent(to->windowHandle(), &event);
 }
 
-void Pointer::button(uint32_t time, uint32_t code, bool isPressed) {
+void Pointer::button(Qt::MouseButton button, bool isPressed) {
     if (!m_place) return;
-    const Qt::MouseButton button = buttonFrom(code);
     const QPointer<QWidget> to = target();
-    if (!isPressed) {
-        m_buttons &= ~button;
-        if (!m_buttons) m_pressed.clear();
-        send(to, QEvent::MouseButtonRelease, button, time);
-        return look();
+    m_buttons.setFlag(button, isPressed);
+    if (isPressed) {
+        if (!m_pressed) m_pressed = to;
+        return send(to, QEvent::MouseButtonPress, button);
     }
-    const auto* const hints = QGuiApplication::styleHints();
-    const bool isSecond =
-        m_last && m_last->button == button &&
-        time - m_last->time < static_cast<uint32_t>(hints->mouseDoubleClickInterval()) &&
-        (*m_place - m_last->place).manhattanLength() < hints->mouseDoubleClickDistance();
-    m_last.reset();
-    if (!isSecond) m_last = Press{time, button, *m_place};
-    m_buttons |= button;
-    if (!m_pressed) m_pressed = to;
-    send(to, QEvent::MouseButtonPress, button, time);
-    // It may have opened a menu, and been let go before that closed.
-    if (isSecond && m_place && m_buttons.testFlag(button))
-        send(to, QEvent::MouseButtonDblClick, button, time);
+    if (!m_buttons) m_pressed.clear();
+    send(to, QEvent::MouseButtonRelease, button);
+    look();
 }
 
 void Pointer::scrolled(uint32_t, uint32_t axis, wl_fixed_t distance) {

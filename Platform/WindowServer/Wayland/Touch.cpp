@@ -1,9 +1,6 @@
 #include "WindowServer/Wayland/Touch.h"
 
 #include "WindowServer/Wayland/Pointer.h"
-#include "WindowServer/Wayland/Stages.h"
-
-#include <linux/input-event-codes.h>
 
 namespace WindowServer::Wayland {
 
@@ -19,23 +16,20 @@ void Touch::connectTo(wl_seat* seat) {
     wl_touch_add_listener(m_touch.get(), &listener, this);
 }
 
-void Touch::down(uint32_t, uint32_t time, wl_surface* surface, int finger, wl_fixed_t x,
-                 wl_fixed_t y) {
-    const Stage* const stage = m_stages.of(surface);
-    if (!stage || m_finger) return;
+void Touch::down(uint32_t, uint32_t, wl_surface* surface, int finger, wl_fixed_t x, wl_fixed_t y) {
+    if (m_finger || !m_pointer.enter(surface)) return;
     m_finger = finger;
-    m_corner = stage->place().topLeft();
-    m_pointer.move(time, m_corner + pointFrom(x, y));
-    m_pointer.button(time, BTN_LEFT, true);
+    m_pointer.move(pointFrom(x, y));
+    m_pointer.button(Qt::LeftButton, true);
 }
 
-void Touch::move(uint32_t time, int finger, wl_fixed_t x, wl_fixed_t y) {
-    if (finger == m_finger) m_pointer.move(time, m_corner + pointFrom(x, y));
+void Touch::move(uint32_t, int finger, wl_fixed_t x, wl_fixed_t y) {
+    if (finger == m_finger) m_pointer.move(pointFrom(x, y));
 }
 
-void Touch::up(uint32_t, uint32_t time, int finger) {
+void Touch::up(uint32_t, uint32_t, int finger) {
     if (finger != m_finger) return;
-    m_pointer.button(time, BTN_LEFT, false);
+    m_pointer.button(Qt::LeftButton, false);
     cancel();
 }
 

@@ -26,7 +26,10 @@ void WaylandSession::attach() {
         m_covers.changed();
     };
     m_outputs.onRefreshed = [this] { m_stages.outputsChanged(); };
-    m_stages.onGoing = [this](const Stage& stage) { m_windows.leave(stage); };
+    m_stages.onGoing = [this](const Stage& stage) {
+        m_windows.leave(stage);
+        m_seat.pointer().leave(stage);
+    };
     m_stages.onChanged = [this] {
         m_covers.changed();
         m_windows.stagesChanged();

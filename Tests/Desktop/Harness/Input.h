@@ -29,13 +29,13 @@ public:
         move(area.middle());
         click(button);
     }
-    /// A press in the middle, the moves and a release.
-    void drag(const Area& from, const std::vector<Point>& moves) const {
+    /// A press in the middle, the moves and, if it is to end so, a release.
+    void drag(const Area& from, const std::vector<Point>& moves, bool letsGo = true) const {
         move(from.middle());
         press(1);
         for (const Point& point : moves)
             move(point);
-        release(1);
+        if (letsGo) release(1);
     }
 
     void hold(uint8_t keycode) const { fake(XCB_KEY_PRESS, keycode); } ///< So the key repeats.

@@ -72,6 +72,10 @@ void WaylandDesk::startCompositor() {
         return m_environment.contains("DISPLAY") && m_environment.contains("WAYLAND_DISPLAY");
     });
     if (!ready) throw std::runtime_error("no compositor: " + m_compositor->errors());
+    plugIn();
+}
+
+void WaylandDesk::plugIn() {
     m_hand.emplace(m_environment["XDG_RUNTIME_DIR"] + "/" + m_environment["WAYLAND_DISPLAY"],
                    bounds);
 }
@@ -87,8 +91,8 @@ void WaylandDesk::restartCompositor() {
 
 WaylandDesk::~WaylandDesk() {
     QDBusConnection::disconnectFromBus(connectionName);
-    m_compositor->send(
-        SIGTERM); // It puts its sockets away, and KWin may then wait for its X server.
+    // It puts its sockets away, and KWin may then wait for its X server.
+    m_compositor->send(SIGTERM);
     m_compositor->awaitEnd(1s);
 }
 

@@ -31,6 +31,8 @@ public:
     const QString& bus() const { return m_bus.address(); }
     const Folder& home() const { return m_home; }
     const WaylandInput& hand() const { return *m_hand; }
+    /// Other devices, for those that there were.
+    void plugIn();
 
     /// It loses all its programs, and a new one listens where it did.
     void restartCompositor();
