@@ -2,6 +2,8 @@
 
 #include "WindowServer/Wayland/Stages.h"
 
+#include <QPainter>
+
 #include <algorithm>
 #include <utility>
 
@@ -78,7 +80,9 @@ void StagedWindow::paint(Part& part) {
     QImage image = Buffers::imageOf(*buffer);
     image.fill(Qt::transparent);
     image.setDevicePixelRatio(part.scale);
-    m_widget->render(&image, -part.offset, {},
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform); // Else fractions would break up icons.
+    m_widget->render(&painter, -part.offset, {},
                      QWidget::DrawWindowBackground | QWidget::DrawChildren);
     wl_surface* const surface = part.surface.get();
     wp_viewport_set_destination(part.viewport.get(), part.area.width(), part.area.height());
