@@ -86,9 +86,10 @@ protected:
         while (whole->parentWidget())
             whole = whole->parentWidget();
         const auto rows = whole->findChildren<QAction*>();
-        const auto found = std::ranges::find(rows, keysOf(*event),
-                                             [](QAction* row) { return keyEquivalentOf(*row); });
-        if (found == rows.end()) return QMenu::keyPressEvent(event);
+        const QString keys = keysOf(*event); // Empty for a key that the toolkit does not know.
+        const auto found =
+            std::ranges::find(rows, keys, [](QAction* row) { return keyEquivalentOf(*row); });
+        if (keys.isEmpty() || found == rows.end()) return QMenu::keyPressEvent(event);
         if (!(*found)->isEnabled()) return;
         (*found)->trigger();
         whole->close();
