@@ -10,7 +10,7 @@
 namespace WindowServer::Wayland {
 
 std::unique_ptr<Buffer> Buffer::make(const Connection& connection, QSize size, int stride,
-                                     wl_shm_format format) {
+                                     wl_shm_format format, QImage::Format imageFormat) {
     const size_t length = static_cast<size_t>(stride) * size.height();
     if (size.isEmpty() || length > INT_MAX) return nullptr;
     const int file = memfd_create("picture", MFD_CLOEXEC | MFD_ALLOW_SEALING);
@@ -24,9 +24,8 @@ std::unique_ptr<Buffer> Buffer::make(const Connection& connection, QSize size, i
     }
     if (bytes != MAP_FAILED) {
         result.reset(new Buffer);
-        result->m_bytes = static_cast<uchar*>(bytes);
-        result->m_length = length;
-        result->m_size = size;
+        result->m_image = {static_cast<uchar*>(bytes), size.width(), size.height(), stride,
+                           imageFormat};
         const Owned<wl_shm_pool> pool(
             wl_shm_create_pool(connection.globals().shm, file, static_cast<int>(length)));
         result->m_buffer.reset(
@@ -38,29 +37,28 @@ std::unique_ptr<Buffer> Buffer::make(const Connection& connection, QSize size, i
     return result;
 }
 
-Buffer::~Buffer() { ::munmap(m_bytes, m_length); }
+Buffer::~Buffer() {
+    ::munmap(const_cast<uchar*>(m_image.constBits()), static_cast<size_t>(m_image.sizeInBytes()));
+}
 
 void Buffer::attach(wl_surface* surface) {
     m_isBusy = true;
     wl_surface_attach(surface, get(), 0, 0);
-    wl_surface_damage_buffer(surface, 0, 0, m_size.width(), m_size.height());
+    wl_surface_damage_buffer(surface, 0, 0, m_image.width(), m_image.height());
 }
 
 Buffer* Buffers::take(QSize size) {
-    std::erase_if(m_buffers,
-                  [size](const auto& each) { return !each->isBusy() && each->size() != size; });
-    const auto free = std::ranges::find_if(
-        m_buffers, [size](const auto& each) { return !each->isBusy() && each->size() == size; });
+    std::erase_if(m_buffers, [size](const auto& each) {
+        return !each->isBusy() && each->image().size() != size;
+    });
+    const auto free =
+        std::ranges::find_if(m_buffers, [](const auto& each) { return !each->isBusy(); });
     if (free != m_buffers.end()) return free->get();
-    auto made = Buffer::make(m_connection, size, size.width() * 4, WL_SHM_FORMAT_ARGB8888);
+    auto made = Buffer::make(m_connection, size, size.width() * 4, WL_SHM_FORMAT_ARGB8888,
+                             QImage::Format_ARGB32_Premultiplied);
     if (!made) return nullptr;
     m_buffers.push_back(std::move(made));
     return m_buffers.back().get();
-}
-
-QImage Buffers::imageOf(const Buffer& buffer) {
-    return {buffer.bytes(), buffer.size().width(), buffer.size().height(),
-            QImage::Format_ARGB32_Premultiplied};
 }
 
 } // namespace WindowServer::Wayland

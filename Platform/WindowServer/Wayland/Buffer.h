@@ -14,14 +14,14 @@ class Buffer {
 public:
     /// Null where there is no memory for it.
     static std::unique_ptr<Buffer> make(const Connection& connection, QSize size, int stride,
-                                        wl_shm_format format);
+                                        wl_shm_format format, QImage::Format imageFormat);
     ~Buffer();
     Buffer(const Buffer&) = delete;
     Buffer& operator=(const Buffer&) = delete;
 
     wl_buffer* get() const { return m_buffer.get(); }
-    uchar* bytes() const { return m_bytes; }
-    QSize size() const { return m_size; }
+    /// Its pixels: what is drawn there, the compositor sees, and the other way round.
+    QImage& image() { return m_image; }
     /// From the time it is attached until the compositor has read it.
     bool isBusy() const { return m_isBusy; }
 
@@ -33,9 +33,7 @@ private:
     void release() { m_isBusy = false; }
 
     Owned<wl_buffer> m_buffer;
-    uchar* m_bytes = nullptr;
-    size_t m_length = 0;
-    QSize m_size;
+    QImage m_image;
     bool m_isBusy = false;
 };
 
@@ -44,9 +42,8 @@ class Buffers {
 public:
     explicit Buffers(const Connection& connection) : m_connection(connection) {}
 
-    /// One that is free to be drawn on, as `imageOf` shows it. Null where there is no memory.
+    /// One that is free to be drawn on. Null where there is no memory for it.
     Buffer* take(QSize size);
-    static QImage imageOf(const Buffer& buffer);
 
 private:
     const Connection& m_connection;

@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <mutex>
 #include <utility>
 
@@ -28,14 +27,6 @@ constexpr auto soon = 1min;
 
 /// Before any other part of the program reads the environment, or hands it on.
 [[maybe_unused]] const Comeback& theComeback = Comeback::shared();
-
-std::vector<char*> pointersTo(std::vector<std::string>& strings) {
-    std::vector<char*> pointers;
-    for (std::string& each : strings)
-        pointers.push_back(each.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
 
 QtMessageHandler theUsualHandler = nullptr;
 
@@ -86,13 +77,13 @@ void Comeback::begin() {
         ::_exit(EXIT_FAILURE);
     }
     NSLog("Wayland: the compositor has gone. Starting anew where it comes back.");
-    std::vector<std::string> arguments;
-    std::ifstream file("/proc/self/cmdline");
-    for (std::string each; std::getline(file, each, '\0');)
-        arguments.push_back(each);
     m_environment.push_back(std::string(variable) + "=" + std::to_string(m_inARow) +
                             (m_isCovered ? " 1" : " 0"));
-    ::execve(m_program.c_str(), pointersTo(arguments).data(), pointersTo(m_environment).data());
+    std::vector<char*> environment;
+    for (std::string& each : m_environment)
+        environment.push_back(each.data());
+    environment.push_back(nullptr);
+    ::execle(m_program.c_str(), m_program.c_str(), nullptr, environment.data());
     ::_exit(EXIT_FAILURE);
 }
 

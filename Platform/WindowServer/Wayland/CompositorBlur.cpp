@@ -13,8 +13,6 @@ namespace WindowServer::Wayland {
 
 namespace {
 
-const QString kwin = "org.kde.KWin";
-
 // KWin's, of 1 to 15.
 constexpr int usualStrength = 15;
 constexpr int leastStrength = 8;
@@ -37,8 +35,6 @@ void CompositorBlur::attach() {
     if (QFile::exists(settingsFile())) m_files->addPath(settingsFile());
     connect(m_files, &QFileSystemWatcher::directoryChanged, this, &CompositorBlur::settingsChanged);
     connect(m_files, &QFileSystemWatcher::fileChanged, this, &CompositorBlur::settingsChanged);
-    QDBusConnection::sessionBus().connect(QString(), "/KWin", kwin, "reloadConfig", this,
-                                          SLOT(settingsChanged()));
 }
 
 void CompositorBlur::settingsChanged() {
@@ -50,7 +46,7 @@ void CompositorBlur::settingsChanged() {
 
 bool CompositorBlur::readStrength() const {
     const auto* const bus = QDBusConnection::sessionBus().interface();
-    if (!bus || !bus->isServiceRegistered(kwin)) return false;
+    if (!bus || !bus->isServiceRegistered("org.kde.KWin")) return false;
     const QSettings settings(settingsFile(), QSettings::IniFormat);
     return settings.value("Plugins/blurEnabled", true).toBool() &&
            settings.value("Effect-blur/BlurStrength", usualStrength).toInt() >= leastStrength;

@@ -14,8 +14,6 @@ namespace WindowServer::Wayland {
 /// does is the user's choice, of which no protocol tells: KWin's stands in its settings, and that
 /// of others is not known.
 class CompositorBlur : public QObject {
-    Q_OBJECT
-
 public:
     explicit CompositorBlur(const Connection& connection);
 
@@ -26,10 +24,8 @@ public:
     }
     std::function<void()> onChanged;
 
-private slots:
-    void settingsChanged();
-
 private:
+    void settingsChanged();
     bool readStrength() const;
 
     const Connection& m_connection;

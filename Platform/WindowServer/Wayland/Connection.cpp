@@ -18,7 +18,8 @@ namespace WindowServer::Wayland {
 
 namespace {
 
-constexpr uint32_t seatVersion = 5; ///< In which pointers tell the steps of wheels.
+constexpr uint32_t seatVersion = 5;   ///< In which pointers tell the steps of wheels.
+constexpr uint32_t outputVersion = 2; ///< In which outputs tell that they have told all.
 constexpr std::chrono::milliseconds retryPause(50);
 
 /// Named by WAYLAND_DISPLAY, or there where the kind of the session says so.
@@ -61,8 +62,8 @@ std::unique_ptr<Connection> Connection::join() {
     if (!display) return nullptr;
     std::unique_ptr<Connection> connection(new Connection(display));
     const Globals& has = connection->m_globals;
-    const bool enough =
-        has.compositor && has.subcompositor && has.shm && has.viewporter && has.layers;
+    const bool enough = has.compositor && has.subcompositor && has.shm && has.viewporter &&
+                        has.layers && has.outputs;
     return enough ? std::move(connection) : nullptr;
 }
 
@@ -91,7 +92,7 @@ void Connection::announce(uint32_t name, const char* interface, uint32_t version
         return bind(m_registry, name, interface, version, wanted, most, object);
     };
     if (interface == std::string_view(wl_output_interface.name)) {
-        m_outputs[name] = version;
+        m_outputs.insert(name);
         if (onGlobalsChanged) onGlobalsChanged();
     } else if (take(org_kde_kwin_blur_manager_interface, 1, all.blur)) {
         m_blurName = name;
@@ -131,9 +132,8 @@ void Connection::setOfferedEffects(uint32_t capabilities) {
 }
 
 Owned<wl_output> Connection::bindOutput(uint32_t name) const {
-    constexpr uint32_t most = 4;
-    return Owned<wl_output>(static_cast<wl_output*>(wl_registry_bind(
-        m_registry, name, &wl_output_interface, std::min(m_outputs.at(name), most))));
+    return Owned<wl_output>(static_cast<wl_output*>(
+        wl_registry_bind(m_registry, name, &wl_output_interface, outputVersion)));
 }
 
 Owned<wl_seat> Connection::bindSeat() const {

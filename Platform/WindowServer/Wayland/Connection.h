@@ -9,8 +9,8 @@
 #include <QRegion>
 
 #include <functional>
-#include <map>
 #include <memory>
+#include <set>
 
 class QSocketNotifier;
 
@@ -40,8 +40,8 @@ public:
 
     const Globals& globals() const { return m_globals; }
 
-    /// The outputs that there are, by the names of their globals, with the versions offered.
-    const std::map<uint32_t, uint32_t>& outputs() const { return m_outputs; }
+    /// The outputs that there are, by the names of their globals.
+    const std::set<uint32_t>& outputs() const { return m_outputs; }
     Owned<wl_output> bindOutput(uint32_t name) const;
     /// Null where there is none. It tells what it has once, to whoever listens by then.
     Owned<wl_seat> bindSeat() const;
@@ -76,7 +76,7 @@ private:
     wl_registry* m_registry = nullptr;
     Globals m_globals;
     uint32_t m_blurName = 0;
-    std::map<uint32_t, uint32_t> m_outputs;
+    std::set<uint32_t> m_outputs;
     uint32_t m_seatName = 0;
     QSocketNotifier* m_writable = nullptr;
 };

@@ -1,30 +1,13 @@
 #include "WindowServer/Wayland/Cursor.h"
 
-#include <cstdlib>
-#include <initializer_list>
-
 namespace WindowServer::Wayland {
-
-namespace {
-
-constexpr int usualSize = 24;
-
-/// The names that themes have for a shape, best first.
-std::initializer_list<const char*> namesOf(Qt::CursorShape shape) {
-    static const auto arrow = {"default", "left_ptr"};
-    static const auto hand = {"pointer", "hand2", "hand1", "left_ptr"};
-    static const auto beam = {"text", "xterm", "left_ptr"};
-    if (shape == Qt::PointingHandCursor) return hand;
-    return shape == Qt::IBeamCursor ? beam : arrow;
-}
-
-} // namespace
 
 Cursor::Cursor(const Connection& connection)
     : m_connection(connection), m_surface(connection.makeSurface()) {}
 
-void Cursor::show(wl_pointer* pointer, uint32_t serial, Qt::CursorShape shape, int scale) {
+void Cursor::show(wl_pointer* pointer, uint32_t serial, int scale) {
     if (m_scale != scale) {
+        constexpr int usualSize = 24;
         const char* const size = std::getenv("XCURSOR_SIZE");
         const int points = size ? std::atoi(size) : 0;
         m_theme.reset(wl_cursor_theme_load(std::getenv("XCURSOR_THEME"),
@@ -33,7 +16,7 @@ void Cursor::show(wl_pointer* pointer, uint32_t serial, Qt::CursorShape shape, i
         m_scale = scale;
     }
     const wl_cursor* cursor = nullptr;
-    for (const char* name : namesOf(shape))
+    for (const char* name : {"default", "left_ptr"}) // As newer and older themes call it.
         if (m_theme && !cursor) cursor = wl_cursor_theme_get_cursor(m_theme.get(), name);
     if (!cursor) return;
     wl_cursor_image* const image = cursor->images[0];

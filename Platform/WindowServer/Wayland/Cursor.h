@@ -2,20 +2,18 @@
 
 #include "WindowServer/Wayland/Connection.h"
 
-#include <qnamespace.h>
-
 #include <memory>
 
 #include <wayland-cursor.h>
 
 namespace WindowServer::Wayland {
 
-/// The picture of the pointer while it is on a stage.
+/// The picture of the pointer while it is on a stage: the arrow, for nothing there needs another.
 class Cursor {
 public:
     explicit Cursor(const Connection& connection);
 
-    void show(wl_pointer* pointer, uint32_t serial, Qt::CursorShape shape, int scale);
+    void show(wl_pointer* pointer, uint32_t serial, int scale);
 
 private:
     struct Destroy {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "WindowServer/Wayland/Buffer.h"
-#include "WindowServer/Wayland/LayerSurface.h"
+#include "WindowServer/Wayland/Output.h"
 
 namespace WindowServer::Wayland {
 

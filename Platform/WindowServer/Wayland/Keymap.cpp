@@ -2,9 +2,10 @@
 
 #include "WindowServer/GlobalKey.h"
 
-#include <QChar>
+#include <QKeySequence>
 
 #include <map>
+#include <utility>
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -13,37 +14,18 @@ namespace WindowServer::Wayland {
 
 namespace {
 
+/// What types nothing is mostly called the same by keymaps and by the toolkit.
 int keyFrom(xkb_keysym_t symbol) {
-    static const std::map<xkb_keysym_t, int> named = {
-        {XKB_KEY_Tab, Qt::Key_Tab},
-        {XKB_KEY_ISO_Left_Tab, Qt::Key_Backtab},
-        {XKB_KEY_Return, Qt::Key_Return},
-        {XKB_KEY_KP_Enter, Qt::Key_Enter},
-        {XKB_KEY_Escape, Qt::Key_Escape},
-        {XKB_KEY_BackSpace, Qt::Key_Backspace},
-        {XKB_KEY_Delete, Qt::Key_Delete},
-        {XKB_KEY_Left, Qt::Key_Left},
-        {XKB_KEY_Right, Qt::Key_Right},
-        {XKB_KEY_Up, Qt::Key_Up},
-        {XKB_KEY_Down, Qt::Key_Down},
-        {XKB_KEY_Home, Qt::Key_Home},
-        {XKB_KEY_End, Qt::Key_End},
-        {XKB_KEY_Prior, Qt::Key_PageUp},
-        {XKB_KEY_Next, Qt::Key_PageDown},
-        {XKB_KEY_Menu, Qt::Key_Menu},
-        {XKB_KEY_Shift_L, Qt::Key_Shift},
-        {XKB_KEY_Shift_R, Qt::Key_Shift},
-        {XKB_KEY_Control_L, Qt::Key_Control},
-        {XKB_KEY_Control_R, Qt::Key_Control},
-        {XKB_KEY_Alt_L, Qt::Key_Alt},
-        {XKB_KEY_Alt_R, Qt::Key_Alt},
-        {XKB_KEY_ISO_Level3_Shift, Qt::Key_AltGr},
-        {XKB_KEY_Super_L, Qt::Key_Super_L},
-        {XKB_KEY_Super_R, Qt::Key_Super_R},
-    };
-    if (const auto found = named.find(symbol); found != named.end()) return found->second;
+    static const std::map<xkb_keysym_t, int> others = {{XKB_KEY_ISO_Left_Tab, Qt::Key_Backtab},
+                                                       {XKB_KEY_KP_Enter, Qt::Key_Enter},
+                                                       {XKB_KEY_Prior, Qt::Key_PageUp},
+                                                       {XKB_KEY_Next, Qt::Key_PageDown}};
+    if (const auto found = others.find(symbol); found != others.end()) return found->second;
     const uint32_t letter = xkb_keysym_to_utf32(symbol);
-    return letter < 0x20 ? 0 : static_cast<int>(QChar::toUpper(letter));
+    if (QChar::isPrint(letter)) return static_cast<int>(QChar::toUpper(letter));
+    char name[64] = {};
+    xkb_keysym_get_name(symbol, name, sizeof name);
+    return QKeySequence(QString::fromLatin1(name))[0].key();
 }
 
 } // namespace
@@ -79,15 +61,13 @@ bool Keymap::repeats(uint32_t code) const {
 
 Qt::KeyboardModifiers Keymap::modifiers() const {
     Qt::KeyboardModifiers modifiers;
-    const auto add = [&](const char* name, Qt::KeyboardModifier modifier) {
+    for (const auto& [name, modifier] : {std::pair{XKB_MOD_NAME_SHIFT, Qt::ShiftModifier},
+                                         {XKB_MOD_NAME_CTRL, Qt::ControlModifier},
+                                         {XKB_MOD_NAME_ALT, Qt::AltModifier},
+                                         {XKB_MOD_NAME_LOGO, Qt::MetaModifier}})
         if (m_state &&
             xkb_state_mod_name_is_active(m_state.get(), name, XKB_STATE_MODS_EFFECTIVE) > 0)
             modifiers |= modifier;
-    };
-    add(XKB_MOD_NAME_SHIFT, Qt::ShiftModifier);
-    add(XKB_MOD_NAME_CTRL, Qt::ControlModifier);
-    add(XKB_MOD_NAME_ALT, Qt::AltModifier);
-    add(XKB_MOD_NAME_LOGO, Qt::MetaModifier);
     return modifiers;
 }
 

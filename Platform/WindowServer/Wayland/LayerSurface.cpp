@@ -2,10 +2,10 @@
 
 namespace WindowServer::Wayland {
 
-LayerSurface::LayerSurface(const Connection& connection, const Output& output, const char* kind,
+LayerSurface::LayerSurface(const Connection& connection, wl_output* output, const char* kind,
                            Zone zone)
     : m_surface(connection.makeSurface()),
-      m_role(zwlr_layer_shell_v1_get_layer_surface(connection.globals().layers, get(), output.get(),
+      m_role(zwlr_layer_shell_v1_get_layer_surface(connection.globals().layers, get(), output,
                                                    ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY, kind)) {
     zwlr_layer_surface_v1_set_anchor(
         role(), ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |

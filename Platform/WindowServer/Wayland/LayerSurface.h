@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WindowServer/Wayland/Output.h"
+#include "WindowServer/Wayland/Connection.h"
 
 #include <QSize>
 
@@ -15,7 +15,7 @@ enum class Zone { KeepsClear = 0, IgnoresPanels = -1 };
 /// a size, and with a picture it is seen.
 class LayerSurface {
 public:
-    LayerSurface(const Connection& connection, const Output& output, const char* kind, Zone zone);
+    LayerSurface(const Connection& connection, wl_output* output, const char* kind, Zone zone);
 
     wl_surface* get() const { return m_surface.get(); }
     zwlr_layer_surface_v1* role() const { return m_role.get(); }

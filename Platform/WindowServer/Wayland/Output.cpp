@@ -2,6 +2,7 @@
 
 #include "WindowServer/DisplayNumbers.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -26,35 +27,27 @@ std::string edidAt(const std::string& connector) {
 
 } // namespace
 
+/// The second tells the size in points, where those are no whole number of pixels too.
 Output::Output(const Connection& connection, uint32_t global)
-    : m_global(global), m_output(connection.bindOutput(global)) {
-    listen();
-    if (auto* const manager = connection.globals().outputs) listenToLayout(manager);
-}
-
-void Output::listen() {
+    : m_connection(connection), m_global(global), m_output(connection.bindOutput(global)),
+      m_layout(zxdg_output_manager_v1_get_xdg_output(connection.globals().outputs, get())) {
     static const wl_output_listener listener = {.geometry = Tell<&Output::setGeometry>(),
                                                 .mode = Tell<&Output::setMode>(),
                                                 .done = Tell<&Output::finish>(),
-                                                .scale = Tell<&Output::m_wholeScale>(),
-                                                .name = Tell<&Output::m_name>(),
+                                                .scale = Ignored(),
+                                                .name = Ignored(),
                                                 .description = Ignored()};
     wl_output_add_listener(get(), &listener, this);
+    static const zxdg_output_v1_listener layoutListener = {
+        .logical_position = Tell<&Output::moveTo>(),
+        .logical_size = Tell<&Output::resizeTo>(),
+        .done = Tell<&Output::finish>(),
+        .name = Tell<&Output::m_name>(),
+        .description = Ignored()};
+    zxdg_output_v1_add_listener(m_layout.get(), &layoutListener, this);
 }
 
-/// Where points are no whole number of pixels, nobody else tells the size in points.
-void Output::listenToLayout(zxdg_output_manager_v1* manager) {
-    m_layout.reset(zxdg_output_manager_v1_get_xdg_output(manager, get()));
-    static const zxdg_output_v1_listener listener = {.logical_position = Tell<&Output::moveTo>(),
-                                                     .logical_size = Tell<&Output::resizeTo>(),
-                                                     .done = Tell<&Output::finishLayout>(),
-                                                     .name = Tell<&Output::m_oldName>(),
-                                                     .description = Ignored()};
-    zxdg_output_v1_add_listener(m_layout.get(), &listener, this);
-}
-
-void Output::setGeometry(int x, int y, int, int, int, const char*, const char*, int transform) {
-    m_corner = {x, y};
+void Output::setGeometry(int, int, int, int, int, const char*, const char*, int transform) {
     m_transform = static_cast<wl_output_transform>(transform);
 }
 
@@ -63,12 +56,13 @@ void Output::setMode(uint32_t flags, int width, int height, int) {
 }
 
 void Output::finish() {
-    m_isTold = true;
-    finishLayout();
-}
-
-void Output::finishLayout() {
-    if (m_isTold && onChanged) onChanged();
+    if (!isKnown()) return;
+    if (!m_probe) {
+        m_probe.emplace(m_connection, get(), "probe", Zone::KeepsClear);
+        m_probe->onTold = [this] { onChanged(); };
+        wl_surface_commit(m_probe->get());
+    }
+    onChanged();
 }
 
 std::string Output::identity() const {
@@ -76,12 +70,17 @@ std::string Output::identity() const {
     return identity.empty() ? name() : identity;
 }
 
-QSize Output::pixels() const {
-    return m_transform & WL_OUTPUT_TRANSFORM_90 ? m_mode.transposed() : m_mode;
+/// It is told how much and not where, so as much is left free at the opposite side.
+QRect Output::freePlace() const {
+    const QSize room = m_probe ? m_probe->size() : QSize();
+    if (room.isEmpty()) return m_place;
+    const int aside = std::max(m_place.width() - room.width(), 0);
+    const int above = std::max(m_place.height() - room.height(), 0);
+    return m_place.adjusted(aside, above, -aside, -above);
 }
 
-QRect Output::place() const {
-    return m_place.isEmpty() ? QRect(m_corner, pixels() / m_wholeScale) : m_place;
+QSize Output::pixels() const {
+    return m_transform & WL_OUTPUT_TRANSFORM_90 ? m_mode.transposed() : m_mode;
 }
 
 double Output::scale() const { return static_cast<double>(pixels().width()) / place().width(); }

@@ -2,7 +2,7 @@
 
 #include "WindowServer/DisplayNumbers.h"
 #include "WindowServer/Displays.h"
-#include "WindowServer/Wayland/LayerSurface.h"
+#include "WindowServer/Wayland/Output.h"
 
 #include <memory>
 #include <vector>
@@ -28,17 +28,10 @@ public:
     void refreshIfStale();
 
 private:
-    struct Entry {
-        std::unique_ptr<Output> output;
-        /// Shows nothing, and is kept clear of the panels: so it is told what they leave.
-        std::unique_ptr<LayerSurface> probe;
-    };
-
-    Display displayOf(const Entry& entry);
     void refresh();
 
     Connection& m_connection;
-    std::vector<Entry> m_entries;
+    std::vector<std::unique_ptr<Output>> m_outputs; ///< Of every kind.
     std::vector<const Output*> m_shown;
     std::vector<Display> m_displays;
     DisplayNumbers m_numbers;

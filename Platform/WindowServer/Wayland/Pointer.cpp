@@ -55,8 +55,7 @@ bool Pointer::enter(const wl_surface* surface) {
 
 void Pointer::entered(uint32_t serial, wl_surface* surface, wl_fixed_t x, wl_fixed_t y) {
     if (!enter(surface)) return;
-    m_serial = serial;
-    m_shape.reset();
+    m_cursor.show(m_pointer.get(), serial, static_cast<int>(std::ceil(m_stage->scale())));
     move(pointFrom(x, y));
 }
 
@@ -99,25 +98,22 @@ void Pointer::move(QPointF place) {
     m_place = m_stage->place().topLeft() + place;
     look();
     send(target(), QEvent::MouseMove);
-    showCursor();
 }
 
 void Pointer::look() {
     if (m_pressed) return;
     QWidget* const now = m_place ? m_windows.at(*m_place) : nullptr;
-    if (now != m_under) {
-        const QPointer<QWidget> before = std::exchange(m_under, now);
-        if (before && before->windowHandle()) {
-            QEvent left(QEvent::Leave);
-            QCoreApplication::sendEvent(before->windowHandle(), &left);
-        }
-        if (m_under && m_under->windowHandle() && m_place) {
-            const QPointF inWindow = *m_place - m_under->pos();
-            QEnterEvent entered(inWindow, inWindow, *m_place);
-            QCoreApplication::sendEvent(m_under->windowHandle(), &entered);
-        }
+    if (now == m_under) return;
+    const QPointer<QWidget> before = std::exchange(m_under, now);
+    if (before && before->windowHandle()) {
+        QEvent left(QEvent::Leave);
+        QCoreApplication::sendEvent(before->windowHandle(), &left);
     }
-    showCursor();
+    if (m_under && m_under->windowHandle() && m_place) {
+        const QPointF inWindow = *m_place - m_under->pos();
+        QEnterEvent entered(inWindow, inWindow, *m_place);
+        QCoreApplication::sendEvent(m_under->windowHandle(), &entered);
+    }
 }
 
 /// An open menu gets all that is not another menu's.
@@ -161,20 +157,6 @@ void Pointer::scrolled(uint32_t, uint32_t axis, wl_fixed_t distance) {
     QWheelEvent event(inWindow, *m_place, {}, isVertical ? QPoint(0, angle) : QPoint(angle, 0),
                       m_buttons, m_keymap.modifiers(), Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(to->windowHandle(), &event);
-}
-
-void Pointer::showCursor() {
-    if (!m_place || !m_pointer) return;
-    Qt::CursorShape shape = Qt::ArrowCursor;
-    if (const QWidget* const window = m_pressed ? m_pressed : m_under) {
-        const QWidget* const child = window->childAt((*m_place - window->pos()).toPoint());
-        shape = (child ? child : window)->cursor().shape();
-    }
-    if (m_shape == shape) return;
-    m_shape = shape;
-    const Stage* const stage = m_stages.at(*m_place);
-    m_cursor.show(m_pointer.get(), m_serial, shape,
-                  stage ? static_cast<int>(std::ceil(stage->scale())) : 1);
 }
 
 } // namespace WindowServer::Wayland

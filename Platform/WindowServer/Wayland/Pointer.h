@@ -49,7 +49,6 @@ private:
     QWidget* target() const;
     void send(QWidget* to, QEvent::Type type, Qt::MouseButton button = Qt::NoButton) const;
     void breakOff();
-    void showCursor();
 
     const Connection& m_connection;
     const Stages& m_stages;
@@ -57,14 +56,12 @@ private:
     const Keymap& m_keymap;
     Owned<wl_pointer> m_pointer;
     Cursor m_cursor;
-    uint32_t m_serial = 0;
     const Stage* m_stage = nullptr; ///< That it has entered last.
     std::optional<QPointF> m_place; ///< In the toolkit's coordinates, while it is on a stage.
     QPointer<QWidget> m_under;      ///< Has been told that it is there.
     QPointer<QWidget> m_pressed;    ///< Gets all until the buttons are let go.
     Qt::MouseButtons m_buttons;
     int m_steps = 0; ///< Of a wheel that has them.
-    std::optional<Qt::CursorShape> m_shape;
 };
 
 } // namespace WindowServer::Wayland

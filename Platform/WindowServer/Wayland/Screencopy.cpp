@@ -2,7 +2,7 @@
 
 #include <QTransform>
 
-#include <cstring>
+#include <map>
 #include <utility>
 
 namespace WindowServer::Wayland {
@@ -10,20 +10,15 @@ namespace WindowServer::Wayland {
 namespace {
 
 QImage::Format formatFrom(uint32_t format) {
-    switch (format) {
-    case WL_SHM_FORMAT_ARGB8888:
-    case WL_SHM_FORMAT_XRGB8888:
-        return QImage::Format_RGB32;
-    case WL_SHM_FORMAT_ABGR8888:
-    case WL_SHM_FORMAT_XBGR8888:
-        return QImage::Format_RGBX8888;
-    case WL_SHM_FORMAT_XRGB2101010:
-        return QImage::Format_RGB30;
-    case WL_SHM_FORMAT_XBGR2101010:
-        return QImage::Format_BGR30;
-    default:
-        return QImage::Format_Invalid;
-    }
+    static const std::map<uint32_t, QImage::Format> formats = {
+        {WL_SHM_FORMAT_ARGB8888, QImage::Format_RGB32},
+        {WL_SHM_FORMAT_XRGB8888, QImage::Format_RGB32},
+        {WL_SHM_FORMAT_ABGR8888, QImage::Format_RGBX8888},
+        {WL_SHM_FORMAT_XBGR8888, QImage::Format_RGBX8888},
+        {WL_SHM_FORMAT_XRGB2101010, QImage::Format_RGB30},
+        {WL_SHM_FORMAT_XBGR2101010, QImage::Format_BGR30}};
+    const auto found = formats.find(format);
+    return found == formats.end() ? QImage::Format_Invalid : found->second;
 }
 
 /// As it is seen, from what the output is sent.
@@ -54,11 +49,11 @@ Screencopy::Screencopy(const Connection& connection, const Output& output, Taken
 }
 
 void Screencopy::prepare(uint32_t format, uint32_t width, uint32_t height, uint32_t stride) {
-    m_format = formatFrom(format);
-    m_stride = static_cast<int>(stride);
-    const QSize size(static_cast<int>(width), static_cast<int>(height));
-    if (m_format != QImage::Format_Invalid)
-        m_buffer = Buffer::make(m_connection, size, m_stride, static_cast<wl_shm_format>(format));
+    const QImage::Format known = formatFrom(format);
+    if (known != QImage::Format_Invalid)
+        m_buffer =
+            Buffer::make(m_connection, QSize(static_cast<int>(width), static_cast<int>(height)),
+                         static_cast<int>(stride), static_cast<wl_shm_format>(format), known);
     if (m_buffer)
         zwlr_screencopy_frame_v1_copy(m_frame.get(), m_buffer->get());
     else
@@ -70,13 +65,12 @@ void Screencopy::fail() { std::exchange(m_taken, {})({}); }
 void Screencopy::finish(uint32_t, uint32_t, uint32_t) {
     const auto taken = std::move(m_taken);
     const auto buffer = std::move(m_buffer);
-    const QImage raw(buffer->bytes(), buffer->size().width(), buffer->size().height(), m_stride,
-                     m_format);
-    const QImage plain = raw.convertToFormat(QImage::Format_RGB32);
     const bool isUpsideDown = m_flags & ZWLR_SCREENCOPY_FRAME_V1_FLAGS_Y_INVERT;
-    taken(upright(isUpsideDown ? plain.mirrored() : plain, m_transform));
-    // This may be gone by now.
-    std::memset(buffer->bytes(), 0, static_cast<size_t>(raw.sizeInBytes()));
+    taken(
+        upright(buffer->image().convertToFormat(QImage::Format_RGB32).mirrored(false, isUpsideDown),
+                m_transform));
+    // This may be gone by now. No other image shares the pixels any more, so they are wiped.
+    buffer->image().fill(0);
 }
 
 } // namespace WindowServer::Wayland

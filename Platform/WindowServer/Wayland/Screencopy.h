@@ -30,8 +30,6 @@ private:
     Taken m_taken;
     Owned<zwlr_screencopy_frame_v1> m_frame;
     std::unique_ptr<Buffer> m_buffer;
-    QImage::Format m_format = QImage::Format_Invalid;
-    int m_stride = 0;
     uint32_t m_flags = 0;
 };
 

@@ -17,7 +17,7 @@ constexpr double scaleUnit = 120; ///< Fractions are told in so many parts.
 
 Stage::Stage(const Connection& connection, const Output& output)
     : m_connection(connection), m_output(output),
-      m_layer(connection, output, kind, Zone::IgnoresPanels),
+      m_layer(connection, output.get(), kind, Zone::IgnoresPanels),
       m_viewport(wp_viewporter_get_viewport(connection.globals().viewporter, surface())),
       m_blur(connection), m_buffers(connection) {
     m_layer.onTold = [this] {
@@ -70,7 +70,7 @@ bool Stage::attachContent() {
         buffer = m_buffers.take(picture.size());
     }
     if (!buffer) return false;
-    QImage image = Buffers::imageOf(*buffer);
+    QImage& image = buffer->image();
     for (int y = 0; y < picture.height(); ++y)
         std::memcpy(image.scanLine(y), picture.constScanLine(y),
                     static_cast<size_t>(picture.width()) * 4);

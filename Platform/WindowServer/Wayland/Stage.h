@@ -2,7 +2,7 @@
 
 #include "WindowServer/Wayland/BackgroundBlur.h"
 #include "WindowServer/Wayland/Buffer.h"
-#include "WindowServer/Wayland/LayerSurface.h"
+#include "WindowServer/Wayland/Output.h"
 
 #include <functional>
 #include <optional>

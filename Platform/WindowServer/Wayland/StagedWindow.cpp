@@ -77,7 +77,7 @@ void StagedWindow::paint(Part& part) {
     const QSize pixels = (QSizeF(part.area.size()) * part.scale).toSize();
     Buffer* const buffer = part.buffers.take(pixels);
     if (!buffer) return;
-    QImage image = Buffers::imageOf(*buffer);
+    QImage& image = buffer->image();
     image.fill(Qt::transparent);
     image.setDevicePixelRatio(part.scale);
     QPainter painter(&image);
