@@ -47,20 +47,6 @@ TEST_F(CoveredPaper, HearsManyEventsInTheirOrder) {
     }
 }
 
-TEST_F(CoveredPaper, HearsADragThroughWhichTheCoverGoesAndComes) {
-    desktop.input.move(100, 100);
-    desktop.input.press(1);
-    for (const bool covered : {false, true}) {
-        desktop.input.strikeChord();
-        expectCovered(covered);
-        const int x = covered ? 2600 : 900;
-        desktop.input.move(x, 500);
-        EXPECT_EQ(paper.takeEvents().back(), (TestWindow::Event{XCB_MOTION_NOTIFY, 0, x, 500}));
-    }
-    desktop.input.release(1);
-    EXPECT_EQ(paper.takeEvents().back(), (TestWindow::Event{XCB_BUTTON_RELEASE, 1, 2600, 500}));
-}
-
 TEST_F(CoveredPaper, KeepsTheFocusThroughManyToggles) {
     for (int i = 0; i < rounds(25, 500); ++i) {
         agent->uncover();

@@ -1,13 +1,10 @@
-// What the program asks of the system while it is used: no network, and no file but its settings.
-#include "Harness/Agent.h"
-#include "Harness/Await.h"
-#include "Harness/Keys.h"
+// What the program asks of the system while it is used: no network, no file but its settings, and
+// that nobody reads its memory.
+#include "Harness/OnDesktop.h"
 
 #include <QRegularExpression>
 
 #include <fstream>
-
-#include <gtest/gtest.h>
 
 using namespace Harness;
 
@@ -19,8 +16,8 @@ public:
     explicit Tracer(const Folder& folder) : m_log(folder.path() / "calls") {
         const auto script = folder.write(
             "traced", "#!/bin/sh\nexec strace -D -f -qq -s 4096 -o '" + m_log.string() +
-                          "' -e trace=network,file -e status=successful '" + m_program +
-                          "' \"$@\"\n");
+                          "' -e trace=network,file,prctl,prlimit64 -e status=successful '" +
+                          m_program + "' \"$@\"\n");
         std::filesystem::permissions(script, std::filesystem::perms::owner_all);
         ::setenv("NIMBREL_LITE", script.c_str(), true);
     }
@@ -64,6 +61,9 @@ TEST(LeastPrivilege, NothingIsSentAndOnlySettingsAreWritten) {
         agent.choose(Row::summit);
         agent.uncover();
     }
+    for (const char* door : {R"((PR_SET_DUMPABLE, (SUID_DUMP_DISABLE|0)))",
+                             R"((RLIMIT_CORE, \{rlim_cur=0, rlim_max=0\}))"})
+        EXPECT_EQ(tracer.findings(door).size(), 1U) << "what stands on the screens can be taken";
     EXPECT_TRUE(tracer.findings(("(" + path + ")").c_str()).empty());
     const auto sockets = tracer.findings(R"(\bsocket\((\w+))");
     EXPECT_GE(sockets.size(), 2U) << "the server and the bus";

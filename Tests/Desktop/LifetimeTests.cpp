@@ -7,8 +7,6 @@
 #include <QDBusReply>
 
 #include <csignal>
-#include <fstream>
-#include <regex>
 #include <thread>
 
 using namespace Harness;
@@ -98,13 +96,6 @@ TEST_F(Lifetime, GoesOnWithoutABusAndBesideAFrozenOne) {
         ASSERT_NO_FATAL_FAILURE(start());
         agent->cover();
     }
-}
-
-TEST_F(Lifetime, NeverLeavesAPictureOfTheScreenInACore) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    std::ifstream limits("/proc/" + std::to_string(agent->process().pid()) + "/limits");
-    const std::string text{std::istreambuf_iterator<char>(limits), {}};
-    EXPECT_TRUE(std::regex_search(text, std::regex("Max core file size +0 +0 "))) << text;
 }
 
 TEST_F(Lifetime, StandsStillWithTheScreen) {

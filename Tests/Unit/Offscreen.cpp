@@ -54,7 +54,9 @@ Offscreen::Offscreen()
       time(static_cast<ManualTime&>(Timeline::current())) {
     ::setenv("XDG_CONFIG_HOME", stored.path().toLocal8Bit(), true);
     *Cover::shared() = {};
-    connect({display(7, CGRectMake(0, 0, 1440, 900)), display(9, CGRectMake(1440, 0, 800, 600))});
+    const CGRect left = CGRectMake(0, 0, 1440, 900), right = CGRectMake(1440, 0, 800, 600);
+    connect({{.number = 7, .frame = left, .visibleFrame = left},
+             {.number = 9, .frame = right, .visibleFrame = right}});
 }
 
 Offscreen::~Offscreen() {
@@ -62,13 +64,6 @@ Offscreen::~Offscreen() {
     connect({});
     time.forget();
     session.blurAnswer = 0;
-}
-
-WindowServer::Display Offscreen::display(uint32_t number, const CGRect& frame) {
-    WindowServer::Display result;
-    result.number = number;
-    result.frame = result.visibleFrame = frame;
-    return result;
 }
 
 void Offscreen::connect(std::vector<WindowServer::Display> displays) {

@@ -74,7 +74,6 @@ protected:
     Offscreen();
     ~Offscreen() override;
 
-    static WindowServer::Display display(uint32_t number, const CGRect& frame);
     static void connect(std::vector<WindowServer::Display> displays);
 
     QTemporaryDir stored; ///< What the program stores is in it.

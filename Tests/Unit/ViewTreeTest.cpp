@@ -1,4 +1,4 @@
-// What pressing views does, and what stays as they change.
+// What stays as views change, and as the keyboard goes through them.
 
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "SwiftUI/SwiftUI.h"
@@ -85,24 +85,6 @@ TEST(ViewTree, ScrollsToWhereTheKeyboardComesFromOutside) {
     QApplication::setActiveWindow(&shown.host);
     EXPECT_EQ(focusedName(), "Last");
     EXPECT_EQ(bar.value(), 10);
-}
-
-TEST(ViewTree, AContentShapeMakesTheEmptyMiddleCount) {
-    const View label = HStack({Text("Left"), Spacer(), Text("Right")});
-    for (const bool hasShape : {false, true}) {
-        int presses = 0;
-        const Shown shown(Button({.action = [&] { ++presses; },
-                                  .label = hasShape ? label.contentShape(Rectangle()) : label})
-                              .buttonStyle(ButtonStyle::plain));
-        QAbstractButton& button = buttonIn(shown.host, "Left, Right");
-        QTest::mouseClick(&button, Qt::LeftButton, {}, button.rect().center());
-        EXPECT_EQ(presses, hasShape);
-        const QPoint text(8, button.height() / 2), aside(5, button.height() + 40);
-        QTest::mousePress(&button, Qt::LeftButton, {}, text);
-        QTest::mouseMove(&button, aside); // Dragged off, it is let go without a press.
-        QTest::mouseRelease(&button, Qt::LeftButton, {}, aside);
-        EXPECT_EQ(presses, hasShape);
-    }
 }
 
 TEST(ViewTree, DrawnAnewItKeepsFocusAndScrollPosition) {
