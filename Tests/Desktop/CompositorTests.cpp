@@ -4,6 +4,8 @@
 #include "Harness/Keys.h"
 #include "Harness/TestWindow.h"
 
+#include <QDBusInterface>
+
 #include <algorithm>
 #include <atomic>
 #include <csignal>
@@ -70,6 +72,8 @@ struct Stage {
         paper.show();
     }
 
+    ~Stage() { QDBusConnection::disconnectFromBus(bus.name()); }
+
     void start(const Command& more = {}) {
         Command command = compositor.command;
         command.insert(command.end(), more.begin(), more.end());
@@ -81,9 +85,10 @@ struct Stage {
         EXPECT_SOON(!compositor.isGlPicom ||
                     desktop.screen.holdingsOf(process->pid())["GLXContext"] > 0);
         // One that is killed before it knows that it can draw never tries again.
-        const Command state = {"org.freedesktop.DBus.Properties.Get",
-                               "string:org.kde.kwin.Compositing", "string:active"};
-        EXPECT_SOON(!compositor.isKWin || askKWin(state).ends_with("true\n"));
+        EXPECT_SOON(!compositor.isKWin || kwin().property("active").toBool());
+    }
+    QDBusInterface kwin() const {
+        return QDBusInterface("org.kde.KWin", "/Compositor", "org.kde.kwin.Compositing", bus);
     }
 
     /// GNOME's Shell does not start without it.
@@ -93,29 +98,14 @@ struct Stage {
         logind = std::make_unique<Process>(mock, desktop.environment());
     }
 
-    /// Empty where nobody answers yet.
-    std::string ask(const char* service, const char* object, const Command& call) const {
-        Command command = {"dbus-send", "--session", "--print-reply=literal",
-                           std::string("--dest=") + service, object};
-        command.insert(command.end(), call.begin(), call.end());
-        Process asked(command, desktop.environment());
-        asked.awaitEnd();
-        return asked.output();
-    }
-    std::string askKWin(const Command& call) const {
-        return ask("org.kde.KWin", "/Compositor", call);
-    }
-    std::string askShell(const std::string& verb, const std::string& value = "") const {
-        Command call = {"org.freedesktop.DBus.Properties." + verb, "string:org.gnome.Shell",
-                        "string:OverviewActive"};
-        if (!value.empty()) call.push_back(value);
-        return ask("org.gnome.Shell", "/org/gnome/Shell", call);
-    }
     /// It begins with it, and no other program gets a key meanwhile.
     void leaveOverview() const {
-        EXPECT_SOON(askShell("Get").ends_with("true\n"));
-        askShell("Set", "variant:boolean:false");
-        EXPECT_SOON(askShell("Get").ends_with("false\n"));
+        const auto shell = [&] {
+            return QDBusInterface("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell", bus);
+        };
+        EXPECT_SOON(shell().property("OverviewActive").toBool());
+        shell().setProperty("OverviewActive", false);
+        EXPECT_SOON(!shell().property("OverviewActive").toBool());
     }
 
     bool shows(const Area& area) const { return desktop.screen.grab(area).sharpestStep() > sharp; }
@@ -153,6 +143,7 @@ struct Stage {
 
     const Compositor& compositor;
     Desktop desktop;
+    QDBusConnection bus = QDBusConnection::connectToBus(desktop.bus->address(), "stage");
     TestWindow paper;
     std::vector<Area> looked;
     std::optional<SessionBus> system;
@@ -270,8 +261,8 @@ TEST_P(Composited, IsWhatTheProgramShows) {
     EXPECT_SOON(stage.isCovered());
 
     if (GetParam().isKWin) {
-        stage.watch("suspended", [&] { stage.askKWin({"org.kde.kwin.Compositing.suspend"}); });
-        stage.watch("resumed", [&] { stage.askKWin({"org.kde.kwin.Compositing.resume"}); });
+        stage.watch("suspended", [&] { stage.kwin().call("suspend"); });
+        stage.watch("resumed", [&] { stage.kwin().call("resume"); });
     }
     if (GetParam().manages)
         stage.watch("replaced", [&] {

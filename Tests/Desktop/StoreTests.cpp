@@ -31,7 +31,7 @@ TEST_F(OnDesktop, TheStoreIsTouchedForFormerSettingsAloneAndMayHoldAnything) {
         ASSERT_NO_FATAL_FAILURE(start());
         EXPECT_EQ(agent->buttons()[0].area, usual) << value;
     }
-    write(key + "left, 0.5\nstrength=3\nloginAsked=true\n[Other]\nstyle=kept\n");
+    write(key + "left, 0.5\nstrength=3\nstyle=1\nloginAsked=true\n[Other]\nstyle=kept\n");
     ASSERT_NO_FATAL_FAILURE(start());
     EXPECT_EQ(agent->buttons()[0].area, usual);
     EXPECT_EQ(text(), key + "left, 0.5\nloginAsked=true\n[Other]\nstyle=kept\n");

@@ -1,9 +1,8 @@
 // What the hands of another program can do to the windows of this one.
 #include "Harness/OnDesktop.h"
+#include "Harness/Paper.h"
 #include "Harness/Soak.h"
 #include "Harness/Times.h"
-
-#include <cmath>
 
 #include <xcb/composite.h>
 #include <xcb/shape.h>
@@ -55,52 +54,43 @@ const std::vector<std::pair<const char*, Attack>> attacks = {
      }},
 };
 
-/// A window as one look at the server finds it.
-struct State {
-    bool viewable = false;
-    Area area;
-    int border = 0;
-    bool bounded = false;
-    bool clipped = false;
-    std::vector<uint32_t> input; ///< Its region's rectangles, two corners in a number.
-    bool translucent = false;
-    bool operator==(const State&) const = default;
-};
+/// A window as one look at the server finds it, in numbers; none where there is no such window.
+using Look = std::vector<int>;
 
-/// Empty where there is no such window.
-std::optional<State> stateOf(const XClient& client, xcb_window_t window, xcb_atom_t opacity) {
+Look lookAt(const XClient& client, xcb_window_t window, xcb_atom_t opacity) {
     const auto attributesAsked = xcb_get_window_attributes(client, window);
     const auto geometryAsked = xcb_get_geometry(client, window);
     const auto extentsAsked = xcb_shape_query_extents(client, window);
     const auto inputAsked = xcb_shape_get_rectangles(client, window, XCB_SHAPE_SK_INPUT);
     const auto opacityAsked = xcb_get_property(client, 0, window, opacity, XCB_ATOM_ANY, 0, 1);
     const auto attributes = client.ask(xcb_get_window_attributes_reply, attributesAsked);
-    const auto geometry = client.ask(xcb_get_geometry_reply, geometryAsked);
+    const auto place = client.ask(xcb_get_geometry_reply, geometryAsked);
     const auto extents = client.ask(xcb_shape_query_extents_reply, extentsAsked);
     const auto input = client.ask(xcb_shape_get_rectangles_reply, inputAsked);
     const auto property = client.ask(xcb_get_property_reply, opacityAsked);
-    if (!attributes || !geometry || !extents || !input || !property) return {};
-    State state;
-    state.viewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
-    state.area = {geometry->x, geometry->y, geometry->width, geometry->height};
-    state.border = geometry->border_width;
-    state.bounded = extents->bounding_shaped;
-    state.clipped = extents->clip_shaped;
+    if (!attributes || !place || !extents || !input || !property) return {};
+    Look look = {attributes->map_state,
+                 place->x,
+                 place->y,
+                 place->width,
+                 place->height,
+                 place->border_width,
+                 extents->bounding_shaped,
+                 extents->clip_shaped,
+                 property->type != XCB_NONE};
     const auto* rectangles = xcb_shape_get_rectangles_rectangles(input.get());
     for (int i = 0; i < xcb_shape_get_rectangles_rectangles_length(input.get()); ++i) {
-        const xcb_rectangle_t& r = rectangles[i];
-        state.input.push_back(static_cast<uint32_t>(r.x << 16 | r.y));
-        state.input.push_back(static_cast<uint32_t>(r.width << 16 | r.height));
+        const auto& [x, y, width, height] = rectangles[i];
+        look.insert(look.end(), {x, y, width, height});
     }
-    state.translucent = property->type != XCB_NONE;
-    return state;
+    return look;
 }
 
 struct TimedTampering : OnDesktop, testing::WithParamInterface<bool> {
     /// A look is harmed where the marker shows at the point, or where a victim that still lives is
     /// not as it was. Gives the time from the attack until the last such look.
     double suffer(const Attack& attack, xcb_window_t victim, int x, int y) const {
-        const auto before = stateOf(eye, victim, opacity);
+        const Look before = lookAt(eye, victim, opacity);
         const XClient foe(desktop.display());
         attack(foe, victim);
         foe.settle();
@@ -108,11 +98,20 @@ struct TimedTampering : OnDesktop, testing::WithParamInterface<bool> {
         auto lastHarm = start;
         const auto quiet = GetParam() ? 60ms : 10ms; // A compositor shows late what happened.
         while (Clock::now() - lastHarm < quiet && millisecondsSince(start) < 5000) {
-            const auto now = stateOf(eye, victim, opacity);
-            if ((now && now != before) || desktop.screen.grab({x, y, 1, 1}).isAll(marker))
+            const Look now = lookAt(eye, victim, opacity);
+            if ((!now.empty() && now != before) || desktop.screen.grab({x, y, 1, 1}).isAll(marker))
                 lastHarm = Clock::now();
         }
         return std::chrono::duration<double, std::milli>(lastHarm - start).count();
+    }
+
+    /// At several windows, in any order.
+    std::vector<Look> lookAtAll(const Agent::Windows& windows) const {
+        std::vector<Look> looks;
+        for (const ScreenWindow& window : windows)
+            looks.push_back(lookAt(eye, window.number, opacity));
+        std::ranges::sort(looks);
+        return looks;
     }
 
     /// What others keep the machine busy with makes any program wait.
@@ -138,41 +137,26 @@ struct TimedTampering : OnDesktop, testing::WithParamInterface<bool> {
 } // namespace
 
 TEST_P(TimedTampering, WhatTheyDoToTheCoverIsUndone) {
-    TestWindow window(desktop.display(), desktop.screen.bounds());
-    window.lower();
-    window.show();
+    Paper paper(desktop, marker);
     ASSERT_NO_FATAL_FAILURE(start());
     agent->cover();
+    const auto before = lookAtAll(agent->visibleCovers());
     for (const auto& [name, attack] : attacks) {
         Times times;
         for (int round = 0; round < rounds(5, 30); ++round) {
             runAnother();
             times.add(suffer(attack, agent->visibleCovers().at(0).number, 800, 500));
-            const auto isWhole = [&](const ScreenWindow& cover) {
-                const auto state = stateOf(eye, cover.number, opacity);
-                return state && !state->bounded && !state->clipped && state->input.empty();
-            };
-            ASSERT_SOON(agent->isCovered() && std::ranges::all_of(agent->visibleCovers(), isWhole))
-                << name;
+            ASSERT_SOON(agent->isCovered() && lookAtAll(agent->visibleCovers()) == before) << name;
         }
         expectBrief(times, name);
     }
     // Still alive under the blur, not a plain sheet that stands in for it.
-    for (const uint32_t colour : {white, black}) {
-        window.paint(colour);
-        EXPECT_SOON(
-            std::abs(desktop.screen.grab(Desktop::left).mean() - (colour == white ? 153 : 0)) < 6);
-    }
+    paper.expectShownThrough(desktop.screen, Desktop::left);
 }
 
 TEST_P(TimedTampering, WhatTheyDoToTheButtonsIsUndone) {
     ASSERT_NO_FATAL_FAILURE(start());
-    const auto look = [&] {
-        std::vector<State> states;
-        for (const ScreenWindow& button : agent->buttons())
-            states.push_back(stateOf(eye, button.number, opacity).value_or(State()));
-        return states;
-    };
+    const auto look = [&] { return lookAtAll(agent->buttons()); };
     const auto areOnTop = [&] {
         const auto windows = desktop.screen.windows();
         const auto top = std::find_if(windows.rbegin(), windows.rend(),

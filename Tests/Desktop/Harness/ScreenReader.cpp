@@ -84,18 +84,11 @@ QVariantList ScreenReader::ask(const Place& whom, const char* interface, const c
 }
 
 std::vector<ScreenReader::Place> ScreenReader::childrenOf(const Place& element) const {
+    using Reference = std::pair<QString, QDBusObjectPath>;
     std::vector<Place> result;
-    const auto answer = ask(element, accessible, "GetChildren");
-    if (!answer.value(0).canConvert<QDBusArgument>()) return result;
-    const auto list = answer[0].value<QDBusArgument>();
-    for (list.beginArray(); !list.atEnd();) {
-        QString service;
-        QDBusObjectPath path;
-        list.beginStructure();
-        list >> service >> path;
-        list.endStructure();
+    for (const auto& [service, path] :
+         qdbus_cast<QList<Reference>>(ask(element, accessible, "GetChildren").value(0)))
         result.push_back({service, path.path()});
-    }
     return result;
 }
 
