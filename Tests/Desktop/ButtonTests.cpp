@@ -98,20 +98,15 @@ TEST_F(Buttons, HaveATipThatChangesAtAToggle) {
 }
 
 TEST_F(Buttons, MoveAtMoreThanThreePoints) {
-    struct Case {
-        const char* scale;
-        int pixels; ///< Of the pointer's way.
-        bool drags;
-    };
-    for (const Case& each :
-         {Case{"1", 3, false}, Case{"1.25", 4, true}, Case{"2", 6, false}, Case{"2", 7, true}}) {
-        SCOPED_TRACE(testing::Message() << each.scale << " " << each.pixels);
-        desktop.extra = {{"QT_SCALE_FACTOR", each.scale}};
+    for (const auto& [scale, pixels, drags] :
+         {std::tuple{"1", 3, false}, {"1.25", 4, true}, {"2", 6, false}, {"2", 7, true}}) {
+        SCOPED_TRACE(testing::Message() << scale << " " << pixels);
+        desktop.extra = {{"QT_SCALE_FACTOR", scale}};
         ASSERT_NO_FATAL_FAILURE(start());
         const Area before = area(1);
         const Point from = before.middle();
-        drag(1, {{from.x - each.pixels, from.y}, from});
-        EXPECT_SOON(agent->isCovered() != each.drags);
+        drag(1, {{from.x - pixels, from.y}, from});
+        EXPECT_SOON(agent->isCovered() != drags);
         expectAt(1, before);
     }
 }

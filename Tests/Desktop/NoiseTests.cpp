@@ -29,18 +29,11 @@ struct Noise : OnDesktop {
     }
 
     xcb_atom_t anyOf(const QStringList& names) { return client.atom(dice.of(names).toStdString()); }
-    xcb_atom_t anyType() {
-        constexpr xcb_atom_t types[] = {XCB_ATOM_WINDOW, XCB_ATOM_CARDINAL, XCB_ATOM_ATOM,
-                                        XCB_ATOM_PIXMAP, XCB_ATOM_STRING,   XCB_ATOM_WM_HINTS};
-        return dice.of(types);
-    }
-    xcb_window_t anyWindow() {
-        const xcb_window_t others[] = {client.root(), paper.number()};
-        return dice.below(2) ? dice.of(others) : dice.of(desktop.screen.windows()).number;
-    }
 
     void scribble() {
-        const auto window = anyWindow();
+        const xcb_window_t others[] = {client.root(), paper.number()};
+        const auto window =
+            dice.below(2) ? dice.of(others) : dice.of(desktop.screen.windows()).number;
         if (dice.below(4) == 0)
             return client.send(window, anyOf(messages),
                                dice.below(2) ? 0 : XCB_EVENT_MASK_STRUCTURE_NOTIFY,
@@ -48,19 +41,17 @@ struct Noise : OnDesktop {
         const auto name = anyOf(properties);
         // Of any other type, Qt reads the toolkits' settings for ever.
         const bool isSettings = name == client.atom("_XSETTINGS_SETTINGS");
-        const auto [format, values] = anyValue();
-        xcb_change_property(client, XCB_PROP_MODE_REPLACE, window, name,
-                            isSettings ? name : anyType(), format, values.size() * 32 / format,
-                            values.data());
-        client.settle();
-    }
-
-    std::pair<uint8_t, std::vector<uint32_t>> anyValue() {
+        constexpr xcb_atom_t types[] = {XCB_ATOM_WINDOW, XCB_ATOM_CARDINAL, XCB_ATOM_ATOM,
+                                        XCB_ATOM_PIXMAP, XCB_ATOM_STRING,   XCB_ATOM_WM_HINTS};
         constexpr uint8_t formats[] = {8, 16, 32, 32};
+        const auto format = dice.of(formats);
         std::vector<uint32_t> values(dice.below(40));
         for (auto& value : values)
             value = dice.below(4) ? dice.number() : paper.number();
-        return {dice.of(formats), values};
+        xcb_change_property(client, XCB_PROP_MODE_REPLACE, window, name,
+                            isSettings ? name : dice.of(types), format, values.size() * 32 / format,
+                            values.data());
+        client.settle();
     }
 
     Dice dice;

@@ -97,10 +97,7 @@ WaylandDesk::~WaylandDesk() {
 }
 
 std::string WaylandDesk::run(const std::vector<std::string>& command) const {
-    Process process(command, m_environment);
-    if (process.awaitEnd(30s) != 0)
-        throw std::runtime_error(command.front() + ": " + process.errors());
-    return process.output();
+    return Harness::run(command, m_environment);
 }
 
 QImage WaylandDesk::grim() const {
