@@ -184,13 +184,11 @@ struct Gnome : testing::Test, Hand {
     Folder home;
     SessionBus bus, system;
     QDBusConnection connection = QDBusConnection::connectToBus(bus.address(), bus.address());
-    Environment environment = [this] {
-        auto result = environmentOf(home, bus.address());
-        result["DBUS_SYSTEM_BUS_ADDRESS"] = system.address().toStdString();
-        result["GSETTINGS_BACKEND"] = "keyfile";
-        result["LIBGL_ALWAYS_SOFTWARE"] = "1";
-        return result;
-    }();
+    Environment environment =
+        environmentOf(home, bus.address(),
+                      {{"DBUS_SYSTEM_BUS_ADDRESS", system.address().toStdString()},
+                       {"GSETTINGS_BACKEND", "keyfile"},
+                       {"LIBGL_ALWAYS_SOFTWARE", "1"}});
     Process logind{{"/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"},
                    environment};
     std::optional<Process> shell;

@@ -3,26 +3,26 @@
 #include "ServiceManagement/DesktopEntry+Private.h"
 #include "ServiceManagement/ServiceManagement.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
+
+#include <filesystem>
+#include <fstream>
 
 #include <gtest/gtest.h>
 
 namespace {
 
 void writeText(const QString& path, const QByteArray& text) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text);
+    const std::filesystem::path file = path.toStdString();
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream(file) << text.toStdString();
 }
 
 QByteArray textOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+    std::ifstream stream(path.toStdString());
+    return QByteArray::fromStdString({std::istreambuf_iterator(stream), {}});
 }
 
 struct LoginEntryTest : testing::Test {

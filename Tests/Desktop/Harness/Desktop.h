@@ -16,9 +16,11 @@
 
 namespace Harness {
 
-/// What a program finds in its environment that has its home here, wherever it shows its windows.
-inline Environment environmentOf(const Folder& home, const QString& busAddress) {
-    return {
+/// What a program finds in its environment that has its home here, wherever it shows its windows:
+/// and more, or other values.
+inline Environment environmentOf(const Folder& home, const QString& busAddress,
+                                 Environment more = {}) {
+    more.merge(Environment{
         {"PATH", std::getenv("PATH")},
         {"LANG", "C.UTF-8"},
         {"HOME", home.path().string()},
@@ -28,7 +30,8 @@ inline Environment environmentOf(const Folder& home, const QString& busAddress) 
         {"XDG_RUNTIME_DIR", home.make("runtime").string()},
         {"DBUS_SESSION_BUS_ADDRESS", busAddress.toStdString()},
         {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent"},
-    };
+    });
+    return more;
 }
 
 /// A whole desktop of one test's own: server, session bus, home folder, tray. The standard one has
@@ -87,11 +90,9 @@ public:
 
     /// What a program finds in its environment here.
     Environment environment() const {
-        auto result = environmentOf(m_home, bus ? bus->address() : "unix:path=/nonexistent");
-        result["DISPLAY"] = display();
-        for (const auto& [name, value] : extra)
-            result[name] = value;
-        return result;
+        Environment more = extra;
+        more["DISPLAY"] = display();
+        return environmentOf(m_home, bus ? bus->address() : "unix:path=/nonexistent", more);
     }
     /// What one says here until it ends. Throws where it fails.
     std::string run(const std::vector<std::string>& command) const {

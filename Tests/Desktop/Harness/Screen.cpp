@@ -68,12 +68,6 @@ ScreenWindow Screen::describe(xcb_window_t window) const {
     return result;
 }
 
-bool Screen::isViewable(xcb_window_t window) const {
-    const auto attributes =
-        m_client.ask(xcb_get_window_attributes_reply, xcb_get_window_attributes(m_client, window));
-    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
-}
-
 std::string Screen::textOf(xcb_window_t window, const std::string& property) const {
     const auto text = m_client.ask(xcb_get_property_reply,
                                    xcb_get_property(m_client, 0, window, m_client.atom(property),

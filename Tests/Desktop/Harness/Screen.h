@@ -31,7 +31,7 @@ public:
 
     std::vector<Area> monitors() const;
     std::vector<ScreenWindow> windows() const; ///< From the bottom to the top.
-    bool isViewable(xcb_window_t window) const;
+    bool isViewable(xcb_window_t window) const { return describe(window).viewable; }
     std::string textOf(xcb_window_t window, const std::string& property) const;
 
     /// How many rectangles a window's input region has: one, the whole window, unless it was set.

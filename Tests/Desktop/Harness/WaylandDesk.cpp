@@ -51,14 +51,13 @@ std::vector<std::string> commandOf(bool isKWin, const Folder& home) {
 WaylandDesk::WaylandDesk(Kind kind)
     : m_isKWin(kind == Kind::KWin),
       m_connection(QDBusConnection::connectToBus(m_bus.address(), connectionName)),
-      m_environment(environmentOf(m_home, m_bus.address())) {
-    const Environment more = {{"WLR_BACKENDS", "headless"},
-                              {"WLR_HEADLESS_OUTPUTS", "2"},
-                              {"WLR_LIBINPUT_NO_DEVICES", "1"},
-                              {"WLR_RENDERER", "pixman"},
-                              {"KWIN_SCREENSHOT_NO_PERMISSION_CHECKS", "1"},
-                              {"KWIN_WAYLAND_NO_PERMISSION_CHECKS", "1"}};
-    m_environment.insert(more.begin(), more.end());
+      m_environment(environmentOf(m_home, m_bus.address(),
+                                  {{"WLR_BACKENDS", "headless"},
+                                   {"WLR_HEADLESS_OUTPUTS", "2"},
+                                   {"WLR_LIBINPUT_NO_DEVICES", "1"},
+                                   {"WLR_RENDERER", "pixman"},
+                                   {"KWIN_SCREENSHOT_NO_PERMISSION_CHECKS", "1"},
+                                   {"KWIN_WAYLAND_NO_PERMISSION_CHECKS", "1"}})) {
     startCompositor();
 }
 
