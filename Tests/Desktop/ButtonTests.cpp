@@ -60,7 +60,7 @@ struct Buttons : OnDesktop {
 
 } // namespace
 
-TEST_F(Buttons, StandOnTheRightOfEveryMonitorAndToggleAwakeOrDim) {
+TEST_F(Buttons, StandOnTheRightToggleAwakeOrDimAndHaveATip) {
     ASSERT_NO_FATAL_FAILURE(start());
     EXPECT_EQ(agent->buttons()[0].instance, "button:A");
     EXPECT_EQ(agent->buttons()[1].instance, "button:B");
@@ -84,15 +84,12 @@ TEST_F(Buttons, StandOnTheRightOfEveryMonitorAndToggleAwakeOrDim) {
     EXPECT_EQ(desktop.screen.focus(), paper.number());
     for (const auto& event : paper.takeEvents())
         EXPECT_NE(event.type, XCB_FOCUS_OUT);
-}
 
-TEST_F(Buttons, HaveATipThatChangesAtAToggle) {
-    ASSERT_NO_FATAL_FAILURE(start());
     hover(0);
     desktop.input.move(area(0).middle().x + 1, area(0).middle().y);
     const auto top = [&] { return desktop.screen.windows().back(); };
     ASSERT_SOON(top().instance == "tip");
-    const int width = top().area.width; // What it says then is shorter.
+    const int width = top().area.width; // What it says covered is shorter.
     desktop.input.strikeChord();
     EXPECT_SOON(agent->isCovered() && top().instance == "tip" && top().area.width < width);
 }

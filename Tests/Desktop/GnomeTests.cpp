@@ -196,7 +196,7 @@ struct Gnome : testing::Test, Hand {
     std::optional<Process> program;
 };
 
-TEST_F(Gnome, NothingThatTheShellDrawsIsReadable) {
+TEST_F(Gnome, NothingIsReadableAndCoversOutlastLockMonitorsAndTheExtension) {
     startAll();
     cover();
     const std::pair<const char*, const char*> views[] = {
@@ -225,6 +225,39 @@ TEST_F(Gnome, NothingThatTheShellDrawsIsReadable) {
     click(iconArea());
     EXPECT_SOON(isCovered());
     EXPECT_EQ(js(icon + ".accessible_name"), "Show the screens");
+
+    js("Main.sessionMode.pushMode('unlock-dialog')");
+    ASSERT_SOON(is("Main.sessionMode.isLocked"));
+    const Area button = windows("button").at(0);
+    strikeChord();
+    click(button);
+    EXPECT_TRUE(is("global.stage.get_children().every(a => a.name !== 'nimbrel-covers')"));
+    EXPECT_FALSE(is("global.stage.get_children().find(a => a.name === 'nimbrel-front').visible"));
+    EXPECT_FALSE(is(icon + ".visible"));
+    js("Main.sessionMode.popMode('unlock-dialog')");
+    EXPECT_SOON(isCovered());
+
+    const auto setMonitors = [&](const QString& second) {
+        js("imports.gi.Gio.DBus.session.call('org.gnome.Mutter.DisplayConfig', "
+           "'/org/gnome/Mutter/DisplayConfig', 'org.gnome.Mutter.DisplayConfig', "
+           "'ApplyMonitorsConfig', new imports.gi.GLib.Variant('(uua(iiduba(ssa{sv}))a{sv})', [2, "
+           "1, [[0, 0, 1, 0, true, [['Meta-0', '1280x720@60.000', {}]]]" +
+           second + "], {}]), null, 0, -1, null) && 1");
+    };
+    setMonitors("");
+    ASSERT_SOON(is("Main.layoutManager.monitors.length === 1") && windows("button").size() == 1);
+    EXPECT_TRUE(grab(left).sharpestStep() < sharp);
+    setMonitors(", [1280, 0, 1, 0, false, [['Meta-1', '1024x768@60.000', {}]]]");
+    ASSERT_SOON(is("Main.layoutManager.monitors.length === 2"));
+    EXPECT_SOON(isCovered() && windows("button").size() == 2);
+
+    const QString extension = "Main.extensionManager.%1Extension('nimbrel-lite-43@vardek.com')";
+    js(extension.arg("disable"));
+    EXPECT_SOON(isClear() && is("global.stage.get_children().length === found"));
+    js(extension.arg("enable"));
+    EXPECT_SOON(isCovered() && windows("button").size() == 2);
+    click(windows("button").at(0));
+    EXPECT_SOON(grab(left).sharpestStep() > clear);
 }
 
 TEST_F(Gnome, MenusAndAlertsHaveTheKeyboardAboveTheCoverAndAKillTakesThemAll) {
@@ -265,43 +298,6 @@ TEST_F(Gnome, MenusAndAlertsHaveTheKeyboardAboveTheCoverAndAKillTakesThemAll) {
     EXPECT_TRUE(hears(*editors[0]));
     startProgram();
     cover();
-}
-
-TEST_F(Gnome, CoversOutlastLockMonitorsAndTheExtension) {
-    startAll();
-    cover();
-    js("Main.sessionMode.pushMode('unlock-dialog')");
-    ASSERT_SOON(is("Main.sessionMode.isLocked"));
-    const Area button = windows("button").at(0);
-    strikeChord();
-    click(button);
-    EXPECT_TRUE(is("global.stage.get_children().every(a => a.name !== 'nimbrel-covers')"));
-    EXPECT_FALSE(is("global.stage.get_children().find(a => a.name === 'nimbrel-front').visible"));
-    EXPECT_FALSE(is(icon + ".visible"));
-    js("Main.sessionMode.popMode('unlock-dialog')");
-    EXPECT_SOON(isCovered());
-
-    const auto setMonitors = [&](const QString& second) {
-        js("imports.gi.Gio.DBus.session.call('org.gnome.Mutter.DisplayConfig', "
-           "'/org/gnome/Mutter/DisplayConfig', 'org.gnome.Mutter.DisplayConfig', "
-           "'ApplyMonitorsConfig', new imports.gi.GLib.Variant('(uua(iiduba(ssa{sv}))a{sv})', [2, "
-           "1, [[0, 0, 1, 0, true, [['Meta-0', '1280x720@60.000', {}]]]" +
-           second + "], {}]), null, 0, -1, null) && 1");
-    };
-    setMonitors("");
-    ASSERT_SOON(is("Main.layoutManager.monitors.length === 1") && windows("button").size() == 1);
-    EXPECT_TRUE(grab(left).sharpestStep() < sharp);
-    setMonitors(", [1280, 0, 1, 0, false, [['Meta-1', '1024x768@60.000', {}]]]");
-    ASSERT_SOON(is("Main.layoutManager.monitors.length === 2"));
-    EXPECT_SOON(isCovered() && windows("button").size() == 2);
-
-    const QString extension = "Main.extensionManager.%1Extension('nimbrel-lite-43@vardek.com')";
-    js(extension.arg("disable"));
-    EXPECT_SOON(isClear() && is("global.stage.get_children().length === found"));
-    js(extension.arg("enable"));
-    EXPECT_SOON(isCovered() && windows("button").size() == 2);
-    click(windows("button").at(0));
-    EXPECT_SOON(grab(left).sharpestStep() > clear);
 }
 
 TEST_F(Gnome, TheUserIsAskedOnceBeforeTheExtensionIsEnabled) {

@@ -3,6 +3,7 @@
 #include "Harness/OnDesktop.h"
 #include "Harness/Paper.h"
 #include "Harness/Portal.h"
+#include "Harness/SettingsManager.h"
 
 #include <QDir>
 #include <QImage>
@@ -144,17 +145,45 @@ INSTANTIATE_TEST_SUITE_P(All, WindowLooks, testing::Bool(),
 TEST(Scheme, AndContrastChangeWhileCovered) {
     Showcase showcase;
     ASSERT_NO_FATAL_FAILURE(showcase.choose(3));
+    const Screen& screen = showcase.desktop.screen;
     const ScreenWindow window = showcase.agent->windows().back();
+    const auto isSolid = [&] { return screen.grab({100, 100, 200, 200}).isAll(solid); };
     showcase.agent->cover();
     for (const bool contrast : {true, false, true, false})
         for (const char* scheme : {"Dark", "Light"}) {
             showcase.portal.setHighContrast(contrast);
             showcase.portal.setDark(scheme == std::string("Dark"));
-            EXPECT_SOON(showcase.desktop.screen.grab({100, 100, 200, 200}).isAll(solid) ==
-                        contrast);
-            expectLook(showcase.desktop.screen, window.area, std::string(scheme) + "Summit");
+            EXPECT_SOON(isSolid() == contrast);
+            expectLook(screen, window.area, std::string(scheme) + "Summit");
             EXPECT_TRUE(showcase.agent->isCovered());
         }
+    SettingsManager manager(showcase.desktop); // It counts where the portal knows of no wish.
+    for (int i = 0; i < 2; ++i) {
+        manager.tell("Net/IconThemeName \"Tango\"\nNet/ThemeName \"HighContrast\"");
+        EXPECT_SOON(isSolid()) << i;
+        manager.tell("Net/ThemeName \"Xfce\"\nGdk/WindowScalingFactor 1");
+        EXPECT_SOON(!isSolid()) << i;
+    }
+}
+
+TEST_F(OnDesktop, TheSchemeIsTheToolkitsWhereNothingElseTells) {
+    desktop.extra = {{"XDG_CURRENT_DESKTOP", "KDE"}, {"KDE_SESSION_VERSION", "5"}};
+    const std::filesystem::path folder = desktop.environment()["XDG_CONFIG_HOME"];
+    for (const bool isDark : {true, false}) {
+        std::ofstream file(folder / "kdeglobals");
+        for (const char* group : {"Button", "Window", "View"})
+            file << "[Colors:" << group << "]\n"
+                 << (isDark ? "BackgroundNormal=49,54,59\nForegroundNormal=239,240,241\n"
+                            : "BackgroundNormal=239,240,241\nForegroundNormal=49,54,59\n");
+        file.close();
+        ASSERT_NO_FATAL_FAILURE(start());
+        agent->choose(Row::settings);
+        EXPECT_SOON(
+            agent->windows().size() == 1 &&
+            desktop.screen.grab(agent->windows()[0].area).count(isDark ? 0x29292B : 0xF5F5F7) >
+                10000)
+            << isDark;
+    }
 }
 
 TEST_P(ButtonLooks, AreTheOnesThatWereFoundGood) {
