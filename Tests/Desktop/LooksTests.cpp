@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QImage>
 
+#include <fstream>
+
 using namespace Harness;
 
 namespace {

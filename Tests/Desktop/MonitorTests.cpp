@@ -115,12 +115,14 @@ TEST(Outputs, AreCoveredThroughRandomChanges) {
         for (const auto& mode : modes)
             server->xrandr({"--addmode", output, mode});
     server->xrandr({"--output", "DUMMY1", "--mode", "1024x768", "--right-of", "DUMMY0"});
+    server->xrandr({"--output", "DUMMY2", "--mode", "640x480", "--same-as", "DUMMY0"});
     PlainDesktop on(std::move(server));
     auto& [desktop, paper, agent, dice, colour] = on;
     paper.place({0, 0, 4096, 2160});
-    agent.cover();
+    agent.toggle();
+    ASSERT_SOON(on.isCoveredEverywhere());
     size_t allOff = 0;
-    for (int round = 0; round < rounds(20, 100); ++round) {
+    for (int round = 0; round < rounds(40, 150); ++round) {
         const auto& output = dice.of(outputs);
         // Beside another, over a part of it, in the same place, or gone: all of them at times.
         const auto place = std::to_string(on.upTo(2000)) + 'x' + std::to_string(on.upTo(1000));

@@ -131,7 +131,7 @@ struct TimedTampering : OnDesktop, testing::WithParamInterface<bool> {
                 std::string(name) == "see through" || std::string(name) == "keep from the screen";
             if (isLetBe && victims == &Agent::buttons) continue;
             Times times;
-            for (int round = 0; round < rounds(5, 30); ++round) {
+            for (int round = 0; round < rounds(3, 30); ++round) {
                 times.add(suffer(attack, (*agent.*victims)(), isWhole));
                 ASSERT_SOON(isWhole()) << name << ", " << what;
             }

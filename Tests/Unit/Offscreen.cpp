@@ -55,8 +55,7 @@ Offscreen::Offscreen()
     ::setenv("XDG_CONFIG_HOME", stored.path().toLocal8Bit(), true);
     *Cover::shared() = {};
     const CGRect left = CGRectMake(0, 0, 1440, 900), right = CGRectMake(1440, 0, 800, 600);
-    connect({{.number = 7, .frame = left, .visibleFrame = left},
-             {.number = 9, .frame = right, .visibleFrame = right}});
+    connect({{7, "", {}, 1, left, left}, {9, "", {}, 1, right, right}});
 }
 
 Offscreen::~Offscreen() {

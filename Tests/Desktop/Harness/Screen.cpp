@@ -117,26 +117,6 @@ xcb_window_t Screen::selectionOwner(const std::string& selection) const {
         ->owner;
 }
 
-std::map<xcb_atom_t, size_t> Screen::heldBy(uint32_t client) const {
-    const auto types = m_client.ask(xcb_res_query_client_resources_reply,
-                                    xcb_res_query_client_resources(m_client, client));
-    std::map<xcb_atom_t, size_t> counts;
-    if (!types) return counts; // It has gone meanwhile.
-    for (auto type = xcb_res_query_client_resources_types_iterator(types.get()); type.rem != 0;
-         xcb_res_type_next(&type))
-        counts[type.data->resource_type] += type.data->count;
-    return counts;
-}
-
-size_t Screen::pixmaps() const {
-    const auto clients = m_client.ask(xcb_res_query_clients_reply, xcb_res_query_clients(m_client));
-    size_t result = 0;
-    for (auto i = xcb_res_query_clients_clients_iterator(clients.get()); i.rem != 0;
-         xcb_res_client_next(&i))
-        result += heldBy(i.data->resource_base)[m_client.atom("PIXMAP")];
-    return result;
-}
-
 std::map<std::string, size_t> Screen::holdingsOf(pid_t process) const {
     const xcb_res_client_id_spec_t everyone = {XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     const auto ids = m_client.ask(xcb_res_query_client_ids_reply,
@@ -145,8 +125,12 @@ std::map<std::string, size_t> Screen::holdingsOf(pid_t process) const {
     for (auto i = xcb_res_query_client_ids_ids_iterator(ids.get()); i.rem != 0;
          xcb_res_client_id_value_next(&i))
         if (*xcb_res_client_id_value_value(i.data) == static_cast<uint32_t>(process))
-            for (const auto& [type, count] : heldBy(i.data->spec.client))
-                counts[m_client.nameOf(type)] += count;
+            if (const auto types =
+                    m_client.ask(xcb_res_query_client_resources_reply,
+                                 xcb_res_query_client_resources(m_client, i.data->spec.client)))
+                for (auto type = xcb_res_query_client_resources_types_iterator(types.get());
+                     type.rem != 0; xcb_res_type_next(&type))
+                    counts[m_client.nameOf(type.data->resource_type)] += type.data->count;
     return counts;
 }
 

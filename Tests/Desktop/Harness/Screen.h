@@ -45,13 +45,10 @@ public:
     xcb_window_t windowAtPointer() const; ///< Of those of the root.
     xcb_window_t selectionOwner(const std::string& selection) const;
 
-    /// How many pixmaps all clients of the server hold together.
-    size_t pixmaps() const;
     /// How many of each kind of thing all connections of one process hold.
     std::map<std::string, size_t> holdingsOf(pid_t process) const;
 
 private:
-    std::map<xcb_atom_t, size_t> heldBy(uint32_t client) const;
     ScreenWindow describe(xcb_window_t window) const;
 
     XClient m_client;
