@@ -1,7 +1,6 @@
 #pragma once
 
 #include "AppKit/NSEvent.h"
-#include "Foundation/Foundation.h"
 
 #include <any>
 

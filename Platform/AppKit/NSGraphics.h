@@ -18,7 +18,7 @@ public:
         return NSColor({red, green, blue, alpha});
     }
 
-    /// Text of the second rank. Only where texts take it: nothing is drawn in it.
+    /// Of text of the second rank, in credits: the palette's tone for it. Not to draw in.
     static NSColor secondaryLabelColor() { return NSColor({}, true); }
 
     NSColor colorWithAlphaComponent(double alpha) const {

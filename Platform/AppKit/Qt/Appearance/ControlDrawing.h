@@ -5,7 +5,7 @@
 #include <QPalette>
 
 bool isDark(const QPalette& palette);
-/// Seen through by so much more: 0 is invisible.
+/// With its opacity multiplied.
 QColor thinned(QColor color, double opacity);
 /// So large a share of the one, and the rest of the other.
 QColor mixed(const QColor& one, const QColor& other, double share);

@@ -4,8 +4,6 @@
 #include "AppKit/Qt/Windows/ContentWindow.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 #include "Foundation/NSBundle+Private.h"
-#include "Foundation/NSLog.h"
-#include "WindowServer/Session.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -71,8 +69,8 @@ void makeQtApplication() {
     static int argc = 1;
     static std::string name = infoOf("CFBundleExecutable");
     static char* argv[] = {name.data(), nullptr};
-    // It has nothing to save and its own way to start with the session; a manager of the session
-    // that asks or restarts its clients is left out of it.
+    // There is nothing to save, and the login item starts the program with the session: a session
+    // manager that restarted it as well would start it twice.
     QApplication::setAttribute(Qt::AA_DisableSessionManager);
     // Never deleted: the process ends with it, and with the windows and icons that hang on it.
     new Toolkit(argc, argv);

@@ -1,7 +1,5 @@
 #include "AppKit/NSApplication.h"
 
-#include "Foundation/NSBundle.h"
-
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusContext>

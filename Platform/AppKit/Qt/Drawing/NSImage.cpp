@@ -38,7 +38,7 @@ QString traySymbolFile(const std::string& name, int side) {
     return QString(":/Icons/status/%1/%2.svg").arg(drawn).arg(traySymbolName(name));
 }
 
-/// Whether or not there is one.
+/// Where the drawing of a symbol of that name would be.
 QString symbolFile(const std::string& name) {
     return ":/Symbols/" + QString::fromStdString(name) + ".svg";
 }

@@ -121,10 +121,7 @@ public:
     }
 
     void orderOut() override {
-        if (!m_held) return;
-        NSWindow& window = *m_window;
-        leave();
-        renew(window);
+        if (m_held) giveWay();
     }
 
     QAccessible::Role accessibleRole() const override {
@@ -202,10 +199,14 @@ private:
     void comeAnew() {
         m_hovered = false;
         tellTrackers();
-        if (!m_held) return;
+        if (m_held) giveWay().orderFront();
+    }
+
+    /// Leaves for good. What comes next on the screen for the window is another one.
+    NativeWindow& giveWay() {
         NSWindow& window = *m_window;
         leave();
-        renew(window).orderFront();
+        return renew(window);
     }
 
     void leave() {

@@ -3,7 +3,6 @@
 #include "AppKit/Qt/Contents/ViewContent.h"
 #include "AppKit/Qt/Windows/Coordinates.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -23,8 +22,8 @@ constexpr int settlingMilliseconds = 200;
 constexpr int usualTitleBar = 32;
 constexpr int usualBorder = 6;
 
-/// Is to take the keyboard at the turn's end. A window that is made key before that ends this: a
-/// window manager that answers late would take the keyboard from it again.
+/// Takes the keyboard at the turn's end, unless another window has been made key by then: a window
+/// manager that answers late would take the keyboard from that one again.
 const ContentWindow* toActivate = nullptr;
 
 } // namespace
@@ -110,7 +109,7 @@ bool ContentWindow::isManaged() const {
 
 void ContentWindow::center() {
     constexpr double above = 2.0 / 5; // of the height that is left
-    if (!m_content) load();           // Else the size may not be known.
+    if (!m_content) load();           // It may be what tells the size.
     const auto& displays = Session::current().displays();
     if (displays.all().empty()) return;
     const auto* const here = displays.at({NSEvent::mouseLocation(), {}});
@@ -192,7 +191,7 @@ void ContentWindow::followActivation() {
     // A menu takes the keyboard for as long as it is open, whichever program is the active one.
     const QWindow* const front = QGuiApplication::focusWindow();
     if (front) return front->type() == Qt::Popup ? void() : comeBack();
-    // One that the toolkit does not show itself has no native focus.
+    // A window that others show for the toolkit is active without being the focus window.
     const QWidget* const active = QApplication::activeWindow();
     if (active && active->testAttribute(Qt::WA_DontShowOnScreen)) return comeBack();
     if (!isVisible() || !m_window.hidesOnDeactivate()) return;

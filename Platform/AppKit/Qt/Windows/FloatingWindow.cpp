@@ -8,7 +8,6 @@
 #include <QMouseEvent>
 #include <QPixmapCache>
 #include <QScreen>
-#include <QWindow>
 #include <qdrawutil.h>
 
 #include <algorithm>
@@ -185,7 +184,7 @@ private:
         takeKeyboard();
     }
 
-    /// A native window is translucent for life, or not.
+    /// A native window is made translucent or opaque and stays so.
     void takeForm() {
         const bool composited = isComposited();
         if (isTranslucent() == composited) return;
@@ -203,9 +202,7 @@ private:
             const QRect seen = screen->geometry() & shown;
             return seen.width() >= leastOnScreen && seen.height() >= leastOnScreen;
         });
-        if (isSeen || screens.empty()) return;
-        const QRect room = screens.front()->availableGeometry();
-        move(room.center() - rect().center());
+        if (!isSeen) move(screens.front()->availableGeometry().center() - rect().center());
     }
 
     std::optional<QPoint> m_grip; ///< Where the pointer has taken hold of the window.
