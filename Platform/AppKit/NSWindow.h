@@ -130,12 +130,6 @@ public:
         NSWindow& m_window;
     };
     Animator animator() { return Animator(*this); }
-    bool ignoresMouseEvents() const { return m_ignoresMouseEvents; }
-    /// To be set before the window is first shown. One that the window server draws always does.
-    void setIgnoresMouseEvents(bool ignores) {
-        m_ignoresMouseEvents = ignores;
-        textsChanged();
-    }
 
     const std::shared_ptr<NSView>& contentView() const { return m_contentView; }
     /// Fits the view to the window.
@@ -161,9 +155,11 @@ public:
 
     // Without effect here: no window is restored, animated or moved by more than the program and
     // its title bar, covers and panels have no ground of their own and are on all workspaces,
-    // panels alone throw a shadow, where a compositor blends it, and objects live by reference.
+    // covers alone let the mouse through and panels alone throw a shadow, where a compositor blends
+    // it, and objects live by reference.
     void setBackgroundColor(const NSColor&) {}
     void setHasShadow(bool) {}
+    void setIgnoresMouseEvents(bool) {}
     void setRestorable(bool) {}
     void setToolbarStyle(NSWindowToolbarStyle) {}
     void setOpaque(bool) {}
@@ -192,7 +188,6 @@ private:
     NSRect m_frame;
     NSInteger m_level = NSNormalWindowLevel;
     double m_alphaValue = 1;
-    bool m_ignoresMouseEvents = false;
     std::shared_ptr<NSView> m_contentView;
     std::shared_ptr<NativeWindow> m_native; ///< The last, which reads the others.
 };

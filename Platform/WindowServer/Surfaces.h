@@ -21,7 +21,7 @@ constexpr double materialDeviation = 84;
 /// What a surface shows, back to front.
 struct Look {
     bool material = false; ///< A blurred picture of what lies behind, taken as the surface appears.
-    CGColor overlay;       ///< All layers of the window flattened into one colour.
+    CGColor overlay;       ///< What the window's layers lay over that.
     bool operator==(const Look&) const = default;
 };
 

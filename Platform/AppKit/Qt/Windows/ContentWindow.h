@@ -52,8 +52,7 @@ protected:
 
     NSWindow& m_window;
     std::shared_ptr<WindowServer::ToolkitWindow> m_held; ///< While on the screen.
-    int m_bars =
-        0; ///< The height of those of its own above the content, a title bar and a toolbar.
+    int m_bars = 0;   ///< The height of its own title bar and its toolbar.
     int m_shadow = 0; ///< Its width on each side.
 
 private:
