@@ -111,8 +111,7 @@ void X11Surface::makeAnew() {
 void X11Surface::showAgain() {
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
-    m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL,
-                              m_backdrop ? m_backdrop->meanPixel() : plainPixel());
+    m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, groundPixel());
     map();
     if (m_backdrop && !m_pane) paintAll();
     stack();
@@ -207,30 +206,31 @@ void X11Surface::showInPane(const Overlay& overlay) {
             paintPicture(canvas, area);
         });
     paintAll();
-    m_pane->setBackground(m_backdrop ? m_backdrop->meanPixel() : plainPixel());
+    m_pane->setBackground(groundPixel());
 }
 
 /// With no background the server leaves the old pixels until the picture is painted, so no plain
-/// frame is ever seen; later exposures start from the picture's mean. Under a pane it is plain:
-/// what comes to light where the overlay is lost; and one that was parked is mapped anew there, for
-/// compositors on software GL stand still for seconds as a window that they have never drawn
-/// changes its size.
+/// frame is ever seen; later exposures start from the picture's mean. Under a pane the mean is all
+/// there is: it comes to light where the overlay is lost, and where a compositor is in the middle
+/// of a frame as the cover goes. One that was parked is mapped anew there, for compositors on
+/// software GL stand still for seconds as a window that they have never drawn changes its size.
 void X11Surface::showInWindow() {
     if (m_parked && m_pane) xcb_unmap_window(m_connection.xcb(), m_window);
     configure(m_connection.xcb(), m_window, m_pixels);
     m_sentinel->place(m_pixels);
     if (m_pane) {
-        m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, plainPixel());
+        m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, groundPixel());
         return map();
     }
     if (!m_backdrop) return showPlain();
     if (!m_mapped) m_connection.setAttribute(m_window, XCB_CW_BACK_PIXMAP, XCB_BACK_PIXMAP_NONE);
     map();
     paintAll();
-    m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, m_backdrop->meanPixel());
+    m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, groundPixel());
 }
 
-uint32_t X11Surface::plainPixel() const {
+uint32_t X11Surface::groundPixel() const {
+    if (m_backdrop) return m_backdrop->meanPixel();
     if (m_connection.screen().root_depth != 24) return m_connection.screen().black_pixel;
     const xcb_render_color_t color = opaqueOf(look().overlay);
     return color.red >> 8 << 16 | color.green >> 8 << 8 | color.blue >> 8;
@@ -239,7 +239,7 @@ uint32_t X11Surface::plainPixel() const {
 void X11Surface::showPlain() {
     m_backdrop.reset();
     m_live = false;
-    m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, plainPixel());
+    m_connection.setAttribute(m_window, XCB_CW_BACK_PIXEL, groundPixel());
     map();
     xcb_clear_area(m_connection.xcb(), false, m_window, 0, 0, 0, 0);
     if (m_pane) paintAll();

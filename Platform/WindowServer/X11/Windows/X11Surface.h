@@ -84,7 +84,7 @@ private:
     void stack();
     void unstack();
     void prepareStill(double deviation);
-    uint32_t plainPixel() const;
+    uint32_t groundPixel() const;
     void map();
     void restoreOpacity(const xcb_property_notify_event_t& event);
     void showInPane(const Overlay& overlay);
