@@ -216,8 +216,10 @@ TEST_F(Buttons, KeepClearOfPanels) {
         expectBeside(0, 0);
     }
 
-    // A shell tells what its own panels leave of each monitor.
+    // A shell tells what its own panels leave of each monitor, or of all that it takes for one.
     client.put(client.root(), "_GTK_WORKAREAS_D0", XCB_ATOM_CARDINAL,
                {0, 0, 1920, 1080, 1920, 0, 1200, 1024});
     expectBeside(80, 0);
+    client.put(client.root(), "_GTK_WORKAREAS_D0", XCB_ATOM_CARDINAL, {0, 0, 3130, 1080});
+    expectBeside(70, 0);
 }

@@ -160,8 +160,9 @@ PixelRect Struts::usable(const PixelRect& monitor) const {
         for (const Strip& strip : panel.strips)
             if (!isEmpty(intersection(strip.area, monitor))) rest = intersection(rest, strip.rest);
     }
+    // A shell knows nothing of monitors that a user draws up: its area lies across them.
     for (const PixelRect& area : m_workAreas)
-        if (!isEmpty(area) && contains(monitor, area)) rest = intersection(rest, area);
+        if (!isEmpty(intersection(area, monitor))) rest = intersection(rest, area);
     return isEmpty(rest) ? monitor : rest;
 }
 
