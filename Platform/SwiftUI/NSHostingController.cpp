@@ -22,8 +22,7 @@ public:
 
     QSize sizeHint() const override {
         const QSizeF ideal = m_element->sizeThatFits({});
-        return {static_cast<int>(std::ceil(ideal.width())),
-                static_cast<int>(std::ceil(ideal.height()))};
+        return QSizeF(std::ceil(ideal.width()), std::ceil(ideal.height())).toSize();
     }
 
 protected:

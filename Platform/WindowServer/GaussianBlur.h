@@ -3,7 +3,6 @@
 #include "WindowServer/PixelRect.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <vector>
 
 namespace WindowServer {

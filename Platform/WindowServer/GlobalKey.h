@@ -16,7 +16,6 @@ struct KeyChord {
     bool control = false;
     bool alt = false;
     bool super = false;
-    bool operator==(const KeyChord&) const = default;
 };
 
 /// The one chord that reaches the program whichever window has the keyboard.

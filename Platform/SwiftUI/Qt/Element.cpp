@@ -57,7 +57,6 @@ std::string Element::accessibleText() const {
 }
 
 QRect wholePoints(const QRectF& rect) {
-    const QPoint topLeft(qRound(rect.left()), qRound(rect.top()));
-    const QPoint bottomRight(qRound(rect.right()), qRound(rect.bottom()));
-    return {topLeft, QSize(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y())};
+    // A QRect counts the last pixel within.
+    return {rect.topLeft().toPoint(), rect.bottomRight().toPoint() - QPoint(1, 1)};
 }

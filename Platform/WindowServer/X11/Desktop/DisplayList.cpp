@@ -109,7 +109,6 @@ CGRect inPoints(const PixelRect& part, const Display& display, const Display& fi
 
 DisplayList::DisplayList(Connection& connection) : m_connection(connection), m_struts(connection) {
     m_refresh.setSingleShot(true);
-    m_refresh.setInterval(0);
     QObject::connect(&m_refresh, &QTimer::timeout, &m_refresh, [this] { refresh(); });
 }
 

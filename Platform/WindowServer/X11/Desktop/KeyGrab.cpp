@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 
-#include <algorithm>
 #include <chrono>
 #include <thread>
 

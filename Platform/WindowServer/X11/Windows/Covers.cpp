@@ -103,10 +103,9 @@ void Covers::leaveScreen() {
     m_connection.settle();
 }
 
-X11Surface* Covers::surfaceOf(xcb_window_t window) const {
-    const auto found = std::ranges::find_if(
-        m_surfaces, [window](const X11Surface* each) { return each->owns(window); });
-    return found == m_surfaces.end() ? nullptr : *found;
+bool Covers::own(xcb_window_t window) const {
+    return std::ranges::any_of(m_surfaces,
+                               [window](const X11Surface* each) { return each->owns(window); });
 }
 
 // --- What others do
@@ -213,7 +212,7 @@ void Covers::prepare(const std::vector<X11Surface*>& surfaces) {
 
 void Covers::followDesktop() {
     m_live->follow(
-        [this](xcb_window_t window) { return !m_stacking.holds(window) && !surfaceOf(window); });
+        [this](xcb_window_t window) { return !m_stacking.holds(window) && !own(window); });
     m_sinceFrame.start();
     scheduleFrame();
 }
@@ -248,7 +247,7 @@ void Covers::holdOverlay() {
     if (std::exchange(m_overlayLost, false)) dropOverlay();
     if (m_overlay || !wantsOverlay()) return;
     m_overlay = std::make_unique<Overlay>(m_connection, m_compositor, [this](xcb_window_t window) {
-        return m_stacking.holds(window) && !surfaceOf(window);
+        return m_stacking.holds(window) && !own(window);
     });
     m_overlay->onLost = [this] {
         m_overlayLost = true;

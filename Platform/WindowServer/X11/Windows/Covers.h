@@ -62,7 +62,7 @@ private:
     void drawAbove();
     void paint(const std::function<void()>& paintCovers);
 
-    X11Surface* surfaceOf(xcb_window_t window) const;
+    bool own(xcb_window_t window) const;
 
     Connection& m_connection;
     const Displays& m_displays;

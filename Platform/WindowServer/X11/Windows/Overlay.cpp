@@ -117,8 +117,10 @@ bool Overlay::handle(const xcb_generic_event_t& event) {
         if (takesInput && !m_compositor.isOwned()) compositorEnded();
     }
     const xcb_window_t subject = subjectOf(event);
-    if (subject == m_connection.root() && type == XCB_CONFIGURE_NOTIFY)
-        follow(as<xcb_configure_notify_event_t>(event));
+    if (subject == m_connection.root() && type == XCB_CONFIGURE_NOTIFY) {
+        const auto& root = as<xcb_configure_notify_event_t>(event); // Compositors follow it late.
+        configure(m_connection.xcb(), m_overlay, sized(root.width, root.height));
+    }
     if (subject == m_overlay && type == XCB_UNMAP_NOTIFY)
         xcb_map_window(m_connection.xcb(), m_overlay);
     // Compositors order their own windows within the overlay window as they like. All events about
@@ -182,13 +184,6 @@ void Overlay::keepWhole() {
 void Overlay::compositorEnded() const {
     dropInput(m_connection, m_overlay);
     m_connection.flush();
-}
-
-/// Compositors follow the screen's size in their own time.
-void Overlay::follow(const xcb_configure_notify_event_t& root) const {
-    const uint32_t size[] = {root.width, root.height};
-    xcb_configure_window(m_connection.xcb(), m_overlay,
-                         XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
 }
 
 void Overlay::raise() const { m_connection.stack(m_plate, XCB_STACK_MODE_ABOVE); }

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include <xcb/damage.h>
-#include <xcb/shape.h>
 #include <xcb/xcb.h>
 
 namespace WindowServer {
@@ -64,7 +63,6 @@ private:
     bool handlePaint(const xcb_generic_event_t& event);
     void keepWhole();
     bool hasContexts() const;
-    void follow(const xcb_configure_notify_event_t& root) const;
     void raise() const;
 
     Connection& m_connection;

@@ -45,7 +45,7 @@ private:
     const Displays& m_displays;
     const SelectionWatch& m_compositor;
     Stacking& m_stacking;
-    std::map<xcb_window_t, HeldWindow*> m_windows;
+    std::map<xcb_window_t, std::weak_ptr<HeldWindow>> m_windows;
 };
 
 /// Waits until the server has the windows that the toolkit has made so far.

@@ -1,6 +1,5 @@
 #include "WindowServer/X11/Windows/X11Surface.h"
 
-#include "WindowServer/X11/Blur/Scaling.h"
 #include "WindowServer/X11/Blur/ScreenGrab.h"
 #include "WindowServer/X11/Connection.h"
 #include "WindowServer/X11/Desktop/SelectionWatch.h"
