@@ -12,9 +12,6 @@ public:
         static NSOperationQueue queue;
         return queue;
     }
-
-private:
-    NSOperationQueue() = default;
 };
 
 using NSNotificationName = std::string;

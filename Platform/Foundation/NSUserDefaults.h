@@ -27,7 +27,4 @@ public:
     void setObject(const std::vector<double>& numbers, const std::string& key);
     void setBool(bool value, const std::string& key);
     void removeObjectForKey(const std::string& key);
-
-private:
-    NSUserDefaults() = default;
 };

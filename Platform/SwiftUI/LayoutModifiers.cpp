@@ -25,10 +25,6 @@ private:
     const Place m_place;
 };
 
-View laidOut(const View& content, const LaidOut::Measure& measure, const LaidOut::Place& place) {
-    return makeView<LaidOut>(content, measure, place);
-}
-
 /// Gives the content what room it takes of the rectangle; leading is the left, halfway down.
 LaidOut::Place aligned(Alignment alignment) {
     return [alignment](const Element& content, const QRectF& rect) {
@@ -67,9 +63,10 @@ View View::padding(Edge::Set edges, double length) const {
         return content.sizeThatFits({less(proposal.width, across), less(proposal.height, down)}) +
                QSizeF(2 * across, 2 * down);
     };
-    return laidOut(*this, measure, [across, down](const Element& content, const QRectF& rect) {
-        content.place(rect - QMarginsF(across, down, across, down));
-    });
+    return makeView<LaidOut>(*this, measure,
+                             [across, down](const Element& content, const QRectF& rect) {
+                                 content.place(rect - QMarginsF(across, down, across, down));
+                             });
 }
 
 View View::frame(const FixedFrame& frame) const {
@@ -79,7 +76,7 @@ View View::frame(const FixedFrame& frame) const {
             {either(frame.width, proposal.width), either(frame.height, proposal.height)});
         return QSizeF(frame.width.value_or(size.width()), frame.height.value_or(size.height()));
     };
-    return laidOut(*this, measure, aligned(frame.alignment));
+    return makeView<LaidOut>(*this, measure, aligned(frame.alignment));
 }
 
 View View::frame(const FlexibleFrame& frame) const {
@@ -89,7 +86,7 @@ View View::frame(const FlexibleFrame& frame) const {
         const QSizeF size = content.sizeThatFits({width, proposal.height});
         return QSizeF(std::max(size.width(), width.value_or(0)), size.height());
     };
-    return laidOut(*this, measure, aligned(frame.alignment));
+    return makeView<LaidOut>(*this, measure, aligned(frame.alignment));
 }
 
 View View::fixedSize(const FixedAxes& axes) const {
@@ -97,7 +94,7 @@ View View::fixedSize(const FixedAxes& axes) const {
         return content.sizeThatFits({axes.horizontal ? std::nullopt : proposal.width,
                                      axes.vertical ? std::nullopt : proposal.height});
     };
-    return laidOut(*this, measure, &Element::place);
+    return makeView<LaidOut>(*this, measure, &Element::place);
 }
 
 View View::background(const View& background) const {

@@ -31,7 +31,6 @@ public:
         double red = 0;
         double green = 0;
         double blue = 0;
-        bool operator==(const Components&) const = default;
     };
 
     constexpr explicit Color(const Components& components) : m_base(components) {}

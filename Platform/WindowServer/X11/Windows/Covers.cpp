@@ -35,7 +35,7 @@ Covers::Covers(Connection& connection, const Displays& displays, const Selection
     run(m_above, [this] { drawAbove(); });
 }
 
-Covers::~Covers() { m_spare.reset(); } // It says that it goes.
+Covers::~Covers() { m_spare.reset(); } // While there is a list that it leaves.
 
 std::unique_ptr<Surface> Covers::makeSurface() {
     scheduleCommit(); // For another spare one.
