@@ -43,10 +43,12 @@ struct PlainDesktop {
     /// lies below as it is by now.
     bool isCoveredEverywhere() const {
         const auto monitors = distinct(desktop.screen.monitors());
+        // Of all at once, for a button may reach into a monitor that lies over a part of its own.
+        const Picture all = desktop.screen.grabWithoutButtons(desktop.screen.bounds());
         return std::ranges::is_permutation(areasOf(agent.visibleCovers()), monitors) &&
                agent.buttons().size() == monitors.size() &&
                std::ranges::all_of(monitors, [&](const Area& monitor) {
-                   const Picture picture = desktop.screen.grabWithoutButtons(monitor);
+                   const Picture picture = all.cut(monitor);
                    return picture.brightest() <= brightestCovered &&
                           (picture.mean() > 100) == (colour == white);
                });
