@@ -6,7 +6,6 @@
 #include "AppKit/Qt/Windows/NativeWindow.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QMouseEvent>
 #include <QTimer>
 #include <QToolTip>
@@ -94,7 +93,7 @@ public:
         // A tool tip that is on the screen changes with it.
         const bool shown = m_hovered && QToolTip::isVisible() && QToolTip::text() == toolTip();
         setToolTip(QString::fromStdString(view()->toolTip()));
-        if (shown) QToolTip::showText(QCursor::pos(), toolTip(), this);
+        if (shown) QToolTip::showText(m_mouse.toPoint(), toolTip(), this);
         setAccessibleName(QString::fromStdString(view()->accessibilityLabel()));
     }
 
