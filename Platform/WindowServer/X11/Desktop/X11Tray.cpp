@@ -18,7 +18,9 @@ X11Tray::X11Tray(Connection& connection)
 void X11Tray::handle(const xcb_generic_event_t& event) {
     m_panel.handle(event);
     const int type = typeOf(event);
-    if (type == XCB_MAP_NOTIFY && m_docked && subjectOf(event) == m_icon) m_docked();
+    // The tray may take the icon first and show itself only then.
+    if (type == XCB_EXPOSE && m_docked && as<xcb_expose_event_t>(event).window == m_icon)
+        m_docked();
     if (type != XCB_PROPERTY_NOTIFY) return;
     const auto& told = as<xcb_property_notify_event_t>(event);
     if (told.window == m_panel.owner() && told.atom == m_colors && onChanged) onChanged();
@@ -46,7 +48,7 @@ void X11Tray::dock(WindowId window, const std::function<void()>& docked) {
     m_docked = docked;
     settleToolkit(); // The window exists for this connection from here on.
     succeeded(m_connection.xcb(), xcb_unmap_window_checked(m_connection.xcb(), m_icon));
-    m_connection.setAttribute(m_icon, XCB_CW_EVENT_MASK, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    m_connection.setAttribute(m_icon, XCB_CW_EVENT_MASK, XCB_EVENT_MASK_EXPOSURE);
     const xcb_atom_t info = m_connection.atom("_XEMBED_INFO");
     setNumbers(m_connection.xcb(), m_icon, info, info, {0, 1}); // The version, and to be mapped.
     const xcb_window_t panel = m_panel.owner();
