@@ -142,6 +142,13 @@ void BareCover::enlarge(const Area& part) const {
     }
 }
 
+void BareCover::markLastPixel() const {
+    const xcb_rectangle_t last = {static_cast<int16_t>(m_monitor.width - 1),
+                                  static_cast<int16_t>(m_monitor.height - 1), 1, 1};
+    xcb_render_fill_rectangles(m_client, XCB_RENDER_PICT_OP_SRC, m_cover, {0, 0, 0, 0xffff}, 1,
+                               &last);
+}
+
 BareToggle::BareToggle(const XClient& client, const std::vector<Area>& monitors)
     : m_client(client), m_monitors(monitors) {
     for (const Area& monitor : monitors)
@@ -179,6 +186,11 @@ void BareToggle::namePictures(const std::vector<xcb_window_t>& windows) {
         m_pictures.push_back(xcb_generate_id(m_client));
         xcb_composite_name_window_pixmap(m_client, window, m_pictures.back());
     }
+}
+
+void BareToggle::markLastPixels() const {
+    for (const auto& cover : m_covers)
+        cover->markLastPixel();
 }
 
 void BareToggle::hide() const {

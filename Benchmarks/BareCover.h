@@ -33,6 +33,7 @@ public:
     Harness::Received<xcb_get_image_reply_t> read(const Harness::Area& part) const;
     void write(const uint32_t* pixels, const Harness::Area& part) const;
     void enlarge(const Harness::Area& part) const;
+    void markLastPixel() const; ///< In a colour that the screen does not have there.
 
 private:
     xcb_render_picture_t makeScratch(int width, int height, double scale, const char* filter);
@@ -63,6 +64,7 @@ public:
     void paint() const;
     /// Keeps the pictures, and the server from giving their memory back, for this object's life.
     void namePictures(const std::vector<xcb_window_t>& windows);
+    void markLastPixels() const;
     void hide() const;
 
 private:

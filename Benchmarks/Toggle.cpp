@@ -47,14 +47,19 @@ struct Toggles {
     Samples found; ///< Memory that the server found meanwhile.
 };
 
-double timeClick(Desktop& desktop, const std::vector<Area>& monitors, Sight expected) {
-    std::this_thread::sleep_for(restBetween);
+double timeUntil(const Desktop& desktop, const std::vector<Area>& monitors, Sight expected,
+                 const std::function<void()>& act) {
     const auto start = Clock::now();
-    desktop.input.click(1);
+    act();
     for (const Area& monitor : monitors)
         while (!shows(desktop.screen, monitor, expected))
-            if (millisecondsSince(start) > 5000) throw std::runtime_error("the click did nothing");
+            if (millisecondsSince(start) > 5000) throw std::runtime_error("nothing came of it");
     return millisecondsSince(start);
+}
+
+double timeClick(Desktop& desktop, const std::vector<Area>& monitors, Sight expected) {
+    std::this_thread::sleep_for(restBetween);
+    return timeUntil(desktop, monitors, expected, [&] { desktop.input.click(1); });
 }
 
 void addClicks(Toggles& toggles, Desktop& desktop, const std::vector<Area>& monitors) {
@@ -88,7 +93,12 @@ void addFloor(Toggles& toggles, Desktop& desktop, const Scenery& scenery,
         }));
         toggles.found.add(memoryFound(server) - before);
         toggle.namePictures(scenery.windows());
-        toggles.hide.add(time([&] { toggle.hide(); }));
+        toggle.markLastPixels();
+        client.settle();
+        toggles.hide.add(timeUntil(desktop, monitors, Sight::Clear, [&] {
+            toggle.hide();
+            xcb_flush(client);
+        }));
     }
     client.settle();
     kill(program.pid(), SIGCONT);

@@ -54,6 +54,13 @@ void GaussianBlur::apply(SmallImage& image) {
 
 PixelRect GaussianBlur::update(const SmallImage& image, const PixelRect& changed,
                                SmallImage& blurred) {
+    const PixelRect part = take(image, changed);
+    for (int y = part.y; y < part.y + part.height; ++y)
+        blurInto(blurred.row(y) + static_cast<ptrdiff_t>(part.x) * channels, y, part);
+    return part;
+}
+
+PixelRect GaussianBlur::take(const SmallImage& image, const PixelRect& changed) {
     const int reach = static_cast<int>(m_kernel.size()) - 1;
     const int left = std::max(changed.x - reach, 0);
     const int top = std::max(changed.y - reach, 0);
@@ -62,8 +69,6 @@ PixelRect GaussianBlur::update(const SmallImage& image, const PixelRect& changed
     if (m_rows.values.size() != image.values.size()) m_rows = SmallImage(image.width, image.height);
     for (int y = changed.y; y < changed.y + changed.height; ++y)
         blurRow(image.row(y), m_rows.row(y), image.width, part);
-    for (int y = part.y; y < part.y + part.height; ++y)
-        blurColumns(y, blurred.row(y), part);
     return part;
 }
 
@@ -84,16 +89,15 @@ void GaussianBlur::blurRow(const float* from, float* to, int width, const PixelR
         accumulate(to, middle - i * channels, middle + i * channels, m_kernel[i], count);
 }
 
-void GaussianBlur::blurColumns(int y, float* to, const PixelRect& part) const {
+void GaussianBlur::blurInto(float* row, int y, const PixelRect& part) const {
     const int reach = static_cast<int>(m_kernel.size()) - 1;
     const int count = part.width * channels;
     const int start = part.x * channels;
-    to += start;
-    std::fill_n(to, count, 0.0f);
+    std::fill_n(row, count, 0.0f);
     for (int i = 0; i <= reach; ++i) {
         const float* const above = m_rows.row(std::max(y - i, 0));
         const float* const below = m_rows.row(std::min(y + i, m_rows.height - 1));
-        accumulate(to, above + start, below + start, m_kernel[i], count);
+        accumulate(row, above + start, below + start, m_kernel[i], count);
     }
 }
 

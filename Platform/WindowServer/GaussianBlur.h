@@ -41,13 +41,17 @@ public:
 
     void apply(SmallImage& image);
 
-    /// Brings `blurred`, which this object has made of an earlier state of the image, up to date
-    /// with the part of the image that has changed. Gives the part of `blurred` that depends on it.
+    /// Takes in the part of the image that has changed since the last call. Gives the part of the
+    /// blurred image that depends on it.
+    PixelRect take(const SmallImage& image, const PixelRect& changed);
+    /// Row `y` of that part.
+    void blurInto(float* row, int y, const PixelRect& part) const;
+
+    /// Both for the whole part, in an image that this object has made of an earlier state.
     PixelRect update(const SmallImage& image, const PixelRect& changed, SmallImage& blurred);
 
 private:
     void blurRow(const float* from, float* to, int width, const PixelRect& part);
-    void blurColumns(int y, float* to, const PixelRect& part) const;
 
     std::vector<float> m_kernel; ///< From the centre, which is added twice, outwards.
     std::vector<float> m_paddedRow;

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <xcb/xcb.h>
 #include <xcb/xcb_renderutil.h>
@@ -58,7 +59,7 @@ public:
     xcb_render_pictformat_t formatOf(xcb_visualid_t visual) const;
     bool hasAlpha(xcb_render_pictformat_t format) const;
 
-    xcb_atom_t atom(const char* name);
+    xcb_atom_t atom(std::string_view name);
     std::string nameOf(xcb_atom_t atom) const;
     /// The window that owns the selection, if any.
     xcb_window_t ownerOf(xcb_atom_t selection) const;
@@ -96,6 +97,7 @@ public:
 
 private:
     Connection(xcb_connection_t* connection, int screenNumber);
+    void intern(std::string_view names);
 
     void dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*));
     Owned<xcb_generic_event_t> nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const;
@@ -108,7 +110,7 @@ private:
     Events m_events;
     uint8_t m_damageError = 0;
     std::optional<uint32_t> m_excusedUntil; ///< The number of a request.
-    std::map<std::string, xcb_atom_t> m_atoms;
+    std::map<std::string, xcb_atom_t, std::less<>> m_atoms;
     bool m_hasComposite = false;
     bool m_canBlurLive = false;
     const xcb_render_query_pict_formats_reply_t* m_formats = nullptr;

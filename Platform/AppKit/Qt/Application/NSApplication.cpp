@@ -8,7 +8,6 @@
 #include <QApplication>
 #include <QCursor>
 #include <QEventLoop>
-#include <QIcon>
 #include <QLoggingCategory>
 #include <QScopedValueRollback>
 #include <QWindow>
@@ -77,9 +76,7 @@ void makeQtApplication() {
     // As panels and assistive technology call it. A display name would stand in every title too.
     QApplication::setApplicationName(QString::fromStdString(infoOf("CFBundleName")));
     QApplication::setQuitOnLastWindowClosed(false);
-    const auto identifier = QString::fromStdString(infoOf("CFBundleIdentifier"));
-    QApplication::setWindowIcon(QIcon(":/Icons/" + identifier + ".svg"));
-    QApplication::setDesktopFileName(identifier);
+    QApplication::setDesktopFileName(QString::fromStdString(infoOf("CFBundleIdentifier")));
     // A drag counts by every point that the pointer passed.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     dressWindows();

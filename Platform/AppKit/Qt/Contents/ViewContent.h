@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppKit/NSViewController.h"
+#include "AppKit/Qt/Drawing/Symbol.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -46,7 +47,7 @@ inline QLabel* labelOf(const QString& text, int pixels, QFont::Weight weight) {
 /// The program's icon, of so many points each way.
 inline QLabel* iconLabel(int side) {
     auto* icon = new QLabel;
-    icon->setPixmap(QApplication::windowIcon().pixmap(side));
+    icon->setPixmap(programIcon().pixmap(side));
     icon->setAccessibleName(QApplication::applicationName());
     return icon;
 }

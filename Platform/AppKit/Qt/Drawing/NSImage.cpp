@@ -45,6 +45,8 @@ QString symbolFile(const std::string& name) {
 
 } // namespace
 
+QIcon programIcon() { return QIcon(":/Icons/" + QGuiApplication::desktopFileName() + ".svg"); }
+
 void drawSymbol(QPainter& painter, const std::string& name, const QRectF& rect, const QColor& color,
                 SymbolWeight weight) {
     QFile file(symbolFile(name));

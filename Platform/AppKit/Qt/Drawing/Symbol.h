@@ -16,6 +16,9 @@ enum class SymbolWeight { semibold, bold };
 void drawSymbol(QPainter& painter, const std::string& name, const QRectF& rect, const QColor& color,
                 SymbolWeight weight = SymbolWeight::semibold);
 
+/// The one by which the program is known.
+QIcon programIcon();
+
 /// The symbol as trays show it, so many pixels each way; a template in the ink, others black.
 QImage pictureOf(const NSImage& image, int side, const QColor& ink);
 

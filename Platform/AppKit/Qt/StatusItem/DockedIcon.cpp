@@ -98,6 +98,7 @@ protected:
 
 private:
     void lookBeneath() {
+        if (!isVisible()) return; // On its way to the tray.
         const Snapshot ground = m_look.translucent
                                     ? Session::current().windows().hold(winId())->grabAround(1)
                                     : Session::current().tray().groundOfDocked();

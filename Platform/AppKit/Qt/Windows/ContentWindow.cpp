@@ -29,6 +29,7 @@ const ContentWindow* toActivate = nullptr;
 } // namespace
 
 ContentWindow::ContentWindow(NSWindow& window) : m_window(window) {
+    setWindowIcon(programIcon());
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingMilliseconds);
     connect(&m_settling, &QTimer::timeout, this, &ContentWindow::followActivation);

@@ -11,12 +11,13 @@ Backdrop::Backdrop(Connection& connection, int width, int height, double deviati
     : m_width(width), m_height(height), m_plan(BlurPlan::forDeviation(deviation)),
       m_blur(m_plan.deviation),
       m_source(ceilDiv(width, m_plan.factor()), ceilDiv(height, m_plan.factor())),
-      m_changed(sized(m_source.width, m_source.height)),
-      m_blurred(m_source), m_shown{m_source.width, m_source.height, {}},
+      m_changed(sized(m_source.width, m_source.height)), m_shown{m_source.width,
+                                                                 m_source.height,
+                                                                 {}},
       m_enlarger(Enlarger::make(connection, m_plan.factor(), m_source.width, m_source.height)) {}
 
 PixelRect Backdrop::develop(const CGColor& overlay) {
-    const PixelRect blurred = m_blur.update(m_source, std::exchange(m_changed, {}), m_blurred);
+    const PixelRect blurred = m_blur.take(m_source, std::exchange(m_changed, {}));
     const PixelRect part = store(overlay, blurred);
     if (isEmpty(part)) return {};
     m_enlarger->upload(m_shown, part);
@@ -34,11 +35,13 @@ PixelRect Backdrop::store(const CGColor& overlay, const PixelRect& blurred) {
                           static_cast<float>(overlay.red * overlay.alpha * 255 + 0.5)};
     const bool first = m_shown.values.empty();
     m_shown.values.resize(static_cast<size_t>(m_shown.width) * m_shown.height);
+    std::vector<float> row(static_cast<size_t>(blurred.width) * 4);
     PixelRect part;
     for (int y = blurred.y; y < blurred.y + blurred.height; ++y) {
         uint32_t* shown =
             m_shown.values.data() + static_cast<ptrdiff_t>(y) * m_shown.width + blurred.x;
-        const float* from = m_blurred.row(y) + static_cast<ptrdiff_t>(blurred.x) * 4;
+        m_blur.blurInto(row.data(), y, blurred);
+        const float* from = row.data();
         for (int x = blurred.x; x < blurred.x + blurred.width; ++x, from += 4, ++shown) {
             uint32_t pixel = 0;
             for (int channel = 0; channel < 3; ++channel)

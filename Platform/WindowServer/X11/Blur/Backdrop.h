@@ -50,7 +50,6 @@ private:
     GaussianBlur m_blur;
     SmallImage m_source;
     PixelRect m_changed; ///< What of the source is not blurred yet.
-    SmallImage m_blurred;
     Pixels m_shown;
     std::unique_ptr<Enlarger> m_enlarger;
 };

@@ -9,7 +9,7 @@ namespace WindowServer {
 
 SelectionWatch::SelectionWatch(Connection& connection, const std::string& prefix)
     : m_connection(connection),
-      m_selection(connection.atom((prefix + std::to_string(connection.screenNumber())).c_str())) {
+      m_selection(connection.atom(prefix + std::to_string(connection.screenNumber()))) {
     xcb_connection_t* const xcb = connection.xcb();
     const auto* xfixes = xcb_get_extension_data(xcb, &xcb_xfixes_id);
     if (xfixes && xfixes->present) {
