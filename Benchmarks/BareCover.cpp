@@ -174,6 +174,10 @@ void BareToggle::keepPictures() const {
                                         XCB_COMPOSITE_REDIRECT_AUTOMATIC);
 }
 
+void BareToggle::keepPicture(xcb_window_t window) const {
+    xcb_composite_redirect_window(m_client, window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+}
+
 void BareToggle::paint() const {
     for (const auto& cover : m_covers) {
         xcb_map_window(m_client, cover->window());

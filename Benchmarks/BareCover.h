@@ -61,6 +61,7 @@ public:
 
     void halve() const;
     void keepPictures() const; ///< Of all other windows.
+    void keepPicture(xcb_window_t window) const;
     void paint() const;
     /// Keeps the pictures, and the server from giving their memory back, for this object's life.
     void namePictures(const std::vector<xcb_window_t>& windows);

@@ -9,6 +9,7 @@
 #include "Harness/Await.h"
 
 #include <functional>
+#include <thread>
 #include <utility>
 
 #include <unistd.h>
@@ -62,6 +63,36 @@ void measureSteps(Report& report, int monitors) {
     for (const Step& step : steps)
         report.add({step.what, spread(step.samples, "ms"), "", unit.ratio(step.samples.median())});
     report.add({"memory that the server finds for it", figure(found.median(), "MB")});
+}
+
+/// What the pictures of windows cost that nobody sees, the uppermost hiding all others.
+void measureHidden(Report& report) {
+    Desktop desktop(Scenery::monitors(1));
+    constexpr size_t count = 8;
+    const Scenery scenery(desktop, count);
+    Samples all;
+    Samples uppermost;
+    FrameCopy::Unit unit;
+    for (int i = 0; i < rounds; ++i) {
+        for (Samples* samples : {&all, &uppermost}) {
+            std::this_thread::sleep_for(50ms); // The last one's pictures go with its connection.
+            const XClient client(desktop.display());
+            const BareToggle toggle(client, desktop.screen.monitors());
+            client.settle();
+            const auto start = Clock::now();
+            if (samples == &all)
+                toggle.keepPictures();
+            else
+                toggle.keepPicture(scenery.windows().back());
+            client.settle();
+            samples->add(millisecondsSince(start));
+        }
+        unit.take();
+    }
+    report.section("Beginning to keep pictures, eight maximised windows, 1 x 1920x1080");
+    report.add({"of all", spread(all, "ms"), "", unit.ratio(all.median())});
+    report.add(
+        {"of the uppermost alone", spread(uppermost, "ms"), "", unit.ratio(uppermost.median())});
 }
 
 /// What no cover can leave out that follows a window as it changes: the processor time of the
@@ -133,6 +164,7 @@ void measureFrame(Report& report, const Area& screen, const Area& area, const st
 void measureFloor(Report& report) {
     measureSteps(report, 1);
     measureSteps(report, 4);
+    measureHidden(report);
     report.section("What no frame that follows a window can leave out");
     measureFrame(report, Scenery::frame, Scenery::frame, "at most 3 copies");
     measureFrame(report, Scenery::frame, Scenery::smallWindow, "at most 0.3 copies");

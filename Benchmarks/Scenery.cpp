@@ -15,6 +15,8 @@ constexpr Area windowAreas[] = {
     {700, 600, 640, 400}, {1220, 520, 640, 400}, {1450, 180, 400, 500},
 };
 
+constexpr Area maximisedArea = {0, 0, 1920, 1040};
+
 } // namespace
 
 std::unique_ptr<XServer> Scenery::monitor(int width, int height,
@@ -43,10 +45,12 @@ std::unique_ptr<XServer> Scenery::pair(const Area& each) {
     return server;
 }
 
-Scenery::Scenery(Desktop& desktop) : m_client(desktop.display()) {
+Scenery::Scenery(Desktop& desktop, size_t maximised) : m_client(desktop.display()) {
     hangWallpaper();
+    std::vector<Area> areas(std::begin(windowAreas), std::end(windowAreas));
+    if (maximised > 0) areas.assign(maximised, maximisedArea);
     const std::vector<Area> monitors = desktop.screen.monitors();
-    for (const Area& area : windowAreas) {
+    for (const Area& area : areas) {
         const size_t number = m_windows.size();
         const Area& monitor = monitors[number % monitors.size()];
         const int scale = monitor.width / frame.width;

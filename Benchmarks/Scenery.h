@@ -24,8 +24,9 @@ public:
                                                      std::vector<std::string> launcher = {});
     static std::unique_ptr<Harness::XServer> pair(const Harness::Area& each);
 
-    /// The windows are as large beside a monitor as they are beside `frame`.
-    explicit Scenery(Harness::Desktop& desktop);
+    /// The windows are as large beside a monitor as they are beside `frame`. Instead of the seven
+    /// there may be so many maximised ones, which leave room for a panel.
+    explicit Scenery(Harness::Desktop& desktop, size_t maximised = 0);
 
     const Harness::TestWindow& window(size_t index) const { return *m_windows.at(index); }
     std::vector<xcb_window_t> windows() const;
