@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QTimer>
 #include <QToolTip>
 #include <QWindow>
@@ -120,7 +121,10 @@ public:
     }
 
     void orderOut() override {
-        if (m_held) giveWay();
+        if (!m_held) return;
+        giveWay();
+        // A drag's moves that are still to come would make the toolkit take it for the pressed one.
+        if (!m_delivers) destroy();
     }
 
     QAccessible::Role accessibleRole() const override {
@@ -284,6 +288,7 @@ private:
 
     /// The handler may end the window, and open a menu that runs the event loop meanwhile.
     void deliver(Handler handler, NSView& view, const NSEvent& event) {
+        const QScopedValueRollback delivers(m_delivers, true);
         const auto self = shared_from_this();
         const auto content = m_window->contentView();
         NSApp->handle(event, [&] { (view.*handler)(event); });
@@ -298,6 +303,7 @@ private:
     double m_alpha = 1;
     QPointF m_mouse;
     bool m_pressed = false; ///< By the left button.
+    bool m_delivers = false;
     bool m_hovered = false;
     bool m_toldHovered = false; ///< What the view knows of it.
 };
