@@ -33,6 +33,7 @@ void endCleanly(Process& process) {
         process.send(SIGTERM);
         EXPECT_EQ(process.awaitEnd(), 0) << process.errors();
     }
+    EXPECT_NE(process.status(), 128 + SIGSEGV) << process.errors();
     for (const char* complaint : {"Sanitizer", "runtime error", "X Error", "XCB error"})
         EXPECT_EQ(process.errors().find(complaint), std::string::npos) << process.errors();
 }
