@@ -7,7 +7,6 @@
 
 #include <bit>
 #include <initializer_list>
-#include <ranges>
 #include <string>
 #include <utility>
 
@@ -31,14 +30,31 @@ const xcb_screen_t* screenAt(xcb_connection_t* connection, int number) {
 }
 
 /// What is asked for at every start. The server is asked once for all of them.
-constexpr std::string_view usualAtoms =
-    "EDID UTF8_STRING _COMPTON_SHADOW _GTK_FRAME_EXTENTS _GTK_WORKAREAS_D0 _NET_CLIENT_LIST "
-    "_NET_SYSTEM_TRAY_COLORS _NET_SYSTEM_TRAY_OPCODE _NET_SYSTEM_TRAY_S0 "
-    "_NET_SYSTEM_TRAY_VISUAL _NET_WM_BYPASS_COMPOSITOR _NET_WM_CM_S0 _NET_WM_NAME "
-    "_NET_WM_STATE _NET_WM_STATE_FULLSCREEN _NET_WM_STRUT _NET_WM_STRUT_PARTIAL "
-    "_NET_WM_WINDOW_OPACITY _NET_WM_WINDOW_TYPE _NET_WM_WINDOW_TYPE_DOCK "
-    "_NET_WM_WINDOW_TYPE_NOTIFICATION _XEMBED_INFO _XROOTPMAP_ID _XSETTINGS_S0 "
-    "_XSETTINGS_SETTINGS";
+constexpr std::string_view usualAtoms[] = {"EDID",
+                                           "UTF8_STRING",
+                                           "_COMPTON_SHADOW",
+                                           "_GTK_FRAME_EXTENTS",
+                                           "_GTK_WORKAREAS_D0",
+                                           "_NET_CLIENT_LIST",
+                                           "_NET_SYSTEM_TRAY_COLORS",
+                                           "_NET_SYSTEM_TRAY_OPCODE",
+                                           "_NET_SYSTEM_TRAY_S0",
+                                           "_NET_SYSTEM_TRAY_VISUAL",
+                                           "_NET_WM_BYPASS_COMPOSITOR",
+                                           "_NET_WM_CM_S0",
+                                           "_NET_WM_NAME",
+                                           "_NET_WM_STATE",
+                                           "_NET_WM_STATE_FULLSCREEN",
+                                           "_NET_WM_STRUT",
+                                           "_NET_WM_STRUT_PARTIAL",
+                                           "_NET_WM_WINDOW_OPACITY",
+                                           "_NET_WM_WINDOW_TYPE",
+                                           "_NET_WM_WINDOW_TYPE_DOCK",
+                                           "_NET_WM_WINDOW_TYPE_NOTIFICATION",
+                                           "_XEMBED_INFO",
+                                           "_XROOTPMAP_ID",
+                                           "_XSETTINGS_S0",
+                                           "_XSETTINGS_SETTINGS"};
 
 /// Adds the needs that are not met and their consequence to the line of the log.
 void addMissing(std::string& text, const char* consequence,
@@ -158,21 +174,18 @@ bool Connection::hasAlpha(xcb_render_pictformat_t format) const {
 }
 
 xcb_atom_t Connection::atom(std::string_view name) {
-    if (!m_atoms.contains(name)) intern(name);
+    if (!m_atoms.contains(name)) intern({&name, 1});
     return m_atoms.find(name)->second;
 }
 
-/// Names with spaces between them.
-void Connection::intern(std::string_view names) {
-    std::vector<std::pair<std::string, xcb_intern_atom_cookie_t>> inFlight;
-    for (const auto part : std::views::split(names, ' ')) {
-        const std::string name(part.begin(), part.end());
-        const auto length = static_cast<uint16_t>(name.size());
-        inFlight.emplace_back(name, xcb_intern_atom(m_xcb, false, length, name.data()));
-    }
-    for (const auto& [name, cookie] : inFlight) {
-        const auto answer = reply(xcb_intern_atom_reply, cookie);
-        m_atoms[name] = answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE};
+void Connection::intern(std::span<const std::string_view> names) {
+    std::vector<xcb_intern_atom_cookie_t> inFlight;
+    for (const std::string_view name : names)
+        inFlight.push_back(
+            xcb_intern_atom(m_xcb, false, static_cast<uint16_t>(name.size()), name.data()));
+    for (size_t i = 0; i < names.size(); ++i) {
+        const auto answer = reply(xcb_intern_atom_reply, inFlight[i]);
+        m_atoms[std::string(names[i])] = answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE};
     }
 }
 

@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -97,7 +98,7 @@ public:
 
 private:
     Connection(xcb_connection_t* connection, int screenNumber);
-    void intern(std::string_view names);
+    void intern(std::span<const std::string_view> names);
 
     void dispatch(xcb_generic_event_t* (*poll)(xcb_connection_t*));
     Owned<xcb_generic_event_t> nextEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) const;
