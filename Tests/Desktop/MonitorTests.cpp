@@ -67,7 +67,8 @@ struct PlainDesktop {
 
 TEST(Monitors, AreCoveredThroughRandomChanges) {
     PlainDesktop on;
-    auto& [desktop, paper, agent, dice, colour] = on;
+    auto& desktop = on.desktop;
+    auto& agent = on.agent;
     desktop.server->xrandr({"--delmonitor", "B"});
     desktop.server->xrandr({"--delmonitor", "A"});
     desktop.server->setMonitor("A", {50, 60, 700, 900}, "screen");
@@ -119,18 +120,19 @@ TEST(Outputs, AreCoveredThroughRandomChanges) {
     server->xrandr({"--output", "DUMMY1", "--mode", "1024x768", "--right-of", "DUMMY0"});
     server->xrandr({"--output", "DUMMY2", "--mode", "640x480", "--same-as", "DUMMY0"});
     PlainDesktop on(std::move(server));
-    auto& [desktop, paper, agent, dice, colour] = on;
-    paper.place({0, 0, 4096, 2160});
+    auto& desktop = on.desktop;
+    auto& agent = on.agent;
+    on.paper.place({0, 0, 4096, 2160});
     agent.toggle();
     ASSERT_SOON(on.isCoveredEverywhere());
     size_t allOff = 0;
     for (int round = 0; round < rounds(40, 150); ++round) {
-        const auto& output = dice.of(outputs);
+        const auto& output = on.dice.of(outputs);
         // Beside another, over a part of it, in the same place, or gone: all of them at times.
         const auto place = std::to_string(on.upTo(2000)) + 'x' + std::to_string(on.upTo(1000));
-        Change change = {"--output", output, "--mode", dice.of(modes), "--pos", place};
-        if (const auto& other = dice.of(outputs); other != output && on.upTo(2))
-            change = {"--output", output, "--mode", dice.of(modes), dice.of(places), other};
+        Change change = {"--output", output, "--mode", on.dice.of(modes), "--pos", place};
+        if (const auto& other = on.dice.of(outputs); other != output && on.upTo(2))
+            change = {"--output", output, "--mode", on.dice.of(modes), on.dice.of(places), other};
         if (on.upTo(2)) change = {"--output", output, "--off"};
         if (on.upTo(3) == 0) change.emplace_back("--primary");
         // In the middle of a drag, too.
