@@ -5,6 +5,8 @@
 // one.
 [[gnu::destructor]] static void open() { prctl(PR_SET_DUMPABLE, 1); }
 
+// They are looked up by name.
+#pragma GCC visibility push(default)
 extern "C" {
 const char* __ubsan_default_options() { return "print_stacktrace=1"; }
 const char* __lsan_default_options() { return "print_suppressions=0"; }

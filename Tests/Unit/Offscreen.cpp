@@ -71,8 +71,10 @@ void Offscreen::connect(std::vector<WindowServer::Display> displays) {
     session.onChanged();
 }
 
-/// Asked for by the leak sanitizer: the font library keeps what it has read until the process ends.
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
+/// Looked up by the leak sanitizer: the font library keeps what it has read until the process ends.
+extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions() {
+    return "leak:libfontconfig";
+}
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
