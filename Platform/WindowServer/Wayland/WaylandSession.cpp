@@ -1,8 +1,8 @@
 #include "WindowServer/Wayland/WaylandSession.h"
 
 #include "WindowServer/Wayland/Comeback.h"
-#include "WindowServer/Wayland/PlasmaKey.h"
-#include "WindowServer/Wayland/PortalKey.h"
+#include "WindowServer/Wayland/Desktop/PlasmaKey.h"
+#include "WindowServer/Wayland/Desktop/PortalKey.h"
 
 namespace WindowServer::Wayland {
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "WindowServer/Session.h"
-#include "WindowServer/Wayland/Covers.h"
-#include "WindowServer/Wayland/Outputs.h"
-#include "WindowServer/Wayland/Seat.h"
-#include "WindowServer/Wayland/StagedWindows.h"
-#include "WindowServer/Wayland/Stages.h"
+#include "WindowServer/Wayland/Desktop/Outputs.h"
+#include "WindowServer/Wayland/Input/Seat.h"
+#include "WindowServer/Wayland/Windows/Covers.h"
+#include "WindowServer/Wayland/Windows/StagedWindows.h"
+#include "WindowServer/Wayland/Windows/Stages.h"
 
 namespace WindowServer::Wayland {
 
