@@ -164,6 +164,10 @@ struct Gnome : testing::Test, Hand {
         return all.cut(left).sharpestStep() < sharp && all.cut(right).sharpestStep() < sharp &&
                all.cut(left).mean() > 20 && all.cut(right).mean() > 20;
     }
+    bool isSeen(const char* kind) const {
+        const auto all = windows(kind);
+        return !all.empty() && grab(all.front()).sharpestStep() > clear;
+    }
     /// One that has only just come may miss the first.
     void expectAtAClick(const Area& at, const std::function<bool()>& condition) const {
         ASSERT_TRUE((click(at), await(condition, 4s)) || (click(at), await(condition)));
@@ -174,7 +178,7 @@ struct Gnome : testing::Test, Hand {
     void openMenu(const Area& at) const {
         click(at, 3);
         ASSERT_SOON(windows("menu").size() == 1 && hasKeyboard());
-        ASSERT_SOON(grab(windows("menu").at(0)).sharpestStep() > clear);
+        ASSERT_SOON(isSeen("menu"));
     }
     Area iconArea() const {
         return areaOf(js("(i => [...i.get_transformed_position(), ...i.get_transformed_size()])(" +
@@ -282,7 +286,7 @@ TEST_F(Gnome, MenusAndAlertsHaveTheKeyboardAboveTheCoverAndAKillTakesThemAll) {
     EXPECT_SOON(windows("menu").size() == 2);
     strike(returnKey);
     ASSERT_SOON(windows("alert").size() == 1 && hasKeyboard());
-    EXPECT_SOON(grab(windows("alert").at(0)).sharpestStep() > clear);
+    EXPECT_SOON(isSeen("alert"));
     strike(escapeKey);
     back();
     EXPECT_TRUE(isCovered());
